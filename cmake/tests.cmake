@@ -1,0 +1,21 @@
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+file(GLOB_RECURSE TEST_SOURCES CONFIGURE_DEPENDS tests/*.cpp)
+add_executable(brinewhirl_tests ${TEST_SOURCES})
+target_include_directories(brinewhirl_tests PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
+target_compile_definitions(brinewhirl_tests PRIVATE BRINEWHIRL_GAME_DIR="${CMAKE_SOURCE_DIR}/game"
+                                                    BRINEWHIRL_BUILD_DIR="${CMAKE_BINARY_DIR}")
+target_link_libraries(brinewhirl_tests PRIVATE brinewhirl_toolkit GTest::gtest GTest::gtest_main)
+add_dependencies(brinewhirl_tests content)
+gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60)
+
+# The same digest from every kind of build: the tool of this build against a recorded input.
+file(GLOB E2E_SCRIPTS CONFIGURE_DEPENDS tests/e2e/test_*.py)
+if(NOT BRINEWHIRL_SANITIZE)
+  foreach(script ${E2E_SCRIPTS})
+    get_filename_component(name ${script} NAME_WE)
+    add_test(NAME e2e.${name} COMMAND python3 ${script} $<TARGET_FILE:brinewhirl>)
+    set_tests_properties(e2e.${name} PROPERTIES TIMEOUT 300 RUN_SERIAL TRUE)
+  endforeach()
+endif()

@@ -1,0 +1,46 @@
+#include "core/file_cache.h"
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <system_error>
+#include <unordered_map>
+
+#include "core/print.h"
+
+namespace {
+
+// Texts stand behind pointers, so that views into one survive the table's growth.
+std::unordered_map<std::string, std::unique_ptr<const std::string>>& Texts() {
+  static std::unordered_map<std::string, std::unique_ptr<const std::string>> texts;
+  return texts;
+}
+
+std::unique_ptr<const std::string> ReadFile(const std::string& fileName) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(fileName, error)) return nullptr;
+  const auto size = std::filesystem::file_size(fileName, error);
+  if (error) return nullptr;
+  if (size > kMaxFileBytes) {
+    Print("%s: larger than %lld bytes, not read\n", fileName.c_str(), kMaxFileBytes);
+    return nullptr;
+  }
+  std::ifstream file(fileName, std::ios::binary);
+  if (!file) return nullptr;
+  auto text = std::make_unique<std::string>(size, '\0');
+  file.read(text->data(), static_cast<std::streamsize>(size));
+  text->resize(static_cast<std::size_t>(file.gcount()));
+  return text;
+}
+
+}  // namespace
+
+const std::string* ReadCachedFile(const std::string& fileName) {
+  auto& texts = Texts();
+  if (const auto found = texts.find(fileName); found != texts.end()) return found->second.get();
+  auto text = ReadFile(fileName);
+  if (!text) return nullptr;
+  return texts.emplace(fileName, std::move(text)).first->second.get();
+}
+
+void ClearFileCache() { Texts().clear(); }

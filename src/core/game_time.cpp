@@ -1,0 +1,6 @@
+#include "core/game_time.h"
+
+GameTime& Time() {
+  static GameTime time;
+  return time;
+}

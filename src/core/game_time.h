@@ -1,0 +1,18 @@
+// The game's clock. All game logic advances by frameStep per running frame, never by measured time; only slow motion
+// changes frameStep. Main thread only.
+#pragma once
+
+/// Share of frameStep that one physics sub-step integrates.
+inline constexpr float kPhysicsShare = 0.33333334f;
+/// Physics sub-steps of a running frame.
+inline constexpr int kSubSteps = 15;
+
+struct GameTime {
+  float frameStep = 0.0085f;          ///< seconds of game time a running frame adds
+  float baseFrameStep = 0.0085f;      ///< what frameStep returns to when slow motion starts or ends
+  float physicsStep = 1.0f / 360.0f;  ///< seconds one physics sub-step integrates; set anew each running frame
+  float elapsedTime = 0.0f;           ///< seconds of game time so far; stands still while paused
+};
+
+/// The process-wide clock. A reset is an assignment of GameTime{}.
+GameTime& Time();

@@ -1,0 +1,76 @@
+// Reading a level file into live objects. All state of a load is local: a script that is being read may load another
+// level, which then runs to its end inside this one.
+#include <string>
+
+#include "core/object_manager.h"
+#include "core/print.h"
+#include "core/serializer.h"
+#include "core/transform.h"
+
+namespace {
+
+void ReadComponent(Serializer& reader, GameObject* object, std::string_view name) {
+  Component* component = object == nullptr ? nullptr : object->AddComponent(name);
+  if (component != nullptr) {
+    component->Deserialize(reader);
+    return;
+  }
+  Print("%s: %s \"%s\", skipped\n", reader.Where().c_str(),
+        object == nullptr ? "component outside an object" : "unknown component", std::string(name).c_str());
+  reader.SkipToDepth(reader.GetDepth() - 1);
+}
+
+}  // namespace
+
+std::vector<GameObject*> ObjectManager::LoadLevel(const std::string& fileName) {
+  std::vector<GameObject*> created;
+  if (loadDepth_ >= kMaxLoadDepth) {
+    Print("%s: more than %d levels load each other, not loaded\n", fileName.c_str(), kMaxLoadDepth);
+    return created;
+  }
+  Serializer reader;
+  if (!reader.OpenForRead(fileName)) {
+    Print("CAN'T FIND YO LEVEL, YA DON GOOFED!\n");
+    return created;
+  }
+  ++loadDepth_;
+  if (extension_ != nullptr) extension_->BeginLoad();
+  ReadObjects(reader, created);
+  if (reader.HasMetEnd() && reader.GetDepth() > 0) Print("%s: unexpected end\n", reader.Where().c_str());
+  if (extension_ != nullptr) extension_->EndLoad();
+  --loadDepth_;
+  return created;
+}
+
+// A component leaves its closing line unread, except for ScriptBox; so one closing line may end a component or an
+// object, two in a row an object or the document, and a third can only be the document's.
+void ObjectManager::ReadObjects(Serializer& reader, std::vector<GameObject*>& created) {
+  GameObject* object = nullptr;
+  std::string_view key;
+  std::string_view value;
+  LineKind kind = reader.ReadLine(key, value);
+  while (kind != LineKind::kBlockClose && kind != LineKind::kEndOfFile) {
+    if (kind == LineKind::kBlockOpen) {
+      object = BeginObject(reader, created);
+      if (object == nullptr) return;
+    } else if (kind == LineKind::kComponentOpen) {
+      ReadComponent(reader, object, key);
+    }
+    for (int closing = 0; closing < 3; ++closing) {
+      kind = reader.ReadLine(key, value);
+      if (kind != LineKind::kBlockClose) break;
+    }
+  }
+}
+
+GameObject* ObjectManager::BeginObject(Serializer& reader, std::vector<GameObject*>& created) {
+  if (objects_.size() >= kMaxObjects) {
+    Print("%s: more than %zu objects, the load stops\n", reader.Where().c_str(), kMaxObjects);
+    return nullptr;
+  }
+  GameObject* object = GetObject(CreateObject());
+  created.push_back(object);
+  object->name = reader.ReadString();
+  object->core = reader.ReadString() == "true";
+  return object;
+}

@@ -1,0 +1,94 @@
+#include "core/object_manager.h"
+
+#include <algorithm>
+
+#include "core/serializer.h"
+#include "core/transform.h"
+
+ObjectManager& Objects() {
+  static ObjectManager& manager = *new ObjectManager;
+  return manager;
+}
+
+void ObjectManager::BuildSpecialObjects(Builder buildCursor, Builder buildCamera) {
+  cursorObject_ = std::make_unique<GameObject>();
+  buildCursor(*cursorObject_);
+  cameraObject_ = std::make_unique<GameObject>();
+  buildCamera(*cameraObject_);
+}
+
+std::uint32_t ObjectManager::AddObject(std::unique_ptr<GameObject> object) {
+  object->id = ++lastId_;
+  objectsById_[object->id] = object.get();
+  objects_.push_back(std::move(object));
+  return lastId_;
+}
+
+std::uint32_t ObjectManager::CreateObject() {
+  needsSort_ = true;
+  return AddObject(std::make_unique<GameObject>());
+}
+
+GameObject* ObjectManager::GetObject(std::uint32_t id) const {
+  const auto found = objectsById_.find(id);
+  return found == objectsById_.end() ? nullptr : found->second;
+}
+
+GameObject* ObjectManager::FindObjectByName(std::string_view name) const {
+  if (name.empty()) return nullptr;
+  for (const auto& object : objects_)
+    if (object->name == name && object->alive) return object.get();
+  return nullptr;
+}
+
+void ObjectManager::RemoveDeadObjects() {
+  for (std::size_t i = 0; i < objects_.size();) {
+    if (objects_[i]->alive) {
+      ++i;
+      continue;
+    }
+    // Out of the list and the table before any destructor runs: those may add objects and walk the list themselves.
+    const std::unique_ptr<GameObject> doomed = std::move(objects_[i]);
+    objectsById_.erase(doomed->id);
+    objects_.erase(objects_.begin() + static_cast<std::ptrdiff_t>(i));
+  }
+}
+
+void ObjectManager::KillAll() {
+  for (const bool core : {false, true})
+    for (const auto& object : objects_)
+      if (object->core == core) object->alive = false;
+}
+
+void ObjectManager::SortIfNeeded() {
+  if (!needsSort_) return;
+  needsSort_ = false;
+  std::stable_sort(objects_.begin(), objects_.end(), [](const auto& a, const auto& b) {
+    return a->GetTransform().position.z < b->GetTransform().position.z;
+  });
+}
+
+bool ObjectManager::SaveLevel(const std::string& fileName) {
+  Serializer writer;
+  writer.OpenForWrite(fileName);
+  const auto write = [&](GameObject& object) {
+    writer.BeginBlock(object.id);
+    object.Serialize(writer);
+    writer.EndBlock();
+  };
+  if (GameObject* first = extension_ == nullptr ? nullptr : extension_->BeginSave()) write(*first);
+  for (const auto& object : objects_)
+    if (!object->core) write(*object);
+  return writer.Close();
+}
+
+void ObjectManager::Reset() {
+  while (!objects_.empty()) {
+    KillAll();
+    RemoveDeadObjects();
+  }
+  cursorObject_.reset();
+  cameraObject_.reset();
+  lastId_ = 0;
+  needsSort_ = false;
+}

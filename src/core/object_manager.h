@@ -1,0 +1,88 @@
+// Owns every object of the scene. The list's order is the order of updates and of drawing. Objects enter through
+// AddObject, CreateObject and LoadLevel and leave through RemoveDeadObjects; pointers to them are good for the frame,
+// IDs for ever. Main thread only.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "core/game_object.h"
+
+/// What a floor above adds to every load and save of a level.
+class LevelExtension {
+ public:
+  virtual ~LevelExtension() = default;
+  /// Around each load; loads nest.
+  virtual void BeginLoad() = 0;
+  virtual void EndLoad() = 0;
+  /// Before a save writes anything: an object to write ahead of the list, or null. Not owned by the caller.
+  virtual GameObject* BeginSave() = 0;
+};
+
+class ObjectManager {
+ public:
+  using ObjectList = std::vector<std::unique_ptr<GameObject>>;
+  using Builder = void (*)(GameObject&);
+
+  /// At this many objects a load stops with a message and later ones give nothing.
+  static constexpr std::size_t kMaxObjects = 20000;
+  /// Loads inside loads (a script that is being read may load) beyond this give a message and nothing.
+  static constexpr int kMaxLoadDepth = 8;
+
+  /// Makes the cursor and the camera object, which are in no list and have ID 0. The builders give them their
+  /// components; called once, before anything else is made.
+  void BuildSpecialObjects(Builder buildCursor, Builder buildCamera);
+  GameObject& GetCursor() const { return *cursorObject_; }
+  GameObject& GetCamera() const { return *cameraObject_; }
+  /// Installs the extension; not owned.
+  void SetLevelExtension(LevelExtension* extension) { extension_ = extension; }
+
+  /// Appends the object under a fresh ID and returns the ID. The drawing order is not touched.
+  std::uint32_t AddObject(std::unique_ptr<GameObject> object);
+  /// Adds a new empty object and asks for a new drawing order.
+  std::uint32_t CreateObject();
+  /// The object of that ID, or null.
+  GameObject* GetObject(std::uint32_t id) const;
+  /// The first alive object in list order with that exact, non-empty name, or null.
+  GameObject* FindObjectByName(std::string_view name) const;
+  /// Walk it by index against its live size: updates may append.
+  const ObjectList& GetObjects() const { return objects_; }
+
+  /// Destroys every object that is not alive. Destructors may add objects, load levels and mark others dead: those
+  /// already passed go next time.
+  void RemoveDeadObjects();
+  /// Marks every object dead, the non-Core ones first.
+  void KillAll();
+  /// Stable sort by depth, lowest z first, if something was created or loaded since the last call.
+  void SortIfNeeded();
+
+  /// Makes the objects of a level or archetype file and returns those of this file in its order. A missing or empty
+  /// file gets a message and gives nothing; a damaged one gives what could be read.
+  std::vector<GameObject*> LoadLevel(const std::string& fileName = "TempSave");
+  /// Writes the extension's object and every non-Core object; false with a message when the file cannot be written.
+  bool SaveLevel(const std::string& fileName = "TempSave");
+
+  /// Destroys everything and starts the IDs anew, as at the start of the process.
+  void Reset();
+
+ private:
+  void ReadObjects(Serializer& reader, std::vector<GameObject*>& created);
+  GameObject* BeginObject(Serializer& reader, std::vector<GameObject*>& created);
+
+  std::unique_ptr<GameObject> cursorObject_;
+  std::unique_ptr<GameObject> cameraObject_;
+  ObjectList objects_;
+  std::unordered_map<std::uint32_t, GameObject*> objectsById_;
+  std::uint32_t lastId_ = 0;
+  bool needsSort_ = false;
+  LevelExtension* extension_ = nullptr;
+  int loadDepth_ = 0;
+};
+
+/// The process-wide manager. It is never destroyed: object destructors may build the next screen, which must not
+/// happen at process exit.
+ObjectManager& Objects();

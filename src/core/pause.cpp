@@ -1,0 +1,38 @@
+#include "core/pause.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/run_log.h"
+
+namespace {
+
+std::vector<std::string>& Reasons() {
+  static std::vector<std::string> reasons;
+  return reasons;
+}
+
+void LogChange(bool before) {
+  if (before != IsPaused()) LogEvent(IsPaused() ? "pause on" : "pause off");
+}
+
+}  // namespace
+
+bool IsPaused() { return !Reasons().empty(); }
+
+void RequestPause(std::string_view reason) {
+  const bool before = IsPaused();
+  Reasons().emplace_back(reason);
+  LogChange(before);
+}
+
+void ReleasePause(std::string_view reason) {
+  const bool before = IsPaused();
+  auto& reasons = Reasons();
+  const auto found = std::find(reasons.begin(), reasons.end(), reason);
+  if (found != reasons.end()) reasons.erase(found);
+  LogChange(before);
+}
+
+void ClearPauseReasons() { Reasons().clear(); }

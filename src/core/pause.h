@@ -1,0 +1,17 @@
+// Why the game stands still. Each holder adds a reason and takes its own away; the game runs when none is left.
+// A reason may be held several times. Main thread only.
+#pragma once
+
+#include <string_view>
+
+/// True while at least one reason is held.
+bool IsPaused();
+
+/// Adds a reason; the same one again counts again.
+void RequestPause(std::string_view reason);
+
+/// Takes away the first entry of this reason, if there is one.
+void ReleasePause(std::string_view reason);
+
+/// Takes away every reason.
+void ClearPauseReasons();

@@ -1,0 +1,66 @@
+// What the program stands on: a window with its events and gamepads, or a stand-in for it that a script drives. The
+// floors above ask through this interface and cannot tell which.
+#pragma once
+
+#include <SDL.h>
+
+#include <cstdint>
+
+/// Gamepad slots, buttons and axes that the game knows.
+inline constexpr int kGamepadSlots = 4;
+inline constexpr int kGamepadButtons = 16;
+inline constexpr int kGamepadAxes = 6;
+
+/// A window's place and size in pixels.
+struct WindowRect {
+  int x = 0;
+  int y = 0;
+  int width = 1280;
+  int height = 720;
+};
+
+/// Takes the events of one frame; implemented above, since events reach every floor.
+class EventRouter {
+ public:
+  virtual ~EventRouter() = default;
+  /// Before the queue is drained: input starts its frame and reads the gamepads.
+  virtual void BeginFrame() = 0;
+  virtual void Route(const SDL_Event& event) = 0;
+  /// After the queue is empty.
+  virtual void EndFrame() = 0;
+};
+
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  /// Hands every waiting event to the router.
+  virtual void PumpEvents(EventRouter& router) = 0;
+  virtual WindowRect GetWindowRect() const = 0;
+  virtual bool IsFullscreen() const = 0;
+  virtual void SetFullscreen(bool fullscreen) = 0;
+  virtual void Minimise() = 0;
+  /// Shows the finished frame.
+  virtual void Present() = 0;
+
+  /// Devices present, slots or not.
+  virtual int GetJoystickCount() const = 0;
+  /// Opens device `slot` into that slot anew, or leaves it empty when there is none. Slots 0 to 3.
+  virtual void OpenGamepad(int slot) = 0;
+  virtual bool IsGamepadConnected(int slot) const = 0;
+  /// In the layout of Gamepad; 0 for an empty slot.
+  virtual bool GetGamepadButton(int slot, int button) const = 0;
+  virtual std::int16_t GetGamepadAxis(int slot, int axis) const = 0;
+
+  /// Marks the start of a frame for EndFrame.
+  virtual void StartFrame() = 0;
+  /// Sleeps away what is left of the frame.
+  virtual void EndFrame() = 0;
+
+  bool running = true;  ///< the main loop goes on while true
+};
+
+/// The platform in use; there is one before anything else runs.
+Platform& GetPlatform();
+/// Replaces it; not owned.
+void SetPlatform(Platform& platform);

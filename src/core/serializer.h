@@ -1,0 +1,102 @@
+// Writes and reads the text format of levels and archetypes: tab-indented lines of "key: value" in nested blocks.
+// Reading is positional: a value is whatever the next line holds, and keys are not compared. One Serializer serves one
+// save or one load. Numbers are always in the C locale.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "physics/math/matrix34.h"
+#include "physics/math/quaternion.h"
+
+enum class LineKind { kBlockOpen, kComponentOpen, kKeyValue, kBlockClose, kEndOfFile };
+
+class Serializer {
+ public:
+  // --- writing: into memory until Close ---
+
+  /// Starts a document for `fileName`; false when the temporary file beside it cannot be opened. The writes that follow
+  /// a failure have no effect.
+  bool OpenForWrite(const std::string& fileName);
+  /// Starts a text that stays in memory, with floats at `digits` significant digits; TakeText ends it.
+  void OpenInMemory(int digits);
+  /// Ends the document and puts it in the file's place in one step; false, with the old file untouched and a message,
+  /// when that fails.
+  bool Close();
+  /// The text written so far.
+  std::string TakeText() { return std::move(out_); }
+
+  void BeginBlock(std::uint32_t id);
+  void BeginComponent(std::string_view name);
+  void EndBlock();
+  /// 6 significant digits; NaN and infinity become 0 with a message.
+  void WriteFloat(std::string_view key, float value);
+  void WriteInt(std::string_view key, int value);
+  void WriteBool(std::string_view key, bool value);
+  /// Control characters and a final "{" would break the line: they are dropped with a message.
+  void WriteString(std::string_view key, std::string_view value);
+  void WriteVec3(const Vec3& v);
+  void WriteQuaternion(const Quaternion& q);
+  void WriteMatrix33(const Matrix33& m);
+  void WriteMatrix34(const Matrix34& m);
+
+  // --- reading: views into the cached text, which outlives the Serializer ---
+
+  /// Opens a document through the file cache and passes its first line; false when there is none or it is empty.
+  bool OpenForRead(const std::string& fileName);
+  /// The next non-empty line without its tabs. `key`: the object ID, the component's name or the text before the first
+  /// colon; `value`: the text after ": ", for kKeyValue only.
+  LineKind ReadLine(std::string_view& key, std::string_view& value);
+  /// Each of these reads one line. A line that is no value gives 0, false or "". Numbers are read as prefixes; NaN and
+  /// infinity give 0 with a message, integers out of range clamp.
+  float ReadFloat();
+  int ReadInt();
+  bool ReadBool();
+  std::string ReadString();
+  /// An integer as the number of lines or blocks that follow: never negative, never more than the lines left.
+  int ReadCount();
+  /// True when the next line is a value; nothing is read.
+  bool NextIsValue() const;
+  Vec3 ReadVec3();
+  Quaternion ReadQuaternion();
+  Matrix33 ReadMatrix33();
+  Matrix34 ReadMatrix34();
+
+  /// Blocks open at this point; 1 inside the document alone.
+  int GetDepth() const { return depth_; }
+  /// Reads lines until no more than `depth` blocks are open, or the text ends.
+  void SkipToDepth(int depth);
+  /// True once a read met the end of the text.
+  bool HasMetEnd() const { return metEnd_; }
+  /// "NAME: line N" of the line read last, for messages.
+  std::string Where() const;
+  /// Counts a script of this load; false, with one message, when the load has made too many.
+  bool TakeScriptSlot();
+
+ private:
+  static constexpr int kFileDigits = 6;
+  static constexpr int kMaxScripts = 20000;  // per load; bounds the memory that a file can claim
+
+  void Line(std::string_view key, std::string_view value);
+  void Indent();
+  bool NextLine(std::string_view& line);
+  bool NextValue(std::string_view& value);
+  void SkipLine();
+  void Complain(const char* what, std::string_view detail);
+
+  std::string fileName_;
+  // writing
+  std::string out_;
+  bool writing_ = false;
+  int digits_ = kFileDigits;
+  std::uint8_t indent_ = 0;
+  bool complained_ = false;
+  // reading
+  const char* position_ = nullptr;
+  const char* end_ = nullptr;
+  int lineNumber_ = 0;
+  int depth_ = 0;
+  int scripts_ = 0;
+  bool metEnd_ = false;
+};

@@ -1,0 +1,191 @@
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "core/file_cache.h"
+#include "core/print.h"
+#include "core/serializer.h"
+
+namespace {
+
+// The part of a value that from_chars may start at: it takes no blanks and no plus sign itself.
+std::string_view NumberStart(std::string_view text) {
+  const auto start = text.find_first_not_of(' ');
+  text.remove_prefix(start == std::string_view::npos ? text.size() : start);
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  return text;
+}
+
+std::string_view ValueOf(std::string_view line) {
+  const auto colon = line.find(':');
+  return colon == std::string_view::npos || colon + 2 > line.size() ? std::string_view{} : line.substr(colon + 2);
+}
+
+bool OpensBlock(std::string_view line) { return line.back() == '{'; }
+bool ClosesBlock(std::string_view line) { return line.front() == '}'; }
+
+}  // namespace
+
+bool Serializer::OpenForRead(const std::string& fileName) {
+  fileName_ = fileName;
+  const std::string* text = ReadCachedFile(fileName);
+  if (text == nullptr || text->empty()) return false;
+  position_ = text->data();
+  end_ = position_ + text->size();
+  const auto* lineEnd = static_cast<const char*>(std::memchr(position_, '\n', text->size()));
+  position_ = lineEnd == nullptr ? end_ : lineEnd + 1;
+  lineNumber_ = 1;
+  depth_ = 1;
+  return true;
+}
+
+bool Serializer::NextLine(std::string_view& line) {
+  while (position_ < end_) {
+    const char* start = position_;
+    const auto* lineEnd = static_cast<const char*>(std::memchr(start, '\n', static_cast<std::size_t>(end_ - start)));
+    if (lineEnd == nullptr) lineEnd = end_;
+    position_ = lineEnd < end_ ? lineEnd + 1 : end_;
+    ++lineNumber_;
+    if (lineEnd > start && lineEnd[-1] == '\r') --lineEnd;
+    while (start < lineEnd && *start == '\t') ++start;
+    if (start == lineEnd) continue;
+    line = {start, static_cast<std::size_t>(lineEnd - start)};
+    if (OpensBlock(line))
+      ++depth_;
+    else if (ClosesBlock(line))
+      --depth_;
+    return true;
+  }
+  metEnd_ = true;
+  return false;
+}
+
+LineKind Serializer::ReadLine(std::string_view& key, std::string_view& value) {
+  std::string_view line;
+  if (!NextLine(line)) return LineKind::kEndOfFile;
+  const std::string_view beforeColon = line.substr(0, line.find(':'));
+  if (OpensBlock(line)) {
+    key = beforeColon;
+    if (beforeColon != "Component") return LineKind::kBlockOpen;
+    const auto first = line.find('"');
+    const auto last = line.rfind('"');
+    key = first == std::string_view::npos || last == first ? std::string_view{}
+                                                           : line.substr(first + 1, last - first - 1);
+    return LineKind::kComponentOpen;
+  }
+  if (ClosesBlock(line)) return LineKind::kBlockClose;
+  key = beforeColon;
+  value = ValueOf(line);
+  return LineKind::kKeyValue;
+}
+
+bool Serializer::NextValue(std::string_view& value) {
+  std::string_view line;
+  if (!NextLine(line) || OpensBlock(line) || ClosesBlock(line)) return false;
+  value = ValueOf(line);
+  return true;
+}
+
+void Serializer::SkipLine() {
+  std::string_view line;
+  NextLine(line);
+}
+
+float Serializer::ReadFloat() {
+  std::string_view value;
+  if (!NextValue(value)) return 0.0f;
+  const std::string_view text = NumberStart(value);
+  float number = 0.0f;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (result.ec == std::errc{} && std::isfinite(number)) return number;
+  if (result.ec != std::errc::invalid_argument) Print("%s: not a finite number, read as 0\n", Where().c_str());
+  return 0.0f;
+}
+
+int Serializer::ReadInt() {
+  std::string_view value;
+  if (!NextValue(value)) return 0;
+  const std::string_view text = NumberStart(value);
+  int number = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (result.ec != std::errc::result_out_of_range) return number;
+  return text.front() == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+}
+
+bool Serializer::ReadBool() {
+  std::string_view value;
+  return NextValue(value) && !value.empty() && (value.front() == 't' || value.front() == 'T');
+}
+
+std::string Serializer::ReadString() {
+  std::string_view value;
+  return NextValue(value) ? std::string(value) : std::string{};
+}
+
+int Serializer::ReadCount() {
+  const int count = ReadInt();
+  if (count <= 0) return 0;
+  const auto linesLeft = std::count(position_, end_, '\n') + 1;
+  return static_cast<int>(std::min<std::ptrdiff_t>(count, linesLeft));
+}
+
+bool Serializer::NextIsValue() const {
+  Serializer ahead = *this;
+  std::string_view value;
+  return ahead.NextValue(value);
+}
+
+Vec3 Serializer::ReadVec3() {
+  SkipLine();
+  Vec3 v;
+  v.x = ReadFloat();
+  v.y = ReadFloat();
+  v.z = ReadFloat();
+  SkipLine();
+  return v;
+}
+
+Quaternion Serializer::ReadQuaternion() {
+  SkipLine();
+  Quaternion q;
+  q.r = ReadFloat();
+  q.i = ReadFloat();
+  q.j = ReadFloat();
+  q.k = ReadFloat();
+  SkipLine();
+  return q;
+}
+
+Matrix33 Serializer::ReadMatrix33() {
+  SkipLine();
+  Matrix33 m;
+  for (float& value : m.m) value = ReadFloat();
+  SkipLine();
+  return m;
+}
+
+Matrix34 Serializer::ReadMatrix34() {
+  SkipLine();
+  Matrix34 m;
+  for (float& value : m.rotation.m) value = ReadFloat();
+  m.translation = ReadVec3();
+  SkipLine();
+  return m;
+}
+
+void Serializer::SkipToDepth(int depth) {
+  std::string_view line;
+  while (depth_ > depth && NextLine(line)) {
+  }
+}
+
+std::string Serializer::Where() const { return fileName_ + ": line " + std::to_string(lineNumber_); }
+
+bool Serializer::TakeScriptSlot() {
+  if (++scripts_ <= kMaxScripts) return true;
+  if (scripts_ == kMaxScripts + 1)
+    Print("%s: more than %d scripts, the rest is skipped\n", Where().c_str(), kMaxScripts);
+  return false;
+}

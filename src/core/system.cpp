@@ -1,0 +1,120 @@
+#include "core/system.h"
+
+#include "core/print.h"
+#include "core/random.h"
+#include "core/system_pad.h"
+
+namespace {
+constexpr char kTitle[] = "Brinewhirl";
+constexpr std::uint32_t kFirstSeed = 10;
+}  // namespace
+
+System::System() = default;
+System::~System() = default;
+
+void System::Init(GlLoader loadGl) {
+  SDL_Init(SDL_INIT_VIDEO);
+  SDL_Init(SDL_INIT_JOYSTICK);
+  SDL_InitSubSystem(SDL_INIT_GAMECONTROLLER);  // its device events come only when it is started
+  PrintDisplayMode();
+  OpenWindow(loadGl);
+  // After the context exists these ask for nothing any more, and must not: the atlas of the text needs a compatibility
+  // context, which is what a plain request gives.
+  SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
+  SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
+  SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 3);
+  SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+  SDL_JoystickEventState(SDL_ENABLE);
+  SDL_ShowCursor(0);
+  SeedRandom(kFirstSeed);
+}
+
+// Asks for the second display; with one display the query fails and zeros are printed.
+void System::PrintDisplayMode() const {
+  SDL_DisplayMode mode{};
+  if (SDL_GetDesktopDisplayMode(1, &mode) != 0) {
+    SDL_Log("SDL_GetDesktopDisplayMode failed: %s", SDL_GetError());
+    mode = {};
+  }
+  Print("Height: %d\n", mode.h);
+  Print("Width: %d\n", mode.w);
+  Print("Refresh Rate: %d\n", mode.refresh_rate);
+}
+
+void System::OpenWindow(GlLoader loadGl) {
+  const WindowRect request;
+  window_ = SDL_CreateWindow(kTitle, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, request.width, request.height,
+                             SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_OPENGL);
+  fullscreen_ = true;
+  if (window_ != nullptr) glContext_ = SDL_GL_CreateContext(window_);
+  vsync_ = false;
+  ToggleVSync();
+  if (window_ == nullptr) {
+    Print("Window could not be created SDL Error: %s\n", SDL_GetError());
+    return;
+  }
+  const char* error = glContext_ == nullptr ? SDL_GetError() : loadGl();
+  if (error != nullptr) Print("Error initializing GLEW.\n%s\n", error);
+}
+
+void System::Shutdown() {
+  for (auto& pad : pads_) pad.reset();
+  if (glContext_ != nullptr) SDL_GL_DeleteContext(glContext_);
+  if (window_ != nullptr) SDL_DestroyWindow(window_);
+  glContext_ = nullptr;
+  window_ = nullptr;
+  SDL_Quit();
+}
+
+bool System::ToggleVSync() {
+  vsync_ = !vsync_;
+  if (vsync_ && SDL_GL_SetSwapInterval(1) < 0) Print("Unable to set VSync, SDL:ERROR:%s\n", SDL_GetError());
+  return vsync_;
+}
+
+void System::PumpEvents(EventRouter& router) {
+  router.BeginFrame();
+  SDL_Event event;
+  while (SDL_PollEvent(&event) != 0) router.Route(event);
+  router.EndFrame();
+}
+
+WindowRect System::GetWindowRect() const {
+  WindowRect rect;
+  if (window_ == nullptr) return rect;
+  SDL_GetWindowPosition(window_, &rect.x, &rect.y);
+  SDL_GetWindowSize(window_, &rect.width, &rect.height);
+  return rect;
+}
+
+void System::SetFullscreen(bool fullscreen) {
+  if (window_ != nullptr)
+    SDL_SetWindowFullscreen(window_, fullscreen ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : Uint32{0});
+  fullscreen_ = fullscreen;
+}
+
+void System::Minimise() {
+  if (window_ != nullptr) SDL_MinimizeWindow(window_);
+}
+
+void System::Present() {
+  if (glContext_ != nullptr) SDL_GL_SwapWindow(window_);
+}
+
+void System::StartFrame() { frameStartTicks_ = SDL_GetTicks(); }
+
+std::uint32_t FrameRest(std::uint32_t frameTime, unsigned targetFps) {
+  if (targetFps == 0) return 0;
+  const float budget = 1000.0f / static_cast<float>(targetFps);
+  // Compared as floats before the unsigned subtraction, which must not wrap.
+  return budget > static_cast<float>(frameTime) ? static_cast<std::uint32_t>(budget) - frameTime : 0;
+}
+
+void System::EndFrame() {
+  frameEndTicks_ = SDL_GetTicks();
+  frameTime_ = frameEndTicks_ - frameStartTicks_;
+  if (frameTime_ != 0) measuredFps = 1000 / frameTime_;
+  SDL_Delay(FrameRest(frameTime_, targetFps));
+  frameEndTicks_ = SDL_GetTicks();
+  frameTime_ = frameEndTicks_ - frameStartTicks_;
+}

@@ -1,0 +1,42 @@
+// Where an object is, how it is turned, and how large it is drawn. The matrix is a cache: it is rebuilt by Update, by
+// each physics sub-step and by the paused frame, and everything between sees the last one built.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "core/component.h"
+#include "physics/math/matrix34.h"
+#include "physics/math/quaternion.h"
+
+class Transform final : public Component {
+ public:
+  static constexpr Kind kKind = Kind::kTransform;
+
+  Transform() = default;
+  /// `angle` (radians about z) is applied as one first-order integration step, which is exact for 0 only; code that
+  /// wants a true angle sets `orientation`.
+  Transform(const Vec3& startPosition, const Vec3& startScale, float angle);
+
+  void Update(float step) override;
+  void Serialize(Serializer& writer) override;
+  void Deserialize(Serializer& reader) override;
+
+  /// Rebuilds the cached matrix from `orientation` and `position`; a rotation that stayed the same is not made again.
+  void Rebuild();
+  /// Changes whenever the cached rotation does; never 0.
+  std::uint32_t GetRotationVersion() const { return rotationVersion_; }
+  /// The cached matrix.
+  const Matrix34& GetMatrix() const { return matrix_; }
+  /// 4x4 row-major: cached rotation times diag(graphicsScale), cached translation, (0, 0, 0, 1).
+  std::array<float, 16> GetModelMatrix() const;
+
+  Vec3 position;                            ///< world units
+  Quaternion orientation;                   ///< kept at unit length by the physics
+  Vec3 graphicsScale = {1.0f, 1.0f, 1.0f};  ///< drawing only; a sprite's quad is 1 x 1
+
+ private:
+  Matrix34 matrix_;
+  Quaternion builtFrom_;  // orientation that matrix_.rotation was made of; the rotation is a pure function of it
+  std::uint32_t rotationVersion_ = 1;
+};

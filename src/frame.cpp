@@ -1,0 +1,64 @@
+#include "frame.h"
+
+#include "core/game_time.h"
+#include "core/object_manager.h"
+#include "core/pause.h"
+#include "core/transform.h"
+#include "graphics/background.h"
+#include "graphics/camera.h"
+#include "graphics/renderer.h"
+#include "input/input.h"
+#include "match/hud.h"
+#include "physics/slow_motion.h"
+#include "physics/step.h"
+
+void Frame::Run() {
+  Platform& platform = GetPlatform();
+  platform.StartFrame();
+  platform.PumpEvents(router_);
+  UpdateSlowMotion();
+  IsPaused() ? RunPaused() : RunRunning();
+  UpdateCursorAndCamera();
+  DrawScene();
+  GetRenderer().ComposeScreen();
+  Objects().GetCursor().GetTransform().Rebuild();
+  platform.Present();
+  platform.EndFrame();
+}
+
+void Frame::RunRunning() {
+  GameTime& time = Time();
+  time.physicsStep = time.frameStep * kPhysicsShare;
+  const auto& objects = Objects().GetObjects();
+  // Scripts may append objects, which are updated in this pass, and may change the step for those after them.
+  for (std::size_t i = 0; i < objects.size(); ++i) objects[i]->Update(time.frameStep);
+  Objects().RemoveDeadObjects();
+  time.elapsedTime += time.frameStep;
+  if (time.frameStep != 0.0f) GalePhysics::RunSubSteps();
+}
+
+// The picture stands still; only the cursor still meets what it is over.
+void Frame::RunPaused() {
+  for (const auto& object : Objects().GetObjects()) object->GetTransform().Rebuild();
+  Objects().RemoveDeadObjects();
+  GalePhysics::DetectOverlapsOnly();
+}
+
+void Frame::UpdateCursorAndCamera() {
+  Objects().GetCursor().Update(Time().frameStep);
+  Objects().GetCamera().Update(Time().frameStep);
+  Input::Pointer& pointer = Input::GetPointer();
+  const Vec3 world =
+      GetMainCamera()->ScreenToWorld(static_cast<float>(pointer.mouseX), static_cast<float>(pointer.mouseY), 0.0f);
+  pointer.worldX = world.x;
+  pointer.worldY = world.y;
+}
+
+void Frame::DrawScene() {
+  Renderer& renderer = GetRenderer();
+  renderer.BeginScene();
+  Objects().SortIfNeeded();
+  renderer.DrawSprite(GetBackground());
+  for (const auto& object : Objects().GetObjects()) renderer.DrawSprite(*object);
+  ShowHud(!IsPaused());
+}

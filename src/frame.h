@@ -1,0 +1,20 @@
+// One frame of the game, its order written out once; the game, the tool and the tests all run this.
+#pragma once
+
+#include "core/platform.h"
+
+class Frame {
+ public:
+  /// The platform's events go to `router`; not owned.
+  explicit Frame(EventRouter& router) : router_(router) {}
+
+  void Run();
+
+ private:
+  void RunRunning();
+  void RunPaused();
+  void UpdateCursorAndCamera();
+  void DrawScene();
+
+  EventRouter& router_;
+};

@@ -1,0 +1,38 @@
+#include "graphics/camera_centerer.h"
+
+#include "core/object_manager.h"
+#include "core/player_name.h"
+#include "core/transform.h"
+#include "graphics/camera.h"
+
+namespace {
+
+constexpr float kThird = 0.33333334f;
+
+struct Average {
+  Vec3 sum;
+  int count = 0;
+
+  void Add(const Vec3& position) {
+    sum += position;
+    ++count;
+  }
+  Vec3 Get() const { return count == 0 ? Vec3{} : sum * (1.0f / static_cast<float>(count)); }
+};
+
+}  // namespace
+
+void CameraCenterer::Update(float /*step*/) {
+  Average all;
+  Average players;
+  for (const auto& object : Objects().GetObjects()) {
+    const Vec3& position = object->GetTransform().position;
+    if (position == Vec3{} || !IsFinite(position)) continue;
+    all.Add(position);
+    if (IsPlayerName(object->name)) players.Add(position);
+  }
+  Vec3 aim = (all.Get() + players.Get()) * kThird;
+  if (const float length = Length(aim); length >= kMaxAim) aim = aim * (1.0f / length) * kMaxAim;
+  lean_ = (lean_ * kSmoothing + aim) * (1.0f / (kSmoothing + 1.0f));
+  if (Camera* camera = GetCamera(*owner)) camera->offset += lean_;
+}

@@ -1,0 +1,248 @@
+#include "graphics/gl.h"
+
+#include <vector>
+
+namespace gl {
+
+namespace {
+
+bool hasContext = false;
+
+const void* Offset(std::size_t bytes) { return reinterpret_cast<const void*>(bytes); }
+
+template <class GetLog>
+std::string ReadLog(GLint length, GetLog getLog) {
+  if (length <= 0) return {};
+  std::vector<char> text(static_cast<std::size_t>(length) + 1, '\0');
+  getLog(length, text.data());
+  return text.data();
+}
+
+}  // namespace
+
+const char* Load() {
+  glewExperimental = GL_TRUE;
+  const GLenum result = glewInit();
+  hasContext = glCreateShader != nullptr && glGenFramebuffers != nullptr;
+  return result == GLEW_OK ? nullptr : reinterpret_cast<const char*>(glewGetErrorString(result));
+}
+
+bool HasContext() { return hasContext; }
+void Unload() { hasContext = false; }
+
+void SetEnabled(GLenum capability, bool enabled) {
+  if (!hasContext) return;
+  enabled ? glEnable(capability) : glDisable(capability);
+}
+
+void BlendAlpha() {
+  if (hasContext) glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+}
+
+void Viewport(int x, int y, int width, int height) {
+  if (hasContext) glViewport(x, y, width, height);
+}
+
+void ClearColor(float r, float g, float b, float a) {
+  if (hasContext) glClearColor(r, g, b, a);
+}
+
+void Clear(GLbitfield buffers) {
+  if (hasContext) glClear(buffers);
+}
+
+GLuint GenTexture() {
+  GLuint name = 0;
+  if (hasContext) glGenTextures(1, &name);
+  return name;
+}
+
+void DeleteTexture(GLuint texture) {
+  if (hasContext) glDeleteTextures(1, &texture);
+}
+
+void BindTexture(GLuint texture) {
+  if (!hasContext) return;
+  glActiveTexture(GL_TEXTURE0);
+  glBindTexture(GL_TEXTURE_2D, texture);
+}
+
+void TexImage(GLint internalFormat, int width, int height, GLenum format, const void* pixels) {
+  if (hasContext) glTexImage2D(GL_TEXTURE_2D, 0, internalFormat, width, height, 0, format, GL_UNSIGNED_BYTE, pixels);
+}
+
+void SetSmoothClamped() {
+  if (!hasContext) return;
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+}
+
+void GenerateMipmap() {
+  if (hasContext) glGenerateMipmap(GL_TEXTURE_2D);
+}
+
+int MaxTextureSize() {
+  GLint size = 0;
+  if (hasContext) glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+  return size;
+}
+
+GLuint CreateShader(GLenum type, const std::string& source) {
+  if (!hasContext) return 0;
+  const GLuint shader = glCreateShader(type);
+  const char* text = source.c_str();
+  glShaderSource(shader, 1, &text, nullptr);
+  glCompileShader(shader);
+  return shader;
+}
+
+bool Compiled(GLuint shader, std::string& log) {
+  if (!hasContext) return true;
+  GLint ok = GL_FALSE;
+  GLint length = 0;
+  glGetShaderiv(shader, GL_COMPILE_STATUS, &ok);
+  glGetShaderiv(shader, GL_INFO_LOG_LENGTH, &length);
+  log = ReadLog(length, [&](GLint size, char* text) { glGetShaderInfoLog(shader, size, nullptr, text); });
+  return ok == GL_TRUE;
+}
+
+void DeleteShader(GLuint shader) {
+  if (hasContext) glDeleteShader(shader);
+}
+
+GLuint CreateProgram() { return hasContext ? glCreateProgram() : 0; }
+
+void Attach(GLuint program, GLuint shader) {
+  if (hasContext) glAttachShader(program, shader);
+}
+
+void BindAttribute(GLuint program, GLuint location, const char* name) {
+  if (hasContext) glBindAttribLocation(program, location, name);
+}
+
+void Link(GLuint program) {
+  if (hasContext) glLinkProgram(program);
+}
+
+bool Linked(GLuint program, std::string& log) {
+  if (!hasContext) return true;
+  GLint ok = GL_FALSE;
+  GLint length = 0;
+  glGetProgramiv(program, GL_LINK_STATUS, &ok);
+  glGetProgramiv(program, GL_INFO_LOG_LENGTH, &length);
+  log = ReadLog(length, [&](GLint size, char* text) { glGetProgramInfoLog(program, size, nullptr, text); });
+  return ok == GL_TRUE;
+}
+
+void DeleteProgram(GLuint program) {
+  if (hasContext) glDeleteProgram(program);
+}
+
+void UseProgram(GLuint program) {
+  if (hasContext) glUseProgram(program);
+}
+
+GLint UniformLocation(GLuint program, const char* name) {
+  return hasContext ? glGetUniformLocation(program, name) : -1;
+}
+
+void Uniform(GLint location, float value) {
+  if (hasContext) glUniform1f(location, value);
+}
+
+void Uniform3(GLint location, const float* values) {
+  if (hasContext) glUniform3fv(location, 1, values);
+}
+
+void Uniform4(GLint location, float x, float y, float z, float w) {
+  if (hasContext) glUniform4f(location, x, y, z, w);
+}
+
+void UniformMatrix4(GLint location, bool transpose, const float* values) {
+  if (hasContext) glUniformMatrix4fv(location, 1, transpose ? GL_TRUE : GL_FALSE, values);
+}
+
+GLuint GenVertexArray() {
+  GLuint name = 0;
+  if (hasContext) glGenVertexArrays(1, &name);
+  return name;
+}
+
+void DeleteVertexArray(GLuint array) {
+  if (hasContext) glDeleteVertexArrays(1, &array);
+}
+
+void BindVertexArray(GLuint array) {
+  if (hasContext) glBindVertexArray(array);
+}
+
+GLuint GenBuffer() {
+  GLuint name = 0;
+  if (hasContext) glGenBuffers(1, &name);
+  return name;
+}
+
+void DeleteBuffer(GLuint buffer) {
+  if (hasContext) glDeleteBuffers(1, &buffer);
+}
+
+void StaticData(GLenum target, GLuint buffer, std::size_t bytes, const void* data) {
+  if (!hasContext) return;
+  glBindBuffer(target, buffer);
+  glBufferData(target, static_cast<GLsizeiptr>(bytes), data, GL_STATIC_DRAW);
+}
+
+void FloatAttribute(GLuint location, int components, int stride, std::size_t offset) {
+  if (!hasContext) return;
+  glEnableVertexAttribArray(location);
+  glVertexAttribPointer(location, components, GL_FLOAT, GL_FALSE, stride, Offset(offset));
+}
+
+void DrawArrays(GLenum mode, int count) {
+  if (hasContext) glDrawArrays(mode, 0, count);
+}
+
+void DrawIndexedTriangles(int count) {
+  if (hasContext) glDrawElements(GL_TRIANGLES, count, GL_UNSIGNED_SHORT, nullptr);
+}
+
+GLuint GenFramebuffer() {
+  GLuint name = 0;
+  if (hasContext) glGenFramebuffers(1, &name);
+  return name;
+}
+
+void DeleteFramebuffer(GLuint framebuffer) {
+  if (hasContext) glDeleteFramebuffers(1, &framebuffer);
+}
+
+void BindFramebuffer(GLuint framebuffer) {
+  if (hasContext) glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+}
+
+GLuint GenRenderbuffer() {
+  GLuint name = 0;
+  if (hasContext) glGenRenderbuffers(1, &name);
+  return name;
+}
+
+void DeleteRenderbuffer(GLuint renderbuffer) {
+  if (hasContext) glDeleteRenderbuffers(1, &renderbuffer);
+}
+
+void AttachColour(GLuint texture) {
+  if (hasContext) glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
+}
+
+void AttachDepthStencil(GLuint renderbuffer, int width, int height) {
+  if (!hasContext) return;
+  glBindRenderbuffer(GL_RENDERBUFFER, renderbuffer);
+  glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH24_STENCIL8, width, height);
+  glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_STENCIL_ATTACHMENT, GL_RENDERBUFFER, renderbuffer);
+}
+
+GLenum FramebufferStatus() { return hasContext ? glCheckFramebufferStatus(GL_FRAMEBUFFER) : GL_FRAMEBUFFER_COMPLETE; }
+
+}  // namespace gl

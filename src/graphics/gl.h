@@ -1,0 +1,80 @@
+// The only way to OpenGL. Without a context every call has no effect: generators give 0, status queries report
+// success, and nothing crashes, so the floors above need not know whether anybody can see them.
+#pragma once
+
+#include <GL/glew.h>
+
+#include <string>
+
+namespace gl {
+
+/// Loads the entry points of the current context; null, or an error text. Later calls do something only if the entry
+/// points are really there, which GLEW's own result does not tell on every display system.
+const char* Load();
+/// Whether calls reach a context.
+bool HasContext();
+/// From now on calls have no effect; before the context goes.
+void Unload();
+
+// --- state ---
+void SetEnabled(GLenum capability, bool enabled);
+/// Source alpha over what is there.
+void BlendAlpha();
+void Viewport(int x, int y, int width, int height);
+void ClearColor(float r, float g, float b, float a);
+void Clear(GLbitfield buffers);
+
+// --- textures ---
+GLuint GenTexture();
+void DeleteTexture(GLuint texture);
+void BindTexture(GLuint texture);
+/// 8-bit image for the bound texture; `pixels` may be null for an empty one.
+void TexImage(GLint internalFormat, int width, int height, GLenum format, const void* pixels);
+/// Clamped at the edges, filtered linearly.
+void SetSmoothClamped();
+void GenerateMipmap();
+int MaxTextureSize();
+
+// --- programs ---
+GLuint CreateShader(GLenum type, const std::string& source);
+bool Compiled(GLuint shader, std::string& log);
+void DeleteShader(GLuint shader);
+GLuint CreateProgram();
+void Attach(GLuint program, GLuint shader);
+void BindAttribute(GLuint program, GLuint location, const char* name);
+void Link(GLuint program);
+bool Linked(GLuint program, std::string& log);
+void DeleteProgram(GLuint program);
+void UseProgram(GLuint program);
+GLint UniformLocation(GLuint program, const char* name);
+void Uniform(GLint location, float value);
+void Uniform3(GLint location, const float* values);
+void Uniform4(GLint location, float x, float y, float z, float w);
+void UniformMatrix4(GLint location, bool transpose, const float* values);
+
+// --- meshes ---
+GLuint GenVertexArray();
+void DeleteVertexArray(GLuint array);
+void BindVertexArray(GLuint array);
+GLuint GenBuffer();
+void DeleteBuffer(GLuint buffer);
+/// Binds the buffer to the target and fills it for good.
+void StaticData(GLenum target, GLuint buffer, std::size_t bytes, const void* data);
+/// `components` floats of the bound array buffer, `stride` and `offset` in bytes.
+void FloatAttribute(GLuint location, int components, int stride, std::size_t offset);
+void DrawArrays(GLenum mode, int count);
+/// 16-bit indices of the bound vertex array.
+void DrawIndexedTriangles(int count);
+
+// --- targets ---
+GLuint GenFramebuffer();
+void DeleteFramebuffer(GLuint framebuffer);
+void BindFramebuffer(GLuint framebuffer);
+GLuint GenRenderbuffer();
+void DeleteRenderbuffer(GLuint renderbuffer);
+void AttachColour(GLuint texture);
+/// Depth and stencil storage of that size for the bound framebuffer.
+void AttachDepthStencil(GLuint renderbuffer, int width, int height);
+GLenum FramebufferStatus();
+
+}  // namespace gl

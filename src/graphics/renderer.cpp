@@ -1,0 +1,217 @@
+#include "graphics/renderer.h"
+
+#include <glm/gtc/type_ptr.hpp>
+
+#include "core/platform.h"
+#include "core/print.h"
+#include "core/transform.h"
+#include "graphics/camera.h"
+#include "graphics/meshes.h"
+#include "graphics/sprite.h"
+#include "graphics/texture_file.h"
+
+Renderer& GetRenderer() {
+  static Renderer& renderer = *new Renderer;
+  return renderer;
+}
+
+void Renderer::Init() {
+  gl::SetEnabled(GL_DEPTH_TEST, true);
+  if (FT_Init_FreeType(&fontLibrary_) != 0) Print("Could not init freetype library\n");
+  CreateProgram("default", "dvert.glsl", "dfrag.glsl");
+  CreateProgram("debug", "dvert.glsl", "debug_frag.glsl");
+  CreateProgram("screen", "screen_vert.glsl", "screen_frag.glsl");
+  CreateProgram("wave", "screen_vert.glsl", "wave_frag.glsl");
+  CreateProgram("text", "dtext_vert.glsl", "dtext_frag.glsl");
+  CreateProgram("fisheye", "dvert.glsl", "fisheye.glsl");
+  CreateProgram("particles", "dparticle_vert.glsl", "dparticle_frag.glsl");
+  meshes_ = {BuildQuad(0.5f), BuildCircle(), BuildSquareOutline(), BuildQuad(1.0f)};
+  FitWindow();
+  screenShaderName_ = "screen";
+}
+
+void Renderer::Shutdown() {
+  for (const auto& [name, program] : shaders_) gl::DeleteProgram(program.name);
+  for (const auto& [name, texture] : textures_) gl::DeleteTexture(texture);
+  for (Mesh& mesh : meshes_) DeleteMesh(mesh);
+  DeleteSceneTarget();
+  if (fontLibrary_ != nullptr) FT_Done_FreeType(fontLibrary_);
+  *this = Renderer{};
+}
+
+void Renderer::CreateProgram(const std::string& name, const std::string& vertexFile, const std::string& fragmentFile) {
+  const ShaderProgram program = BuildProgram(vertexFile, fragmentFile);
+  if (program.name != 0) shaders_[name] = program;
+}
+
+const ShaderProgram& Renderer::GetShader(const std::string& name) const {
+  static const ShaderProgram none;
+  const auto found = shaders_.find(name);
+  return found == shaders_.end() ? none : found->second;
+}
+
+void Renderer::LoadTexture(const std::string& name) {
+  GLuint& texture = textures_[name];
+  if (texture != 0) gl::DeleteTexture(texture);
+  texture = LoadTextureFile(name);
+  if (texture == 0) Print("Error Loading Texture%s\n", name.c_str());
+}
+
+GLuint Renderer::GetTexture(const std::string& name) const {
+  const auto found = textures_.find(name);
+  return found == textures_.end() ? 0 : found->second;
+}
+
+void Renderer::FitWindow() {
+  const WindowRect window = GetPlatform().GetWindowRect();
+  if (window.width <= 0 || window.height <= 0) return;
+  viewport_ = FitViewport(window.width, window.height);
+  gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
+  targetWidth_ = window.width;
+  targetHeight_ = window.height;
+  CreateSceneTarget();
+  if (Camera* camera = GetMainCamera())
+    camera->SetPerspective(camera->GetFov(), static_cast<float>(viewport_.width) / static_cast<float>(viewport_.height),
+                           camera->GetNear(), camera->GetFar());
+}
+
+void Renderer::CreateSceneTarget() {
+  if (gl::HasContext() && (targetWidth_ > gl::MaxTextureSize() || targetHeight_ > gl::MaxTextureSize())) {
+    ReportFramebufferStatus();
+    return;
+  }
+  DeleteSceneTarget();
+  sceneFramebuffer_ = gl::GenFramebuffer();
+  sceneDepthStencil_ = gl::GenRenderbuffer();
+  sceneTexture_ = gl::GenTexture();
+  gl::BindFramebuffer(sceneFramebuffer_);
+  gl::BindTexture(sceneTexture_);
+  gl::TexImage(GL_RGB, targetWidth_, targetHeight_, GL_RGB, nullptr);
+  gl::SetSmoothClamped();
+  gl::AttachColour(sceneTexture_);
+  gl::AttachDepthStencil(sceneDepthStencil_, targetWidth_, targetHeight_);
+  ReportFramebufferStatus();
+  gl::BindFramebuffer(0);
+}
+
+void Renderer::DeleteSceneTarget() {
+  if (sceneFramebuffer_ == 0) return;
+  gl::DeleteFramebuffer(sceneFramebuffer_);
+  gl::DeleteRenderbuffer(sceneDepthStencil_);
+  gl::DeleteTexture(sceneTexture_);
+}
+
+void Renderer::ReportFramebufferStatus() const {
+  const char* text = "No Idea";
+  switch (gl::FramebufferStatus()) {
+    case GL_FRAMEBUFFER_COMPLETE:
+      text = "GL_FRAMEBUFFER_COMPLETE";
+      break;
+    case GL_FRAMEBUFFER_UNDEFINED:
+      text = "GL_FRAMEBUFFER_UNDEFINED";
+      break;
+    case GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT:
+      text = "GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT";
+      break;
+    case GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT:
+      text = "GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT";
+      break;
+    case GL_FRAMEBUFFER_INCOMPLETE_DRAW_BUFFER:
+      text = "GL_FRAMEBUFFER_INCOMPLETE_DRAW_BUFFER";
+      break;
+    case GL_FRAMEBUFFER_INCOMPLETE_READ_BUFFER:
+      text = "GL_FRAMEBUFFER_INCOMPLETE_READ_BUFFER";
+      break;
+    case GL_FRAMEBUFFER_UNSUPPORTED:
+      text = "GL_FRAMEBUFFER_UNSUPPORTED";
+      break;
+    case GL_FRAMEBUFFER_INCOMPLETE_MULTISAMPLE:
+      text = "GL_FRAMEBUFFER_INCOMPLETE_MULTISAMPLE";
+      break;
+    case GL_FRAMEBUFFER_INCOMPLETE_LAYER_TARGETS:
+      text = "GL_FRAMEBUFFER_INCOMPLETE_LAYER_TARGETS";
+      break;
+    default:
+      break;
+  }
+  Print("%s\n", text);
+}
+
+// The scene fills its target, and only the screen pass keeps the window's bars: a letterbox in both would squeeze
+// twice.
+void Renderer::BeginScene() {
+  gl::BindFramebuffer(sceneFramebuffer_);
+  gl::Viewport(0, 0, targetWidth_, targetHeight_);
+  gl::Clear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+void Renderer::DrawSprite(const GameObject& object) {
+  const Sprite* sprite = object.Get<Sprite>();
+  if (sprite == nullptr || !sprite->visible || !gl::HasContext()) return;
+  const bool fullScreen = sprite->meshType == Sprite::kFullScreen;
+  const ShaderProgram& program = GetShader(fullScreen ? "screen" : sprite->shaderName);
+  const Camera* camera = GetMainCamera();
+  if (program.name == 0 || camera == nullptr) return;
+  gl::SetEnabled(GL_BLEND, true);
+  gl::BlendAlpha();
+  gl::UseProgram(program.name);
+  gl::BindTexture(GetTexture(sprite->texturePath));
+  if (!fullScreen) {
+    gl::UniformMatrix4(program.proj, false, glm::value_ptr(camera->GetProjection()));
+    gl::UniformMatrix4(program.view, false, glm::value_ptr(camera->GetView()));
+    gl::UniformMatrix4(program.model, true, object.GetTransform().GetModelMatrix().data());
+    gl::Uniform4(program.spriteColor, sprite->r, sprite->g, sprite->b, sprite->a);
+  }
+  DrawMesh(*sprite, program);
+  gl::BindVertexArray(0);
+  gl::SetEnabled(GL_BLEND, false);
+  gl::BindTexture(0);
+  gl::UseProgram(0);
+}
+
+void Renderer::DrawMesh(const Sprite& sprite, const ShaderProgram& program) {
+  if (sprite.meshType < 0 || sprite.meshType >= static_cast<int>(meshes_.size())) return;
+  gl::BindVertexArray(meshes_[static_cast<std::size_t>(sprite.meshType)].vertexArray);
+  switch (sprite.meshType) {
+    case Sprite::kCircle:
+      gl::DrawArrays(GL_LINE_LOOP, kCirclePoints);
+      break;
+    case Sprite::kQuad:
+      gl::Uniform4(program.uvOffSet, sprite.row, sprite.columns, sprite.startFrame, sprite.endFrame);
+      gl::DrawIndexedTriangles(kQuadIndices);
+      break;
+    case Sprite::kFullScreen:
+      gl::DrawIndexedTriangles(kQuadIndices);
+      break;
+    default:
+      break;
+  }
+}
+
+void Renderer::ComposeScreen() {
+  gl::BindFramebuffer(0);
+  gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
+  gl::ClearColor(0.0f, 0.0f, 0.0f, 1.0f);
+  gl::Clear(GL_COLOR_BUFFER_BIT);
+  const ShaderProgram& program = GetShader(screenShaderName_);
+  const float frameTime = screenTime_;
+  screenTime_ += kClockStep;
+  waveTime_ += kClockStep;
+  gl::SetEnabled(GL_DEPTH_TEST, false);
+  // With program 0 a compatibility context would draw a white quad; the cleared window stays instead.
+  if (program.name == 0) return;
+  gl::UseProgram(program.name);
+  gl::Uniform(program.frameTime, frameTime);
+  gl::Uniform3(program.cPoint, &wavePoint_.x);
+  gl::Uniform(program.gTime, waveTime_);
+  gl::BindVertexArray(meshes_[Sprite::kFullScreen].vertexArray);
+  gl::BindTexture(sceneTexture_);
+  gl::DrawIndexedTriangles(kQuadIndices);
+  gl::BindVertexArray(0);
+}
+
+void Renderer::StartRipple(const Vec3& point) {
+  screenShaderName_ = "wave";
+  wavePoint_ = point;
+  waveTime_ = 0.0f;
+}

@@ -1,0 +1,85 @@
+// Owns the OpenGL objects that everything is drawn with: programs, meshes, textures and the off-screen scene target.
+// A frame is BeginScene, the draws in painter's order, ComposeScreen. A name that is not there draws nothing; no error
+// stops the game. Works without a context too (see gl.h). Main thread only.
+#pragma once
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "core/game_object.h"
+#include "graphics/gl.h"
+#include "graphics/shader_program.h"
+#include "graphics/viewport.h"
+#include "physics/math/vec3.h"
+
+struct Mesh {
+  GLuint vertexBuffer = 0;
+  GLuint vertexArray = 0;
+  GLuint indexBuffer = 0;  ///< 0: drawn without indices
+};
+
+class Renderer {
+ public:
+  static constexpr float kClockStep = 0.0166f;  ///< seconds that both screen clocks advance per composed frame
+
+  /// Depth test, FreeType, the seven programs, the four meshes, the scene target. Once, when the context exists.
+  void Init();
+  /// Releases everything; before the context goes.
+  void Shutdown();
+
+  /// Builds a program from two files in Graphics/GLSL/ and registers it. One that does not compile is not registered,
+  /// one that does not link is.
+  void CreateProgram(const std::string& name, const std::string& vertexFile, const std::string& fragmentFile);
+  /// Fits everything to the platform's present window: viewport, scene target, camera. Sizes of 0 are ignored.
+  void FitWindow();
+
+  /// Loads, or loads again, one picture from Texture/.
+  void LoadTexture(const std::string& name);
+  /// The GL name of a loaded picture, or 0.
+  GLuint GetTexture(const std::string& name) const;
+  /// The program of that name; one without a GL name when there is none.
+  const ShaderProgram& GetShader(const std::string& name) const;
+
+  /// Starts the frame in the scene target.
+  void BeginScene();
+  /// Draws the object's sprite, if it has a visible one.
+  void DrawSprite(const GameObject& object);
+  /// Draws the scene onto the window through the screen shader and advances both clocks.
+  void ComposeScreen();
+
+  /// Which program ComposeScreen uses; not checked.
+  void SetScreenShader(const std::string& name) { screenShaderName_ = name; }
+  /// Restarts the ripple at a point in the screen's texture space, (0, 0) lower left to (1, 1).
+  void StartRipple(const Vec3& point);
+  /// Seconds since the last ripple started, in composed frames.
+  float GetWaveTime() const { return waveTime_; }
+
+ private:
+  void CreateSceneTarget();
+  void DeleteSceneTarget();
+  void DrawMesh(const class Sprite& sprite, const ShaderProgram& program);
+  void ReportFramebufferStatus() const;
+
+  float waveTime_ = 0.0f;
+  float screenTime_ = 0.0f;
+  FT_Library fontLibrary_ = nullptr;
+  GLuint sceneTexture_ = 0;
+  GLuint sceneFramebuffer_ = 0;
+  GLuint sceneDepthStencil_ = 0;
+  int targetWidth_ = 0;
+  int targetHeight_ = 0;
+  Viewport viewport_;
+  std::string screenShaderName_;
+  std::unordered_map<std::string, GLuint> textures_;
+  std::array<Mesh, 4> meshes_;  // by mesh type
+  std::unordered_map<std::string, ShaderProgram> shaders_;
+  Vec3 wavePoint_;
+};
+
+/// The process-wide renderer. It is never destroyed by itself: at process exit the context is gone.
+Renderer& GetRenderer();

@@ -1,0 +1,84 @@
+#include "graphics/shader_program.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "core/print.h"
+
+namespace {
+
+constexpr char kFolder[] = "Graphics/GLSL/";
+constexpr std::uintmax_t kMaxShaderBytes = 1024 * 1024;
+
+// The layout of every mesh, whether or not a source repeats it.
+constexpr std::array<std::pair<GLuint, const char*>, 5> kAttributes = {{
+    {0, "position"},
+    {1, "texCoord"},
+    {2, "instancePosition"},
+    {3, "instanceScale"},
+    {4, "instanceColor"},
+}};
+
+// Compiles one stage; false with a message when it does not.
+bool CompileStage(GLenum type, const std::string& fileName, GLuint& shader) {
+  shader = gl::CreateShader(type, ReadShaderFile(fileName));
+  std::string log;
+  if (gl::Compiled(shader, log)) return true;
+  Print("Loading Shader Error. %s\n", log.c_str());
+  gl::DeleteShader(shader);
+  return false;
+}
+
+void LocateUniforms(ShaderProgram& program) {
+  const auto locate = [&](const char* uniform) { return gl::UniformLocation(program.name, uniform); };
+  program.proj = locate("proj");
+  program.view = locate("view");
+  program.model = locate("model");
+  program.spriteColor = locate("spriteColor");
+  program.uvOffSet = locate("uvOffSet");
+  program.frameTime = locate("frameTime");
+  program.cPoint = locate("cPoint");
+  program.gTime = locate("gTime");
+}
+
+}  // namespace
+
+std::string ReadShaderFile(const std::string& fileName) {
+  const std::string path = kFolder + fileName;
+  std::error_code error;
+  std::ifstream file(path);
+  if (!file || !std::filesystem::is_regular_file(path, error) ||
+      std::filesystem::file_size(path, error) > kMaxShaderBytes) {
+    Print("Could not open file %s\n", fileName.c_str());
+    return {};
+  }
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+ShaderProgram BuildProgram(const std::string& vertexFile, const std::string& fragmentFile) {
+  ShaderProgram program;
+  GLuint vertex = 0;
+  GLuint fragment = 0;
+  if (!CompileStage(GL_VERTEX_SHADER, vertexFile, vertex)) return program;
+  if (!CompileStage(GL_FRAGMENT_SHADER, fragmentFile, fragment)) {
+    gl::DeleteShader(vertex);
+    return program;
+  }
+  program.name = gl::CreateProgram();
+  gl::Attach(program.name, fragment);
+  gl::Attach(program.name, vertex);
+  for (const auto& [location, name] : kAttributes) gl::BindAttribute(program.name, location, name);
+  gl::Link(program.name);
+  std::string log;
+  if (!gl::Linked(program.name, log)) Print("Linking Shader Error. %s\n", log.c_str());
+  gl::DeleteShader(vertex);
+  gl::DeleteShader(fragment);
+  LocateUniforms(program);
+  return program;
+}

@@ -1,0 +1,43 @@
+#include "match/create_player.h"
+
+#include "core/object_manager.h"
+#include "core/script_box.h"
+#include "graphics/sprite.h"
+#include "match/character_controller.h"
+#include "match/force_currency.h"
+#include "physics/make_physical.h"
+
+namespace {
+
+constexpr float kRadius = 0.5f;       // world units
+constexpr float kRestitution = 3.0f;  // makes every wall a bumper; VelocityCap bounds what it gives
+constexpr int kMaxForce = 10;
+constexpr float kChargeTime = 0.75f;  // seconds at 60 frames per second
+constexpr int kGaugeTeam = 0;         // under charge rules nobody asks for it
+
+GameObject& AddCoreObject(const std::string& name, const std::string& image) {
+  GameObject& object = *Objects().GetObject(Objects().CreateObject());
+  object.name = name;
+  object.core = true;
+  object.Insert(std::make_unique<Sprite>()).texturePath = image;
+  return object;
+}
+
+}  // namespace
+
+void CreatePlayer(const PlayerDefinition& definition) {
+  GameObject& player = AddCoreObject(definition.playerName, definition.image);
+  GameObject& gauge = AddCoreObject(definition.gaugeName, "RedBox.png");
+  GalePhysics::MakePhysical(player, {.shape = GalePhysics::PhysicalShape::kSphere,
+                                     .size = {kRadius, kRadius, 0.0f},
+                                     .position = definition.position,
+                                     .restitution = kRestitution});
+  // The gauge first: the controller speaks to it as soon as it is attached.
+  gauge.Insert(std::make_unique<ScriptBox>())
+      .AddScript(std::make_unique<ForceCurrency>(kGaugeTeam, definition.playerName, kMaxForce, kChargeTime));
+  auto& scripts = player.Insert(std::make_unique<ScriptBox>());
+  scripts.AddScript(
+      std::make_unique<CharacterController>(definition.scoreName, definition.gaugeName, definition.index));
+  scripts.AddScript("PrisonScript");
+  scripts.AddScript("VelocityCap");
+}

@@ -1,0 +1,31 @@
+#include "physics/collider.h"
+
+#include <algorithm>
+
+#include "core/print.h"
+#include "core/serializer.h"
+
+namespace GalePhysics {
+
+void Collider::SerializeCommon(Serializer& writer) const {
+  writer.WriteFloat("size", broadPhaseSize);
+  writer.WriteInt("type", static_cast<int>(GetColliderType()));
+  writer.WriteFloat("restitution", restitution);
+  writer.WriteBool("ghost", ghost);
+  writer.WriteInt("collision group", static_cast<int>(collisionGroup));
+}
+
+void Collider::DeserializeCommon(Serializer& reader) {
+  broadPhaseSize = std::max(0.0f, reader.ReadFloat());
+  const int type = reader.ReadInt();
+  const int own = static_cast<int>(GetColliderType());
+  if (type != own) Print("%s: collider type %d, must be %d\n", reader.Where().c_str(), type, own);
+  restitution = reader.ReadFloat();
+  ghost = reader.ReadBool();
+  const int group = reader.ReadInt();
+  collisionGroup = static_cast<std::uint32_t>(std::clamp(group, 0, static_cast<int>(kMaxCollisionGroup)));
+  if (group < 0 || collisionGroup != static_cast<std::uint32_t>(group))
+    Print("%s: collision group %d, must be 0 to %u\n", reader.Where().c_str(), group, kMaxCollisionGroup);
+}
+
+}  // namespace GalePhysics

@@ -1,0 +1,139 @@
+#include "physics/rigid_body.h"
+
+#include <cmath>
+
+#include "core/game_object.h"
+#include "core/game_time.h"
+#include "core/print.h"
+#include "core/serializer.h"
+#include "core/transform.h"
+#include "physics/force_generator.h"
+#include "physics/generator_host.h"
+
+namespace GalePhysics {
+
+float DefaultDamping() {
+  static const float damping = std::sqrt(0.997f);
+  return damping;
+}
+
+RigidBody::RigidBody(const Vec3& startVelocity, const Vec3& startAcceleration, bool lockRotation,
+                     const Vec3& startAngularVelocity, float mass)
+    : PointMass(startVelocity, startAcceleration, DefaultDamping(), mass),
+      angularVelocity(startAngularVelocity),
+      rotationLocked(lockRotation) {}
+
+void RigidBody::AddGenerator(ForceGenerator* generator) {
+  if (generator != nullptr) generators.push_back(generator);
+}
+
+void RigidBody::SetInverseInertia(const Matrix33& tensor) {
+  inverseInertia_ = tensor;
+  worldTensorVersion_ = 0;
+}
+
+Matrix33 RigidBody::GetInverseInertiaWorldInverse() const {
+  Matrix33 inverse;
+  Invert(worldInverseInertia_, inverse);
+  return inverse;
+}
+
+void RigidBody::Integrate() {
+  const float step = Time().physicsStep;
+  Transform& transform = owner->GetTransform();
+  for (ForceGenerator* generator : generators) generator->UpdateForce(*this);
+
+  const Vec3 oldPosition = transform.position;
+  transform.position += velocity * step;
+  velocity += forceTotal * inverseMass;  // generators have scaled their forces by the step already
+  forceTotal = {};
+  velocity += acceleration * step;
+  velocity *= damping;
+
+  if (rotationLocked)
+    angularVelocity = {};
+  else
+    IntegrateRotation(step);
+  torqueTotal = {};
+  KeepFinite(oldPosition);
+
+  if (worldTensorVersion_ == transform.GetRotationVersion()) return;
+  worldInverseInertia_ = inverseInertia_ * transform.GetMatrix().rotation;
+  worldTensorVersion_ = transform.GetRotationVersion();
+}
+
+void RigidBody::IntegrateRotation(float step) {
+  Quaternion& orientation = owner->GetTransform().orientation;
+  orientation = AddScaled(orientation, angularVelocity * step);
+  if (!(torqueTotal == Vec3{})) angularVelocity += worldInverseInertia_ * torqueTotal;
+  angularVelocity *= damping;
+  orientation = Normalised(orientation);
+}
+
+// One infinite position would make the whole broad phase region infinite, and with it every collision disappear.
+void RigidBody::KeepFinite(const Vec3& oldPosition) {
+  Transform& transform = owner->GetTransform();
+  const Vec3& p = transform.position;
+  const float sum = p.x + p.y + p.z + velocity.x + velocity.y + velocity.z + angularVelocity.x + angularVelocity.y +
+                    angularVelocity.z + transform.orientation.k;
+  if (sum * 0.0f == 0.0f) return;
+  const bool spins = IsFinite(angularVelocity) && std::isfinite(transform.orientation.k);
+  if (IsFinite(p) && IsFinite(velocity) && spins) return;
+  if (!reportedInfinite_) Print("%s: left the finite numbers, stopped\n", owner->name.c_str());
+  reportedInfinite_ = true;
+  transform.position = oldPosition;
+  velocity = acceleration = angularVelocity = {};
+  if (!spins) transform.orientation = {};
+}
+
+void RigidBody::Serialize(Serializer& writer) {
+  writer.BeginComponent("RigidBody");
+  writer.WriteVec3(velocity);
+  writer.WriteVec3(acceleration);
+  writer.WriteVec3(forceTotal);
+  writer.WriteFloat("inverseMass", inverseMass);
+  // While slow motion runs the damping is only lent to it: the file gets the body's own.
+  writer.WriteFloat("damping", storedDamping != 0.0f ? storedDamping : damping);
+  writer.WriteVec3(angularVelocity);
+  writer.WriteVec3(torqueTotal);
+  writer.WriteMatrix33(inverseInertia_);
+  writer.WriteMatrix33(worldInverseInertia_);
+  writer.WriteBool("rotationLocked_", rotationLocked);
+  const auto writeList = [&](const char* key, const std::vector<ForceGenerator*>& list) {
+    writer.WriteInt(key, static_cast<int>(list.size()));
+    for (const ForceGenerator* generator : list) writer.WriteInt("generator ID", SavedGeneratorId(*generator));
+  };
+  writeList("num force generators", generators);
+  writeList("num force generators I'm a base of", baseOfGenerators);
+  writer.EndBlock();
+}
+
+void RigidBody::Deserialize(Serializer& reader) {
+  velocity = reader.ReadVec3();
+  acceleration = reader.ReadVec3();
+  forceTotal = reader.ReadVec3();
+  inverseMass = reader.ReadFloat();
+  if (inverseMass < 0.0f) {
+    Print("%s: inverseMass below 0, read as 0\n", reader.Where().c_str());
+    inverseMass = 0.0f;
+  }
+  damping = reader.ReadFloat();
+  angularVelocity = reader.ReadVec3();
+  torqueTotal = reader.ReadVec3();
+  SetInverseInertia(reader.ReadMatrix33());
+  worldInverseInertia_ = reader.ReadMatrix33();
+  rotationLocked = reader.ReadBool();
+  const auto readList = [&](auto link) {
+    for (int left = reader.ReadCount(); left > 0 && reader.NextIsValue(); --left) {
+      const int id = reader.ReadInt();
+      if (ForceGenerator* generator = LoadedGenerator(id))
+        link(*generator);
+      else
+        Print("%s: no force generator %d in this file, skipped\n", reader.Where().c_str(), id);
+    }
+  };
+  readList([this](ForceGenerator& generator) { AddGenerator(&generator); });
+  readList([this](ForceGenerator& generator) { generator.SetBase(*owner); });
+}
+
+}  // namespace GalePhysics

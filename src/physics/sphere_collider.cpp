@@ -1,0 +1,28 @@
+#include "physics/sphere_collider.h"
+
+#include <algorithm>
+
+#include "core/game_object.h"
+#include "core/serializer.h"
+#include "core/transform.h"
+
+namespace GalePhysics {
+
+Vec3 SphereCollider::WorldCentre() const {
+  const Vec3& place = owner->GetTransform().GetMatrix().translation;
+  return isPart ? place + partOffset : place;
+}
+
+void SphereCollider::Serialize(Serializer& writer) {
+  writer.BeginComponent("SphereCollider");
+  SerializeCommon(writer);
+  writer.WriteFloat("radius", radius);
+  writer.EndBlock();
+}
+
+void SphereCollider::Deserialize(Serializer& reader) {
+  DeserializeCommon(reader);
+  radius = std::max(0.0f, reader.ReadFloat());
+}
+
+}  // namespace GalePhysics

@@ -1,0 +1,146 @@
+#include "physics/step.h"
+
+#include "core/game_time.h"
+#include "core/object_manager.h"
+#include "core/transform.h"
+#include "physics/broad_phase.h"
+#include "physics/rigid_body.h"
+
+namespace GalePhysics {
+
+namespace {
+
+// Share of the impulse that turns the bodies.
+constexpr float kAngularShare = 0.125f;
+
+struct World {
+  BroadPhase broadPhase;
+  Findings findings;
+  StepObserver* observer = nullptr;
+  int subStep = 0;
+};
+
+World& GetWorld() {
+  static World world;
+  return world;
+}
+
+bool HasPoint(const Contact& contact) { return !(contact.point == Contact::kNoPoint); }
+
+// The walks below go by index: callbacks may append objects, which join the next sub-step.
+void IntegrateBodies() {
+  const auto& objects = Objects().GetObjects();
+  for (std::size_t i = 0; i < objects.size(); ++i)
+    if (auto* body = objects[i]->Get<RigidBody>()) body->Integrate();
+}
+
+void RefreshTransforms() {
+  for (const auto& object : Objects().GetObjects()) object->GetTransform().Rebuild();
+}
+
+void Detect() {
+  World& world = GetWorld();
+  world.findings.contacts.clear();
+  world.findings.overlaps.clear();
+  world.broadPhase.Detect(Objects().GetObjects(), world.findings);
+}
+
+void DeliverAndResolve(const Contact& contact) {
+  if (contact.first != nullptr) contact.firstOwner->OnContact(contact);
+  if (contact.second != nullptr) {
+    Contact swapped = contact;  // the normal keeps its direction
+    std::swap(swapped.first, swapped.second);
+    std::swap(swapped.firstOwner, swapped.secondOwner);
+    contact.secondOwner->OnContact(swapped);
+  }
+  const float total = (contact.first == nullptr ? 0.0f : contact.first->inverseMass) +
+                      (contact.second == nullptr ? 0.0f : contact.second->inverseMass);
+  if (!(total > 0.0f)) return;
+  ResolveVelocity(contact, total);
+  ResolveInterpenetration(contact, total);
+}
+
+void Deliver(const OverlapPair& pair) {
+  World& world = GetWorld();
+  if (world.observer != nullptr) world.observer->OnOverlap(world.subStep, pair);
+  pair.first->OnCollision({pair.first, pair.second});
+  pair.second->OnCollision({pair.second, pair.first});
+}
+
+Vec3 PlaceOf(const RigidBody& body) { return body.owner->GetTransform().position; }
+
+// Velocity that a body's turning gives the contact point.
+Vec3 TurningAt(const RigidBody& body, const Vec3& point) { return Cross(body.angularVelocity, point - PlaceOf(body)); }
+
+}  // namespace
+
+void StepPhysics() {
+  IntegrateBodies();
+  RefreshTransforms();
+  Detect();
+  World& world = GetWorld();
+  for (std::size_t i = 0; i < world.findings.contacts.size(); ++i) {
+    const Contact contact = world.findings.contacts[i];
+    if (world.observer != nullptr) world.observer->OnContact(world.subStep, contact);
+    DeliverAndResolve(contact);
+  }
+  for (std::size_t i = 0; i < world.findings.overlaps.size(); ++i) Deliver(OverlapPair(world.findings.overlaps[i]));
+  RefreshTransforms();
+}
+
+void DetectOverlapsOnly() {
+  Detect();
+  World& world = GetWorld();
+  world.findings.contacts.clear();
+  const auto hasMouse = [](const GameObject& object) { return object.GetComponent(Kind::kMouseComponent) != nullptr; };
+  for (std::size_t i = 0; i < world.findings.overlaps.size(); ++i) {
+    const OverlapPair pair = world.findings.overlaps[i];
+    if (hasMouse(*pair.first) || hasMouse(*pair.second)) Deliver(pair);
+  }
+}
+
+float SeparatingVelocity(const Contact& contact) {
+  const RigidBody* first = contact.first;
+  const RigidBody* second = contact.second;
+  Vec3 v = first == nullptr ? Vec3{} : first->velocity;
+  if (second != nullptr) v -= second->velocity;
+  if (HasPoint(contact)) {
+    if (first != nullptr) v += TurningAt(*first, contact.point);
+    if (second != nullptr) v -= TurningAt(*second, contact.point);
+  }
+  return Dot(v, contact.normal);
+}
+
+void ResolveVelocity(const Contact& contact, float total) {
+  const float separating = SeparatingVelocity(contact);
+  if (separating >= 0.0f) return;
+  const Vec3 impulse = contact.normal * ((-contact.restitution * separating - separating) / total);
+  const Vec3 turning = impulse * kAngularShare;
+  if (RigidBody* body = contact.first) {
+    body->velocity += impulse * body->inverseMass;
+    if (HasPoint(contact))
+      body->angularVelocity += body->GetInverseInertiaWorldInverse() * Cross(contact.point - PlaceOf(*body), turning);
+  }
+  if (RigidBody* body = contact.second) {
+    body->velocity -= impulse * body->inverseMass;
+    if (HasPoint(contact))
+      body->angularVelocity += body->GetInverseInertiaWorldInverse() * Cross(PlaceOf(*body) - contact.point, turning);
+  }
+}
+
+void ResolveInterpenetration(const Contact& contact, float total) {
+  if (!(contact.penetration > 0.0f)) return;
+  const Vec3 way = contact.normal * (contact.penetration / total);
+  if (contact.first != nullptr) contact.first->owner->GetTransform().position += way * contact.first->inverseMass;
+  if (contact.second != nullptr) contact.second->owner->GetTransform().position -= way * contact.second->inverseMass;
+}
+
+void SetStepObserver(StepObserver* observer) { GetWorld().observer = observer; }
+
+void RunSubSteps() {
+  World& world = GetWorld();
+  for (world.subStep = 0; world.subStep < kSubSteps; ++world.subStep) StepPhysics();
+  world.subStep = 0;
+}
+
+}  // namespace GalePhysics

@@ -1,0 +1,12 @@
+#include "scripts/patricidal.h"
+
+#include "core/game_object.h"
+#include "core/script_box.h"
+
+void Patricidal::Update(float /*step*/) {
+  if (!armed_) return;
+  owner->alive = false;
+  owner->Get<ScriptBox>()->RetireScripts();
+}
+
+void Patricidal::Deserialize(Serializer& /*reader*/) { armed_ = true; }

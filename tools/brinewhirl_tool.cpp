@@ -1,0 +1,81 @@
+// The command line of the tool: what each command is called with, and nothing of what it does.
+#include <SDL.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include "core/script_registry.h"
+#include "script_table.h"
+#include "tools/simulate/simulate.h"
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+
+std::string OwnFolder() {
+  const std::unique_ptr<char, decltype(&SDL_free)> folder(SDL_GetBasePath(), SDL_free);
+  return folder ? folder.get() : ".";
+}
+
+std::string Absolute(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::absolute(path, error).string();
+}
+
+// Levels are plain names beside the program: nothing leads out of the data folder.
+std::string CheckPlainName(const std::string& name) {
+  return name.empty() || name.find('/') != std::string::npos || name == "." || name == ".."
+             ? "must be a plain name in the data folder"
+             : "";
+}
+
+int PrintScripts() {
+  RegisterAllScripts();
+  for (const std::string_view name : RegisteredScriptNames())
+    std::printf("%.*s\n", static_cast<int>(name.size()), name.data());
+  return 0;
+}
+
+void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
+  CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
+  command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
+  auto* what = command->add_option_group("what to run");
+  what->add_option("--level", options.level, "Load one level into an empty scene")->check(CheckPlainName);
+  what->add_flag("--match", options.match, "Start a match");
+  what->require_option(1);
+  command->add_option("--frames", options.frames, "How many frames to run; 0 only loads")
+      ->required()
+      ->check(CLI::Range(0, std::numeric_limits<int>::max()));
+  command->add_flag("--pilots", options.pilots, "The computer flies player 1 too");
+  command->add_option("--input", options.inputFile, "Scripted input, one event a line");
+  command->add_option("--trace", options.traceFile,
+                      "Write contacts, overlaps, events and objects; - for standard output");
+  command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);
+  command->add_flag("--digest", options.digest, "Print a hash of the final state");
+  command->callback([&] {
+    options.dataFolder = Absolute(options.dataFolder.empty() ? OwnFolder() : options.dataFolder);
+    result = Simulate(options);
+  });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app("Brinewhirl's tool for level makers and tests", "brinewhirl-tool");
+  app.require_subcommand(1);
+  int result = 0;
+  SimulateOptions simulate;
+  AddSimulate(app, simulate, result);
+  app.add_subcommand("scripts", "Print the names of all behaviour scripts")->callback([&] { result = PrintScripts(); });
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : kWrongUsage;
+  }
+  return result;
+}

@@ -1,0 +1,78 @@
+#include "tools/simulate/digest.h"
+
+#include <string>
+#include <string_view>
+
+#include "core/game_time.h"
+#include "core/object_manager.h"
+#include "core/pause.h"
+#include "core/random.h"
+#include "core/script_box.h"
+#include "core/serializer.h"
+#include "core/transform.h"
+#include "graphics/renderer.h"
+#include "graphics/sprite.h"
+#include "physics/rigid_body.h"
+
+namespace {
+
+constexpr std::uint64_t kFnvOffset = 14695981039346656037u;
+constexpr std::uint64_t kFnvPrime = 1099511628211u;
+constexpr int kExactDigits = 9;  // of a float's decimal text, enough to tell any two apart
+
+class Hash {
+ public:
+  void Add(std::string_view bytes) {
+    for (const char byte : bytes) value_ = (value_ ^ static_cast<unsigned char>(byte)) * kFnvPrime;
+  }
+  template <class T>
+  requires std::is_trivially_copyable_v<T>
+  void AddValue(const T& value) { Add({reinterpret_cast<const char*>(&value), sizeof value}); }
+  std::uint64_t Get() const { return value_; }
+
+ private:
+  std::uint64_t value_ = kFnvOffset;
+};
+
+void AddBody(Hash& hash, const GalePhysics::RigidBody& body) {
+  for (const Vec3& v : {body.velocity, body.acceleration, body.forceTotal, body.angularVelocity, body.torqueTotal})
+    hash.AddValue(v);
+  for (const float f : {body.inverseMass, body.damping, body.storedDamping}) hash.AddValue(f);
+  hash.AddValue(body.rotationLocked);
+  hash.AddValue(body.generators.size());
+}
+
+// Values as text at full precision. Bodies are left to AddBody: their text holds generator numbers, which count as IDs.
+void AddAsText(Hash& hash, Component* component) {
+  if (component == nullptr) return;
+  Serializer text;
+  text.OpenInMemory(kExactDigits);
+  component->Serialize(text);
+  hash.Add(text.TakeText());
+}
+
+void AddObject(Hash& hash, const GameObject& object) {
+  hash.Add(object.name);
+  hash.AddValue(object.alive);
+  hash.AddValue(object.core);
+  const Transform& transform = object.GetTransform();
+  hash.AddValue(transform.position);
+  hash.AddValue(transform.orientation);
+  hash.AddValue(transform.graphicsScale);
+  if (const auto* body = object.Get<GalePhysics::RigidBody>()) AddBody(hash, *body);
+  for (const Kind kind : {Kind::kSprite, Kind::kSphereCollider, Kind::kBoxCollider, Kind::kScriptBox})
+    AddAsText(hash, object.GetComponent(kind));
+}
+
+}  // namespace
+
+std::uint64_t StateDigest() {
+  Hash hash;
+  for (const auto& object : Objects().GetObjects()) AddObject(hash, *object);
+  const GameTime& time = Time();
+  for (const float f : {time.frameStep, time.physicsStep, time.elapsedTime, GetRenderer().GetWaveTime()})
+    hash.AddValue(f);
+  hash.AddValue(RandomState());
+  hash.AddValue(IsPaused());
+  return hash.Get();
+}

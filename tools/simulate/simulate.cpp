@@ -1,0 +1,142 @@
+#include "tools/simulate/simulate.h"
+
+#include <chrono>
+#include <cinttypes>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <system_error>
+
+#include "core/game_time.h"
+#include "core/object_manager.h"
+#include "core/print.h"
+#include "core/random.h"
+#include "frame.h"
+#include "game_events.h"
+#include "graphics/background.h"
+#include "graphics/renderer.h"
+#include "input/gamepad.h"
+#include "input/input.h"
+#include "match/players.h"
+#include "startup.h"
+#include "tools/simulate/digest.h"
+#include "tools/simulate/input_script.h"
+#include "tools/simulate/trace.h"
+
+namespace {
+
+constexpr double kFrameSeconds = 1.0 / 60.0;
+constexpr std::uint32_t kFirstSeed = 10;  // as the game's window start leaves it
+
+struct FileCloser {
+  void operator()(std::FILE* file) const {
+    if (file != stdout) std::fclose(file);
+  }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+int Fail(const std::string& name, const char* why) {
+  std::fprintf(stderr, "%s: %s\n", name.c_str(), why);
+  return 1;
+}
+
+bool ReadText(const std::string& path, std::string& text) {
+  std::error_code error;
+  std::ifstream file(path, std::ios::binary);
+  if (!file || std::filesystem::is_directory(path, error)) return false;
+  std::ostringstream all;
+  all << file.rdbuf();
+  text = all.str();
+  return true;
+}
+
+bool IsReadableLevel(const std::string& name) {
+  std::error_code error;
+  return std::filesystem::is_regular_file(name, error) && std::filesystem::file_size(name, error) > 0 &&
+         std::ifstream(name).is_open();
+}
+
+// The same steps as the game's start, without a window.
+void StartGame(ScriptedPlatform& platform, const SimulateOptions& options) {
+  SetPlatform(platform);
+  BuildWorld();
+  SeedRandom(kFirstSeed);
+  Input::ReopenGamepads();
+  Input::GetPointer().window = platform.GetWindowRect();
+  BindKeys();
+  GetRenderer().Init();
+  GetBackground();
+  SetDemoMode(options.pilots);
+  if (options.match)
+    StartFirstMatch();
+  else
+    Objects().LoadLevel(options.level);
+}
+
+void PrintSummary(std::FILE* out, int frames, double wallSeconds) {
+  const double realSeconds = frames * kFrameSeconds;
+  std::fprintf(out, "frames %d\n", frames);
+  std::fprintf(out, "game seconds %.9g\n", static_cast<double>(Time().elapsedTime));
+  std::fprintf(out, "wall seconds %.3f\n", wallSeconds);
+  std::fprintf(out, "times real time %.1f\n", wallSeconds > 0.0 ? realSeconds / wallSeconds : 0.0);
+  std::fprintf(out, "objects %zu\n", Objects().GetObjects().size());
+  std::fflush(out);
+}
+
+int RunFrames(const SimulateOptions& options, ScriptedPlatform& platform, InputScript& input, Trace* trace) {
+  GameEvents events;
+  Frame frame(events);
+  int done = 0;
+  for (; done < options.frames && platform.running; ++done) {
+    if (trace != nullptr) trace->BeginFrame(done);
+    input.Apply(done, platform);
+    frame.Run();
+    if (trace != nullptr) trace->EndFrame();
+  }
+  return done;
+}
+
+}  // namespace
+
+int Simulate(const SimulateOptions& options) {
+  SetPrintTarget(stderr);
+  InputScript input;
+  if (!options.inputFile.empty()) {
+    std::string text;
+    if (!ReadText(options.inputFile, text)) return Fail(options.inputFile, "cannot be read");
+    std::string error;
+    if (!input.Parse(text, error)) {
+      std::fprintf(stderr, "%s: %s\n", options.inputFile.c_str(), error.c_str());
+      return 2;
+    }
+  }
+  File traceFile;
+  if (!options.traceFile.empty()) {
+    traceFile.reset(options.traceFile == "-" ? stdout : std::fopen(options.traceFile.c_str(), "w"));
+    if (!traceFile) return Fail(options.traceFile, "cannot be written");
+  }
+  std::error_code error;
+  std::filesystem::current_path(options.dataFolder, error);
+  if (error) return Fail(options.dataFolder, "is no folder that can be entered");
+  const std::string level = options.match ? "level1" : options.level;
+  if (!IsReadableLevel(level)) return Fail(level, "no such level, or an empty one, in the data folder");
+
+  std::optional<Trace> trace;
+  if (traceFile) trace.emplace(traceFile.get());
+  ScriptedPlatform platform;
+  StartGame(platform, options);
+  const auto start = std::chrono::steady_clock::now();
+  const int frames = RunFrames(options, platform, input, trace ? &*trace : nullptr);
+  const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
+
+  int result = 0;
+  std::FILE* out = options.traceFile == "-" ? stderr : stdout;
+  if (options.digest) std::fprintf(out, "digest %016" PRIX64 "\n", StateDigest());
+  if (!options.saveName.empty() && !Objects().SaveLevel(options.saveName))
+    result = Fail(options.saveName, "could not be saved in the data folder");
+  PrintSummary(out, frames, wall.count());
+  return result;
+}

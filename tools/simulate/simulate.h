@@ -1,0 +1,20 @@
+// Runs the game without window, sound device or sleeping, as the game itself runs.
+#pragma once
+
+#include <string>
+
+struct SimulateOptions {
+  std::string dataFolder;  ///< absolute
+  std::string level;       ///< one level into an empty scene; empty: start a match
+  bool match = false;
+  bool pilots = false;  ///< the computer flies player 1 too
+  int frames = 0;
+  std::string inputFile;  ///< empty: none
+  std::string traceFile;  ///< empty: none; "-": standard output
+  std::string saveName;   ///< empty: none; a plain name in the data folder
+  bool digest = false;
+};
+
+/// Files are meant relative to the working folder of the call. Returns the exit code: 0, 1 for what cannot be read or
+/// written, 2 for a wrong input file.
+int Simulate(const SimulateOptions& options);
