@@ -67,9 +67,11 @@ void Renderer::FitWindow() {
   if (window.width <= 0 || window.height <= 0) return;
   viewport_ = FitViewport(window.width, window.height);
   gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
-  targetWidth_ = window.width;
-  targetHeight_ = window.height;
-  CreateSceneTarget();
+  if (window.width != targetWidth_ || window.height != targetHeight_) {
+    targetWidth_ = window.width;
+    targetHeight_ = window.height;
+    CreateSceneTarget();
+  }
   if (Camera* camera = GetMainCamera())
     camera->SetPerspective(camera->GetFov(), static_cast<float>(viewport_.width) / static_cast<float>(viewport_.height),
                            camera->GetNear(), camera->GetFar());
