@@ -1,8 +1,14 @@
 #include "core/transform.h"
 
+#include <cmath>
 #include <limits>
 
 #include "core/serializer.h"
+
+namespace {
+// How far from 1 the squared length of an orientation may be to count as a rotation.
+constexpr float kUnitTolerance = 1e-3f;
+}  // namespace
 
 Transform::Transform(const Vec3& startPosition, const Vec3& startScale, float angle)
     : position(startPosition),
@@ -18,7 +24,8 @@ void Transform::Rebuild() {
   if (orientation == builtFrom_) return;
   matrix_.rotation = ToMatrix(orientation);
   builtFrom_ = orientation;
-  ++rotationVersion_;
+  const float squared = orientation.r * orientation.r + orientation.k * orientation.k;
+  flat_ = IsAboutZ(orientation) && std::abs(squared - 1.0f) < kUnitTolerance;
 }
 
 std::array<float, 16> Transform::GetModelMatrix() const {
@@ -44,6 +51,6 @@ void Transform::Deserialize(Serializer& reader) {
   matrix_ = reader.ReadMatrix34();
   graphicsScale = reader.ReadVec3();
   // The file's matrix stands until the next rebuild, which must not be skipped: NaN equals no orientation.
-  ++rotationVersion_;
+  flat_ = false;
   builtFrom_.r = std::numeric_limits<float>::quiet_NaN();
 }

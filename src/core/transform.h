@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 
 #include "core/component.h"
 #include "physics/math/matrix34.h"
@@ -24,8 +23,8 @@ class Transform final : public Component {
 
   /// Rebuilds the cached matrix from `orientation` and `position`; a rotation that stayed the same is not made again.
   void Rebuild();
-  /// Changes whenever the cached rotation does; never 0.
-  std::uint32_t GetRotationVersion() const { return rotationVersion_; }
+  /// Whether the cached rotation is a true one about z alone: it neither tilts nor stretches.
+  bool IsFlat() const { return flat_; }
   /// The cached matrix.
   const Matrix34& GetMatrix() const { return matrix_; }
   /// 4x4 row-major: cached rotation times diag(graphicsScale), cached translation, (0, 0, 0, 1).
@@ -38,5 +37,5 @@ class Transform final : public Component {
  private:
   Matrix34 matrix_;
   Quaternion builtFrom_;  // orientation that matrix_.rotation was made of; the rotation is a pure function of it
-  std::uint32_t rotationVersion_ = 1;
+  bool flat_ = true;
 };

@@ -15,7 +15,7 @@ namespace {
 // Room for rounding: the box test counts faces up to 1e-5 apart, and an exact test loses a few bits of the coordinates.
 constexpr float kMargin = 1e-4f;
 constexpr float kRelativeMargin = 1e-5f;
-constexpr float kUnitTolerance = 1e-3f;
+constexpr float kSlack = 1.002f;  // a flat matrix may be a little off unit length and stretch distances by as much
 
 Bounds Around(const Vec3& centre, float extentX, float extentY) {
   const float size = std::abs(centre.x) + std::abs(centre.y) + extentX + extentY;
@@ -24,28 +24,20 @@ Bounds Around(const Vec3& centre, float extentX, float extentY) {
           centre.y + extentY + margin};
 }
 
-// A rotation about z by a matrix that neither stretches nor tilts; anything else may come from a damaged file.
-bool IsPlanar(const Matrix33& r) {
-  const float lengthSquared = r.m[0] * r.m[0] + r.m[3] * r.m[3];
-  return r.m[2] == 0.0f && r.m[5] == 0.0f && r.m[6] == 0.0f && r.m[7] == 0.0f && r.m[0] == r.m[4] &&
-         r.m[1] == -r.m[3] && std::abs(lengthSquared - 1.0f) < kUnitTolerance;
-}
-
 }  // namespace
 
 Bounds TightBounds(const BoxCollider& box) {
-  const Matrix34& place = box.owner->GetTransform().GetMatrix();
-  if (!IsPlanar(place.rotation)) return {};
+  const Transform& transform = box.owner->GetTransform();
+  if (!transform.IsFlat()) return {};  // may come from a damaged file
+  const Matrix34& place = transform.GetMatrix();
   const float c = std::abs(place.rotation.m[0]);
   const float s = std::abs(place.rotation.m[3]);
   const Vec3& h = box.halfExtents;
-  // A matrix a little off unit length stretches distances by as much.
-  const float slack = 1.0f + 2.0f * kUnitTolerance;
-  return Around(place.translation, (c * h.x + s * h.y) * slack, (s * h.x + c * h.y) * slack);
+  return Around(place.translation, (c * h.x + s * h.y) * kSlack, (s * h.x + c * h.y) * kSlack);
 }
 
 Bounds TightBounds(const SphereCollider& sphere) {
-  const float reach = sphere.radius * (1.0f + 2.0f * kUnitTolerance);
+  const float reach = sphere.radius * kSlack;
   return Around(sphere.owner->GetTransform().GetMatrix().translation, reach, reach);
 }
 

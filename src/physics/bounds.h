@@ -4,6 +4,8 @@
 
 #include <limits>
 
+#include "physics/lanes.h"
+
 namespace GalePhysics {
 
 class BoxCollider;
@@ -22,5 +24,12 @@ Bounds TightBounds(const BoxCollider& box);
 Bounds TightBounds(const SphereCollider& sphere);
 /// Without bounds: its parts are tested one by one.
 Bounds TightBounds(const PrimitiveAssemblage& assemblage);
+
+/// Bounds as four lanes (minX, minY, -maxX, -maxY), so that a pair costs one comparison.
+inline Lanes ToLanes(const Bounds& b) { return Lanes{b.minX, b.minY, -b.maxX, -b.maxY}; }
+/// (maxX, maxY, -minX, -minY): what the lanes of others are held against.
+inline Lanes OppositeBounds(const Lanes& b) { return Lanes{-b[2], -b[3], -b[0], -b[1]}; }
+/// Whether some lane of `bounds` is beyond its opposite, which is when two boxes do not touch.
+inline bool AreApart(const Lanes& bounds, const Lanes& opposite) { return TrueLanes(bounds > opposite) != 0; }
 
 }  // namespace GalePhysics

@@ -2,31 +2,29 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "core/transform.h"
-#include "physics/bounds.h"
 #include "physics/primitive_assemblage.h"
 
 namespace GalePhysics {
 
 namespace {
 
-constexpr std::uint32_t kMaskBits = 0xffff;  // the quadrants of the fifth level have no bits left
+// Quadrants (bit q: right upper, right lower, left upper, left lower) by the sides of the centre that a circle reaches
+// (bit 0 right, 1 left, 2 upper, 3 lower).
+constexpr std::array<std::uint32_t, 16> kReached = [] {
+  std::array<std::uint32_t, 16> reached{};
+  for (std::uint32_t sides = 0; sides < 16; ++sides) {
+    const std::uint32_t right = sides & 1;
+    const std::uint32_t left = (sides >> 1) & 1;
+    const std::uint32_t upper = (sides >> 2) & 1;
+    const std::uint32_t lower = (sides >> 3) & 1;
+    reached[sides] = (right & upper) | (right & lower) << 1 | (left & upper) << 2 | (left & lower) << 3;
+  }
+  return reached;
+}();
 
 }  // namespace
-
-void BroadPhase::Quadrant::Clear() {
-  entries.clear();
-  commonMask = kMaskBits;
-  groups = 0;
-}
-
-void BroadPhase::Quadrant::Add(const Entry& entry, std::uint32_t group) {
-  entries.push_back(entry);
-  commonMask &= entry.mask;
-  groups |= group;
-}
 
 void BroadPhase::Detect(const ObjectManager::ObjectList& objects, Findings& findings) {
   float maxX = 0.0f;
@@ -42,10 +40,13 @@ void BroadPhase::Detect(const ObjectManager::ObjectList& objects, Findings& find
     minY = std::min(minY, p.y);
   }
   Gather();
-  Visit(root_, 0, {(maxX + minX) / 2.0f, (maxY + minY) / 2.0f, (maxX - minX) / 2.0f, (maxY - minY) / 2.0f}, findings);
+  Visit({root_.data(), root_.size()}, 0,
+        {(maxX + minX) / 2.0f, (maxY + minY) / 2.0f, (maxX - minX) / 2.0f, (maxY - minY) / 2.0f}, findings);
 }
 
 void BroadPhase::Gather() {
+  reaches_.clear();
+  bounds_.clear();
   shapes_.clear();
   root_.clear();
   GatherFrom(ShapeListing<BoxCollider>::List());
@@ -58,61 +59,85 @@ void BroadPhase::GatherFrom(const Shapes& shapes) {
   for (const auto* shape : shapes) {
     if (shape->owner == nullptr) continue;
     const Vec3& p = shape->owner->GetTransform().position;
-    const Bounds bounds = TightBounds(*shape);
-    root_.push_back({static_cast<std::uint32_t>(shapes_.size()), 0});
-    shapes_.push_back({bounds.minX, bounds.minY, bounds.maxX, bounds.maxY, p.x, p.y, shape->broadPhaseSize,
-                       shape->collisionGroup, shape});
+    const float r = shape->broadPhaseSize;
+    root_.push_back({static_cast<std::uint32_t>(shapes_.size()), shape->collisionGroup == 0 ? 0 : kMeetsAll});
+    reaches_.push_back(Lanes{p.x + r, -(p.x - r), p.y + r, -(p.y - r)});
+    bounds_.push_back(ToLanes(TightBounds(*shape)));
+    shapes_.push_back({p.x, p.y, r, shape});
   }
 }
 
-// A copy carries the bits of the quadrants that come before it: two copies that share a bit are tested there.
-void BroadPhase::Distribute(std::vector<Entry>& entries, int depth, const Region& region) {
-  auto& quadrants = quadrants_[static_cast<std::size_t>(depth)];
-  for (Quadrant& quadrant : quadrants) quadrant.Clear();
-  for (Entry& entry : entries) {
-    const Shape& shape = shapes_[entry.shape];
-    const bool right = shape.x + shape.radius >= region.x;
-    const bool left = shape.x - shape.radius <= region.x;
-    const bool upper = shape.y + shape.radius >= region.y;
-    const bool lower = shape.y - shape.radius <= region.y;
-    const std::array<bool, 4> reached = {right && upper, right && lower, left && upper, left && lower};
-    for (std::size_t q = 0; q < 4; ++q) {
-      if (!reached[q]) continue;
-      quadrants[q].Add(entry, shape.group);
-      entry.mask |= (1u << (4 * static_cast<std::size_t>(depth) + q)) & kMaskBits;
+// A copy carries the bits of the quadrants that come before it: two copies that share a bit are tested there. Every
+// entry is written to all four quadrants and kept in those that it reaches, which spares the unforeseeable branches.
+void BroadPhase::Distribute(const List& list, std::size_t depth, const Region& region) {
+  const Lanes centre = {region.x, -region.x, region.y, -region.y};
+  std::array<Entry*, 4> out;
+  auto& quadrants = quadrants_[depth];
+  for (std::size_t q = 0; q < 4; ++q) {
+    if (quadrants[q].storage.size() <= list.size) quadrants[q].storage.resize(2 * list.size + 1);
+    out[q] = quadrants[q].storage.data();
+  }
+  for (std::size_t i = 0; i < list.size; ++i) {
+    const Entry entry = list.entries[i];
+    const std::uint32_t reached = kReached[TrueLanes(reaches_[entry.shape] >= centre)];
+    for (std::uint32_t q = 0; q < 4; ++q) {
+      const std::uint32_t before = reached & ((1u << q) - 1);
+      *out[q] = {entry.shape, entry.bits | ((before << (4 * depth)) & kMaskBits)};
+      out[q] += (reached >> q) & 1u;
     }
   }
+  for (std::size_t q = 0; q < 4; ++q)
+    quadrants[q].size = static_cast<std::size_t>(out[q] - quadrants[q].storage.data());
 }
 
-void BroadPhase::Visit(std::vector<Entry>& entries, int depth, const Region& region, Findings& findings) {
-  Distribute(entries, depth, region);
+void BroadPhase::Visit(const List& list, std::size_t depth, const Region& region, Findings& findings) {
+  Distribute(list, depth, region);
   const float halfX = region.halfX / 2.0f;
   const float halfY = region.halfY / 2.0f;
   for (std::size_t q = 0; q < 4; ++q) {
-    Quadrant& quadrant = quadrants_[static_cast<std::size_t>(depth)][q];
-    if (!quadrant.HasPairs()) continue;
-    if (quadrant.entries.size() >= kSplitAt && depth < kMaxDepth) {
-      const Region inner = {q < 2 ? region.x + halfX : region.x - halfX,
-                            q % 2 == 0 ? region.y + halfY : region.y - halfY, halfX, halfY};
-      Visit(quadrant.entries, depth + 1, inner, findings);
+    Quadrant& quadrant = quadrants_[depth][q];
+    const List inner = {quadrant.storage.data(), quadrant.size};
+    if (!HasPairs(inner)) continue;
+    if (inner.size >= kSplitAt && depth < kMaxDepth) {
+      const float x = q < 2 ? region.x + halfX : region.x - halfX;
+      const float y = q % 2 == 0 ? region.y + halfY : region.y - halfY;
+      Visit(inner, depth + 1, {x, y, halfX, halfY}, findings);
     } else {
-      TestPairs(quadrant.entries, findings);
+      TestPairs(inner, findings);
     }
   }
 }
 
-void BroadPhase::TestPairs(const std::vector<Entry>& entries, Findings& findings) const {
-  for (std::size_t i = 0; i + 1 < entries.size(); ++i) {
-    const Shape& a = shapes_[entries[i].shape];
-    for (std::size_t j = i + 1; j < entries.size(); ++j) {
-      const Shape& b = shapes_[entries[j].shape];
-      // Tight boxes first: a wall's circle spans the arena, so most pairs that the circles let through cannot touch.
-      if (a.minX > b.maxX || b.minX > a.maxX || a.minY > b.maxY || b.minY > a.maxY) continue;
-      if ((entries[i].mask & entries[j].mask) != 0 || !GroupsMeet(a.group, b.group)) continue;
-      const float reach = a.radius + b.radius;
-      if (std::abs(a.x - b.x) <= reach && std::abs(a.y - b.y) <= reach) Collide(*a.collider, *b.collider, findings);
+// Entries that all share a bit are tested elsewhere, and those of group 0 alone nowhere.
+bool BroadPhase::HasPairs(const List& list) {
+  std::uint32_t common = kMaskBits;
+  std::uint32_t any = 0;
+  for (std::size_t i = 0; i < list.size; ++i) {
+    common &= list.entries[i].bits;
+    any |= list.entries[i].bits;
+  }
+  return list.size > 1 && common == 0 && (any & kMeetsAll) != 0;
+}
+
+// Tight boxes first: a wall's circle spans the arena, so most pairs that the circles let through cannot touch.
+void BroadPhase::TestPairs(const List& list, Findings& findings) const {
+  for (std::size_t i = 0; i + 1 < list.size; ++i) {
+    const Entry a = list.entries[i];
+    const Lanes upper = OppositeBounds(bounds_[a.shape]);
+    for (std::size_t j = i + 1; j < list.size; ++j) {
+      const Entry b = list.entries[j];
+      if (AreApart(bounds_[b.shape], upper)) continue;
+      if ((a.bits & b.bits & kMaskBits) != 0 || ((a.bits | b.bits) & kMeetsAll) == 0) continue;
+      TestPair(a.shape, b.shape, findings);
     }
   }
+}
+
+void BroadPhase::TestPair(std::uint32_t first, std::uint32_t second, Findings& findings) const {
+  const Shape& a = shapes_[first];
+  const Shape& b = shapes_[second];
+  const float reach = a.radius + b.radius;
+  if (std::abs(a.x - b.x) <= reach && std::abs(a.y - b.y) <= reach) Collide(*a.collider, *b.collider, findings);
 }
 
 }  // namespace GalePhysics

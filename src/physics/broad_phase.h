@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/object_manager.h"
+#include "physics/bounds.h"
 #include "physics/narrow_phase.h"
 
 namespace GalePhysics {
@@ -17,39 +18,47 @@ class BroadPhase {
   void Detect(const ObjectManager::ObjectList& objects, Findings& findings);
 
  private:
-  static constexpr int kMaxDepth = 4;
+  static constexpr std::size_t kMaxDepth = 4;
   static constexpr std::size_t kSplitAt = 10;  // entries from which on a node is split
 
-  // What the filters need of a collider, side by side.
+  // What is left to look at when the tight boxes of a pair overlap.
   struct Shape {
-    float minX, minY, maxX, maxY;  // tight box with a margin, see PlaceBounds
-    float x, y, radius;            // bounding circle around the owner's position
-    std::uint32_t group;
+    float x, y, radius;
     const Collider* collider;
   };
   struct Entry {
     std::uint32_t shape;
-    std::uint32_t mask;  // quadrants of enclosing nodes that hold the shape and come before this one
+    std::uint32_t bits;  // see kMaskBits and kMeetsAll
   };
+  // Low bits: quadrants of enclosing nodes that hold the shape and come before this one; the fifth level has none left.
+  static constexpr std::uint32_t kMaskBits = 0xffff;
+  // Set for every group but 0: two shapes meet when either has it.
+  static constexpr std::uint32_t kMeetsAll = 0x10000;
+
   struct Quadrant {
-    std::vector<Entry> entries;
-    std::uint32_t commonMask;  // bits that all entries share
-    std::uint32_t groups;      // all entries' groups, or-ed
-    void Clear();
-    void Add(const Entry& entry, std::uint32_t group);
-    bool HasPairs() const { return entries.size() > 1 && commonMask == 0 && groups != 0; }
+    std::vector<Entry> storage;  // grown only; the first `size` are in use
+    std::size_t size;
   };
   struct Region {
     float x, y, halfX, halfY;
+  };
+  struct List {
+    Entry* entries;
+    std::size_t size;
   };
 
   void Gather();
   template <class Shapes>
   void GatherFrom(const Shapes& shapes);
-  void Visit(std::vector<Entry>& entries, int depth, const Region& region, Findings& findings);
-  void Distribute(std::vector<Entry>& entries, int depth, const Region& region);
-  void TestPairs(const std::vector<Entry>& entries, Findings& findings) const;
+  void Visit(const List& list, std::size_t depth, const Region& region, Findings& findings);
+  void Distribute(const List& list, std::size_t depth, const Region& region);
+  static bool HasPairs(const List& list);
+  void TestPairs(const List& list, Findings& findings) const;
+  void TestPair(std::uint32_t first, std::uint32_t second, Findings& findings) const;
 
+  // By shape number: apart, since the tree reads the first, the pairs the second, and few pairs the third.
+  std::vector<Lanes> reaches_;  // circle's (right, -left, upper, -lower) ends
+  std::vector<Lanes> bounds_;
   std::vector<Shape> shapes_;
   std::vector<Entry> root_;
   std::array<std::array<Quadrant, 4>, kMaxDepth + 1> quadrants_;  // by depth

@@ -28,13 +28,19 @@ void RigidBody::AddGenerator(ForceGenerator* generator) {
 }
 
 void RigidBody::SetInverseInertia(const Matrix33& tensor) {
+  GetWorldInverseInertia();  // what is owed to the steps so far is made of the old one
   inverseInertia_ = tensor;
-  worldTensorVersion_ = 0;
+}
+
+const Matrix33& RigidBody::GetWorldInverseInertia() const {
+  if (worldTensorStale_) worldInverseInertia_ = inverseInertia_ * tensorRotation_;
+  worldTensorStale_ = false;
+  return worldInverseInertia_;
 }
 
 Matrix33 RigidBody::GetInverseInertiaWorldInverse() const {
   Matrix33 inverse;
-  Invert(worldInverseInertia_, inverse);
+  Invert(GetWorldInverseInertia(), inverse);
   return inverse;
 }
 
@@ -55,35 +61,31 @@ void RigidBody::Integrate() {
   else
     IntegrateRotation(step);
   torqueTotal = {};
-  KeepFinite(oldPosition);
+  const Vec3& p = transform.position;
+  const bool finite = (p.x + p.y + p.z + transform.orientation.k) * 0.0f == 0.0f;
+  if (!finite) StopInfinite(oldPosition);
 
-  if (worldTensorVersion_ == transform.GetRotationVersion()) return;
-  worldInverseInertia_ = inverseInertia_ * transform.GetMatrix().rotation;
-  worldTensorVersion_ = transform.GetRotationVersion();
+  tensorRotation_ = transform.GetMatrix().rotation;
+  worldTensorStale_ = true;
 }
 
 void RigidBody::IntegrateRotation(float step) {
   Quaternion& orientation = owner->GetTransform().orientation;
   orientation = AddScaled(orientation, angularVelocity * step);
-  if (!(torqueTotal == Vec3{})) angularVelocity += worldInverseInertia_ * torqueTotal;
+  if (!(torqueTotal == Vec3{})) angularVelocity += GetWorldInverseInertia() * torqueTotal;
   angularVelocity *= damping;
   orientation = Normalised(orientation);
 }
 
-// One infinite position would make the whole broad phase region infinite, and with it every collision disappear.
-void RigidBody::KeepFinite(const Vec3& oldPosition) {
+// One infinite position would make the whole broad phase region infinite, and with it every collision disappear. An
+// infinite velocity shows in the position one step later.
+void RigidBody::StopInfinite(const Vec3& oldPosition) {
   Transform& transform = owner->GetTransform();
-  const Vec3& p = transform.position;
-  const float sum = p.x + p.y + p.z + velocity.x + velocity.y + velocity.z + angularVelocity.x + angularVelocity.y +
-                    angularVelocity.z + transform.orientation.k;
-  if (sum * 0.0f == 0.0f) return;
-  const bool spins = IsFinite(angularVelocity) && std::isfinite(transform.orientation.k);
-  if (IsFinite(p) && IsFinite(velocity) && spins) return;
   if (!reportedInfinite_) Print("%s: left the finite numbers, stopped\n", owner->name.c_str());
   reportedInfinite_ = true;
   transform.position = oldPosition;
   velocity = acceleration = angularVelocity = {};
-  if (!spins) transform.orientation = {};
+  transform.orientation = {};
 }
 
 void RigidBody::Serialize(Serializer& writer) {
@@ -97,7 +99,7 @@ void RigidBody::Serialize(Serializer& writer) {
   writer.WriteVec3(angularVelocity);
   writer.WriteVec3(torqueTotal);
   writer.WriteMatrix33(inverseInertia_);
-  writer.WriteMatrix33(worldInverseInertia_);
+  writer.WriteMatrix33(GetWorldInverseInertia());
   writer.WriteBool("rotationLocked_", rotationLocked);
   const auto writeList = [&](const char* key, const std::vector<ForceGenerator*>& list) {
     writer.WriteInt(key, static_cast<int>(list.size()));
@@ -120,8 +122,9 @@ void RigidBody::Deserialize(Serializer& reader) {
   damping = reader.ReadFloat();
   angularVelocity = reader.ReadVec3();
   torqueTotal = reader.ReadVec3();
-  SetInverseInertia(reader.ReadMatrix33());
+  inverseInertia_ = reader.ReadMatrix33();
   worldInverseInertia_ = reader.ReadMatrix33();
+  worldTensorStale_ = false;
   rotationLocked = reader.ReadBool();
   const auto readList = [&](auto link) {
     for (int left = reader.ReadCount(); left > 0 && reader.NextIsValue(); --left) {

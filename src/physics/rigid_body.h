@@ -1,7 +1,6 @@
 // Makes an object move. The body has no place of its own: it moves its owner's Transform. Main thread only.
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include "physics/math/matrix33.h"
@@ -44,11 +43,15 @@ class RigidBody final : public PointMass {
 
  private:
   void IntegrateRotation(float step);
-  void KeepFinite(const Vec3& oldPosition);
+  void StopInfinite(const Vec3& oldPosition);
 
-  Matrix33 inverseInertia_;               // body space
-  Matrix33 worldInverseInertia_;          // refreshed by Integrate from the matrix cached before the step
-  std::uint32_t worldTensorVersion_ = 0;  // rotation version it was made of; 0: none
+  Matrix33 inverseInertia_;  // body space
+  // The world tensor is inverse inertia times rotation, the rotation being the one cached before the last step. It is
+  // made only when a contact or a save asks for it; until the first step a file's own stands.
+  const Matrix33& GetWorldInverseInertia() const;
+  mutable Matrix33 worldInverseInertia_;
+  mutable bool worldTensorStale_ = false;
+  Matrix33 tensorRotation_;
   bool reportedInfinite_ = false;
 };
 

@@ -19,6 +19,8 @@ inline Quaternion QuaternionFromZ(float angle) { return {std::cos(angle * 0.5f),
 /// First-order integration of an angular displacement v (angular velocity times time step, radians):
 /// q + (0, v)·q / 2 with the pure quaternion on the left. The result is not of unit length.
 constexpr Quaternion AddScaled(const Quaternion& q, const Vec3& v) {
+  if (q.i == 0.0f && q.j == 0.0f && v.x == 0.0f && v.y == 0.0f)
+    return {q.r + 0.5f * (0.0f - v.z * q.k), 0.0f, 0.0f, q.k + 0.5f * (v.z * q.r)};
   return {q.r + 0.5f * (-v.x * q.i - v.y * q.j - v.z * q.k), q.i + 0.5f * (v.x * q.r + v.y * q.k - v.z * q.j),
           q.j + 0.5f * (v.y * q.r + v.z * q.i - v.x * q.k), q.k + 0.5f * (v.z * q.r + v.x * q.j - v.y * q.i)};
 }
@@ -31,8 +33,17 @@ inline Quaternion Normalised(const Quaternion& q) {
   return {q.r * scale, q.i * scale, q.j * scale, q.k * scale};
 }
 
+/// Whether the rotation is about z alone, as everything on the stage is; the operations have a short way for it that
+/// gives the same numbers.
+constexpr bool IsAboutZ(const Quaternion& q) { return q.i == 0.0f && q.j == 0.0f; }
+
 /// The standard rotation matrix of a unit quaternion.
 constexpr Matrix33 ToMatrix(const Quaternion& q) {
+  if (IsAboutZ(q)) {
+    const float cosine = 1.0f - 2.0f * q.k * q.k;
+    const float sine = 2.0f * q.r * q.k;
+    return {{cosine, 0.0f - sine, 0.0f, 0.0f + sine, cosine, 0.0f, 0.0f, 0.0f, 1.0f}};
+  }
   return {{1.0f - 2.0f * q.j * q.j - 2.0f * q.k * q.k, 2.0f * q.i * q.j - 2.0f * q.r * q.k,
            2.0f * q.i * q.k + 2.0f * q.r * q.j, 2.0f * q.i * q.j + 2.0f * q.r * q.k,
            1.0f - 2.0f * q.i * q.i - 2.0f * q.k * q.k, 2.0f * q.j * q.k - 2.0f * q.r * q.i,

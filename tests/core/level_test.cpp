@@ -1,0 +1,299 @@
+// Loading and saving whole levels, sound and damaged.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <random>
+
+#include "core/file_cache.h"
+#include "core/object_manager.h"
+#include "core/script_box.h"
+#include "core/transform.h"
+#include "physics/box_collider.h"
+#include "physics/generator_host.h"
+#include "physics/gravity_generator.h"
+#include "physics/sphere_collider.h"
+#include "physics/spring.h"
+#include "physics/wobbly_puller.h"
+#include "test_world.h"
+
+using GalePhysics::AdoptGenerator;
+using GalePhysics::GravityGenerator;
+using GalePhysics::RigidBody;
+using GalePhysics::Spring;
+
+namespace {
+
+constexpr char kEmptyObject[] = "\t1: {\n\t\tName: thing\n\t\tCore: false\n\t}\n";
+
+std::string Level(const std::string& objects) { return "{\n" + objects + "}\n"; }
+
+// Saves a scene with every kind of block that the physics and scripts write: two generators, a body on a spring and its
+// anchor, a box, a sphere and scripts.
+std::string SaveScene(TestWorld& world) {
+  auto& anchor = world.AddBox("anchor", {3.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f});
+  auto& hung = world.AddSphere("hung", {0.0f, 0.0f, 0.5f}, {.velocity = {0.1f, 0.2f, 0.0f}, .damping = 0.75f});
+  BodyOf(hung).AddGenerator(&AdoptGenerator(std::make_unique<Spring>(anchor, 10.0f, 2.0f)));
+  BodyOf(hung).AddGenerator(&AdoptGenerator(std::make_unique<GravityGenerator>(Vec3{0.0f, -0.5f, 0.0f})));
+  AddHook(hung);
+  hung.Get<ScriptBox>()->AddScript("VelocityCap");
+  world.Add("plain").Insert(std::make_unique<ScriptBox>());
+  EXPECT_TRUE(Objects().SaveLevel("scene"));
+  return world.ReadFile("scene");
+}
+
+void Clear() {
+  Objects().KillAll();
+  Objects().RemoveDeadObjects();
+  GalePhysics::ResetGeneratorHost();
+  ClearFileCache();
+}
+
+TEST(Level, ShippedFilesComeBackLineForLine) {
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(BRINEWHIRL_GAME_DIR)) {
+    if (!entry.is_regular_file() || entry.path().has_extension()) continue;
+    TestWorld world;
+    const std::string original = world.ReadFile(entry.path().string());
+    const auto created = Objects().LoadLevel(entry.path().string());
+    EXPECT_FALSE(created.empty()) << entry.path();
+    EXPECT_EQ(WithoutIds(Document(created)), WithoutIds(original)) << entry.path();
+    ++files;
+  }
+  EXPECT_GE(files, 4);
+}
+
+TEST(Level, GeneratorsAndTheirLinksSurviveSavingAndLoading) {
+  TestWorld world;
+  const std::string saved = SaveScene(world);
+  EXPECT_TRUE(saved.starts_with("{\n\t1337: {\n\t\tName: AForceBox\n\t\tCore: true\n\t\tComponent: \"Transform\" {\n"));
+  EXPECT_NE(saved.find("\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n\t\t\tComponent: \"spring\" {\n\t\t\t\tMy ID: 42\n"),
+            std::string::npos);
+  EXPECT_NE(saved.find("\"gravity\" {\n\t\t\t\tMy ID: 43\n"), std::string::npos);
+  EXPECT_NE(saved.find("num force generators: 2\n\t\t\tgenerator ID: 42\n\t\t\tgenerator ID: 43\n"), std::string::npos);
+  EXPECT_NE(saved.find("base of: 1\n\t\t\tgenerator ID: 42\n"), std::string::npos);
+  Objects().SaveLevel("again");
+  EXPECT_NE(world.ReadFile("again").find("\"spring\" {\n\t\t\t\tMy ID: 42\n"), std::string::npos)
+      << "every save numbers anew";
+
+  world.Restart();
+  world.Add("shifts the IDs");
+  const auto created = Objects().LoadLevel("scene");
+  EXPECT_EQ(world.text(), "");
+  ASSERT_EQ(created.size(), 4u);
+  EXPECT_EQ(created[0]->name, "AForceBox");
+  auto& anchor = *Objects().FindObjectByName("anchor");
+  auto& hung = *Objects().FindObjectByName("hung");
+  ASSERT_EQ(BodyOf(hung).generators.size(), 2u);
+  auto& spring = static_cast<Spring&>(*BodyOf(hung).generators[0]);
+  EXPECT_STREQ(spring.GetName(), "spring");
+  EXPECT_EQ(spring.baseId, static_cast<int>(anchor.id)) << "tied to the anchor's new ID";
+  EXPECT_EQ(spring.owner, &GalePhysics::GetGeneratorHost());
+  EXPECT_EQ(WithoutIds(Document(created)), WithoutIds(saved));
+
+  // The copy of the host dissolves at its first update; its generators go on pulling.
+  GameObject& copy = *created[0];
+  EXPECT_TRUE(copy.alive);
+  copy.Update(0.0085f);
+  EXPECT_FALSE(copy.alive);
+  Objects().RemoveDeadObjects();
+  EXPECT_EQ(Objects().FindObjectByName("AForceBox"), nullptr);
+  BodyOf(hung).velocity = {};
+  world.Step();
+  EXPECT_GT(BodyOf(hung).velocity.x, 0.0f);
+  EXPECT_NE(GalePhysics::GetGeneratorHost().Get<ScriptBox>()->GetScript("spring"), nullptr);
+}
+
+TEST(Level, AHostCopyThatDiesUnsweptTakesNoGeneratorAlong) {
+  TestWorld world;
+  SaveScene(world);
+  world.Restart();
+  Objects().LoadLevel("scene");
+  for (const auto& object : Objects().GetObjects()) object->alive = object->name == "hung" || object->name == "anchor";
+  Objects().RemoveDeadObjects();
+  RigidBody& body = BodyOf(*Objects().FindObjectByName("hung"));
+  body.velocity = {};
+  world.Step();
+  EXPECT_GT(body.velocity.x, 0.0f);
+}
+
+TEST(Level, AGeneratorThatTheFileDoesNotHoldIsLeftOut) {
+  TestWorld world;
+  std::string saved = SaveScene(world);
+  const std::string link = "generators: 2\n\t\t\tgenerator ID: ";
+  saved.replace(saved.find(link + "42") + link.size(), 2, "99");
+  world.WriteFile("unknown", saved);
+  world.Restart();
+  Objects().LoadLevel("unknown");
+  const auto& generators = BodyOf(*Objects().FindObjectByName("hung")).generators;
+  ASSERT_EQ(generators.size(), 1u);
+  EXPECT_STREQ(generators[0]->GetName(), "gravity");
+  EXPECT_EQ(Count(world.text(), "no force generator 99"), 1);
+}
+
+TEST(Level, ALevelReadInsideAnotherHasItsOwnGenerators) {
+  TestWorld world;
+  for (const float pull : {-5.0f, -1.0f}) {
+    if (pull == -1.0f) AddHook(world.Add("nest")).level = "inner";
+    auto& body = world.AddSphere("falls", {});
+    BodyOf(body).AddGenerator(&AdoptGenerator(std::make_unique<GravityGenerator>(Vec3{0.0f, pull, 0.0f})));
+    Objects().SaveLevel(pull == -5.0f ? "inner" : "outer");
+    world.Restart();
+  }
+  const auto created = Objects().LoadLevel("outer");
+  ASSERT_EQ(created.size(), 3u) << "only the objects of the outer file";
+  ASSERT_EQ(Objects().GetObjects().size(), 5u);
+  const auto pullOf = [](GameObject& object) {
+    return static_cast<GravityGenerator&>(*BodyOf(object).generators.at(0)).gravity.y;
+  };
+  EXPECT_EQ(pullOf(*created[2]), -1.0f);
+  EXPECT_EQ(pullOf(*Objects().GetObjects()[3]), -5.0f);
+}
+
+TEST(Level, ALevelThatLoadsItselfStopsAtTheDepthLimit) {
+  TestWorld world;
+  AddHook(world.Add("nest")).level = "self";
+  Objects().SaveLevel("self");
+  world.Restart();
+  const auto created = Objects().LoadLevel("self");
+  EXPECT_EQ(created.size(), 1u);
+  EXPECT_EQ(Objects().GetObjects().size(), static_cast<std::size_t>(ObjectManager::kMaxLoadDepth));
+  EXPECT_EQ(Count(world.text(), "\n"), 1);
+  EXPECT_EQ(Objects().LoadLevel("self").size(), 1u) << "the depth is counted down again";
+}
+
+TEST(Level, ObjectsGetFreshIdsAndTheirCoreFlagLiterally) {
+  TestWorld world;
+  world.WriteFile("archetype", Level("\t999: {\n\t\tName: a\n\t\tCore: True\n\t}\n"));
+  const std::uint32_t first = Objects().LoadLevel("archetype").at(0)->id;
+  EXPECT_EQ(Objects().LoadLevel("archetype").at(0)->id, first + 1);
+  GameObject* third = Objects().LoadLevel("archetype").at(0);
+  EXPECT_EQ(third->id, first + 2);
+  EXPECT_EQ(Objects().GetObject(first + 2), third);
+  EXPECT_FALSE(third->core) << "only \"true\" is true here";
+  world.WriteFile("nothing", Level(""));
+  EXPECT_TRUE(Objects().LoadLevel("nothing").empty());
+  EXPECT_EQ(world.text(), "");
+}
+
+TEST(Level, SavingSkipsCoreObjectsAndNamesTheNameless) {
+  TestWorld world;
+  world.Add("kept core").core = true;
+  auto& object = world.AddSphere("", {});
+  object.Insert(std::make_unique<ScriptBox>());
+  object.AddComponent("BoxCollider");
+  object.AddComponent("Sprite");
+  Objects().SaveLevel();
+  const std::string saved = world.ReadFile("TempSave");
+  EXPECT_TRUE(saved.starts_with("{\n\t2: {\n\t\tName: Nameless\n\t\tCore: false\n"));
+  std::size_t at = 0;
+  for (const char* kind : {"Transform", "ScriptBox", "RigidBody", "Sprite", "SphereCollider", "BoxCollider"}) {
+    const std::size_t found = saved.find("\n\t\tComponent: \"" + std::string(kind) + "\" {\n");
+    ASSERT_NE(found, std::string::npos) << kind;
+    EXPECT_GT(found, at) << kind;
+    at = found;
+  }
+  EXPECT_EQ(Count(saved, "Name: "), 1);
+}
+
+TEST(Level, WhatIsNotKnownIsSkippedAndTheRestLoads) {
+  TestWorld world;
+  world.WriteFile("level", Level("\tComponent: \"Transform\" {\n\t\tx: 1\n\t}\n" + std::string(kEmptyObject) +
+                                 "\t2: {\n\t\tName: second\n\t\tCore: false\n\t\tComponent: \"Whale\" {\n\t\t\ta: 1\n"
+                                 "\t\t\tComponent: \"Vec3\" {\n\t\t\t\tx_: 1\n\t\t\t}\n\t\t\tb: 2\n\t\t}\n"
+                                 "\t\tComponent: \"SphereCollider\" {\n\t\t\tsize: 2\n\t\t\ttype: 0\n\t\t\trestitution: 1\n"
+                                 "\t\t\tghost: true\n\t\t\tcollision group: 77\n\t\t\tradius: -2\n\t\t}\n\t}\n" +
+                                 kEmptyObject));
+  const auto created = Objects().LoadLevel("level");
+  ASSERT_EQ(created.size(), 3u);
+  const auto& sphere = *created[1]->Get<GalePhysics::SphereCollider>();
+  EXPECT_EQ(sphere.GetColliderType(), GalePhysics::ColliderType::kSphere);
+  EXPECT_EQ(sphere.collisionGroup, GalePhysics::kMaxCollisionGroup);
+  EXPECT_EQ(sphere.radius, 0.0f);
+  EXPECT_TRUE(sphere.ghost);
+  for (const char* message : {"\"Transform\", skipped", "\"Whale\", skipped", "collider type 0", "collision group 77"})
+    EXPECT_EQ(Count(world.text(), message), 1) << message;
+  EXPECT_EQ(Count(world.text(), "\n"), 4);
+}
+
+TEST(Level, NegativeMassAndCountsDoNoHarm) {
+  TestWorld world;
+  std::string saved = SaveScene(world);
+  saved.replace(saved.find("inverseMass: 1"), 14, "inverseMass: -1");
+  saved.replace(saved.find("num force generators: 2"), 23, "num force generators: 2000000000");
+  world.WriteFile("bad", saved);
+  world.Restart();
+  const auto created = Objects().LoadLevel("bad");
+  EXPECT_EQ(created.size(), 4u);
+  EXPECT_EQ(BodyOf(*Objects().FindObjectByName("hung")).inverseMass, 0.0f);
+  EXPECT_LE(BodyOf(*Objects().FindObjectByName("hung")).generators.size(), 3u);
+}
+
+TEST(Level, TheObjectCountIsCapped) {
+  TestWorld world;
+  std::string objects;
+  for (std::size_t i = 0; i < ObjectManager::kMaxObjects + 5; ++i) objects += kEmptyObject;
+  world.WriteFile("crowd", Level(objects));
+  world.WriteFile("one", Level(kEmptyObject));
+  EXPECT_EQ(Objects().LoadLevel("crowd").size(), ObjectManager::kMaxObjects);
+  EXPECT_EQ(Count(world.text(), "\n"), 1);
+  EXPECT_TRUE(Objects().LoadLevel("one").empty());
+}
+
+TEST(DamagedLevel, ACutAnywhereEndsWithItsLineNumber) {
+  TestWorld world;
+  const std::string whole = SaveScene(world);
+  Clear();
+  const std::size_t last = whole.rfind('}');
+  for (std::size_t size = 1; size <= whole.size(); ++size) {
+    const std::string cut = whole.substr(0, size);
+    world.ClearText();
+    world.WriteFile("cut", cut);
+    Objects().LoadLevel("cut");
+    for (const auto& object : Objects().GetObjects()) object->Update(0.0085f);
+    world.Step();
+    const int lines = Count(cut, "\n") + (cut.back() == '\n' ? 0 : 1);
+    const std::string message = "cut: line " + std::to_string(lines) + ": unexpected end\n";
+    ASSERT_EQ(Count(world.text(), message), size > last ? 0 : 1) << "cut after " << size << " bytes: " << world.text();
+    Clear();
+  }
+}
+
+TEST(DamagedLevel, RandomDamageNeverHurts) {
+  TestWorld world;
+  const std::string whole = SaveScene(world);
+  std::vector<std::string> lines;
+  for (std::size_t at = 0; at < whole.size();) {
+    const std::size_t end = whole.find('\n', at) + 1;
+    lines.push_back(whole.substr(at, end - at));
+    at = end;
+  }
+  Clear();
+  std::mt19937 random(1);
+  const auto below = [&](std::size_t limit) { return static_cast<std::size_t>(random()) % limit; };
+  for (int round = 0; round < 600; ++round) {
+    std::string text = whole;
+    if (round % 3 == 0) {  // noise
+      for (std::size_t i = 0; i < 30; ++i) text[below(text.size())] = static_cast<char>(below(256));
+    } else if (round % 3 == 1) {  // lines in any order
+      text = "{\n";
+      for (std::size_t i = 0; i < 200; ++i) text += lines[below(lines.size())];
+    } else {  // stretches moved about, and digits changed
+      const std::size_t from = below(text.size() - 500);
+      text.insert(below(text.size()), text.substr(from, below(500)));
+      for (char& c : text)
+        if (c >= '0' && c <= '9' && below(8) == 0) c = "0123456789eE-.n{}:"[below(18)];
+    }
+    world.WriteFile("damaged", text);
+    Objects().LoadLevel("damaged");
+    for (std::size_t i = 0; i < Objects().GetObjects().size(); ++i) Objects().GetObjects()[i]->Update(0.0085f);
+    world.RunFrame();
+    for (const auto& object : Objects().GetObjects()) ASSERT_TRUE(IsFinite(PositionOf(*object))) << round;
+    ASSERT_TRUE(Objects().SaveLevel("resaved"));
+    Clear();
+    Objects().LoadLevel("resaved");
+    Clear();
+  }
+}
+
+}  // namespace

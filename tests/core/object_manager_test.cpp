@@ -1,0 +1,170 @@
+#include "core/object_manager.h"
+
+#include <gtest/gtest.h>
+
+#include "core/game_time.h"
+#include "core/pause.h"
+#include "core/random.h"
+#include "core/run_log.h"
+#include "core/script_box.h"
+#include "core/transform.h"
+#include "test_world.h"
+
+namespace {
+
+std::vector<std::string> Names() {
+  std::vector<std::string> names;
+  for (const auto& object : Objects().GetObjects()) names.push_back(object->name);
+  return names;
+}
+
+using List = std::vector<std::string>;
+
+TEST(ObjectManager, FindsTheFirstLivingObjectOfAName) {
+  TestWorld world;
+  auto& first = world.Add("twin");
+  auto& second = world.Add("twin");
+  world.Add("");
+  EXPECT_EQ(Objects().FindObjectByName("twin"), &first);
+  first.alive = false;
+  EXPECT_EQ(Objects().FindObjectByName("twin"), &second) << "before any sweep";
+  EXPECT_EQ(Objects().FindObjectByName("twi"), nullptr);
+  EXPECT_EQ(Objects().FindObjectByName("Twin"), nullptr);
+  EXPECT_EQ(Objects().FindObjectByName(""), nullptr);
+}
+
+TEST(ObjectManager, IdsAreNeverReusedAndForgottenWithTheirObjects) {
+  TestWorld world;
+  EXPECT_EQ(Objects().GetObject(0), nullptr) << "cursor and camera have ID 0 but are in no table";
+  auto& object = world.Add("a");
+  const std::uint32_t id = object.id;
+  EXPECT_EQ(id, 1u);
+  object.alive = false;
+  EXPECT_EQ(Objects().GetObject(id), &object);
+  Objects().RemoveDeadObjects();
+  EXPECT_EQ(Objects().GetObject(id), nullptr);
+  EXPECT_EQ(world.Add("b").id, id + 1);
+  EXPECT_EQ(Objects().AddObject(std::make_unique<GameObject>()), id + 2);
+}
+
+TEST(ObjectManager, SortsByDepthOnlyWhenSomethingWasMadeAndKeepsEqualsInOrder) {
+  TestWorld world;
+  for (const char* name : {"a", "b", "c", "d"}) world.Add(name);
+  PositionOf(*Objects().FindObjectByName("a")).z = 1.0f;
+  PositionOf(*Objects().FindObjectByName("d")).z = -1.0f;
+  Objects().SortIfNeeded();
+  EXPECT_EQ(Names(), (List{"d", "b", "c", "a"}));
+  PositionOf(*Objects().FindObjectByName("b")).z = 2.0f;
+  auto added = std::make_unique<GameObject>();
+  added->name = "e";
+  Objects().AddObject(std::move(added));
+  Objects().SortIfNeeded();
+  EXPECT_EQ(Names(), (List{"d", "b", "c", "a", "e"})) << "neither a new depth nor AddObject asks for an order";
+  Objects().CreateObject();
+  Objects().SortIfNeeded();
+  EXPECT_EQ(Names(), (List{"d", "c", "e", "", "a", "b"}));
+}
+
+TEST(ObjectManager, TheSweepSurvivesWhatDestructorsDo) {
+  TestWorld world;
+  world.WriteFile("level", "{\n\t1: {\n\t\tName: loaded\n\t\tCore: false\n\t}\n}\n");
+  auto& early = world.Add("early");
+  auto& first = world.Add("first");
+  auto& second = world.Add("second");
+  auto& later = world.Add("later");
+  world.Add("stays");
+  std::uint32_t firstId = first.id;
+  int destroyed = 0;
+  AddHook(first).onDestroy = [&] {
+    ++destroyed;
+    EXPECT_EQ(Objects().GetObject(firstId), nullptr) << "out of the table before its scripts go";
+    EXPECT_EQ(Objects().FindObjectByName("first"), nullptr);
+    early.alive = false;  // passed already: goes next time
+    later.alive = false;  // still ahead: goes in this sweep
+    for (int i = 0; i < 100; ++i) world.Add("made");
+    Objects().LoadLevel("level");
+  };
+  AddHook(second).onDestroy = [&] { ++destroyed; };
+  AddHook(later).onDestroy = [&] { ++destroyed; };
+  first.alive = second.alive = false;
+  Objects().RemoveDeadObjects();
+  EXPECT_EQ(destroyed, 3);
+  const List names = Names();
+  ASSERT_EQ(names.size(), 103u);
+  EXPECT_EQ(names[0], "early");
+  EXPECT_EQ(names[1], "stays");
+  EXPECT_EQ(names[102], "loaded");
+  Objects().RemoveDeadObjects();
+  EXPECT_EQ(Names()[0], "stays");
+}
+
+TEST(ObjectManager, ASweepInsideASweepIsHarmless) {
+  TestWorld world;
+  for (const char* name : {"a", "b", "c"}) {
+    auto& object = world.Add(name);
+    object.alive = false;
+    AddHook(object).onDestroy = [] { Objects().RemoveDeadObjects(); };
+  }
+  world.Add("stays");
+  Objects().RemoveDeadObjects();
+  EXPECT_EQ(Names(), List{"stays"});
+}
+
+TEST(GameObject, HoldsOneComponentPerKindAndItsTransformForGood) {
+  TestWorld world;
+  auto& object = world.AddSphere("a", {});
+  Transform* transform = &object.GetTransform();
+  EXPECT_EQ(object.AddComponent("Transform"), transform);
+  Component* old = object.GetComponent(Kind::kRigidBody);
+  Component* made = object.AddComponent("RigidBody");
+  EXPECT_NE(made, old);
+  EXPECT_EQ(made->owner, &object);
+  EXPECT_EQ(object.Get<GalePhysics::RigidBody>(), made);
+  EXPECT_EQ(object.AddComponent("Whale"), nullptr);
+}
+
+TEST(Transform, TheMatrixIsACacheAndTheConstructorsAngleIsOneEulerStep) {
+  Transform transform({1.0f, 2.0f, 3.0f}, {4.0f, 5.0f, 1.0f}, 0.5f);
+  EXPECT_EQ(transform.orientation, (Quaternion{1.0f, 0.0f, 0.0f, 0.25f}));
+  transform.orientation = {std::sqrt(0.5f), 0.0f, 0.0f, std::sqrt(0.5f)};
+  transform.position = {7.0f, 8.0f, 9.0f};
+  EXPECT_EQ(transform.GetModelMatrix()[3], 1.0f) << "until it is rebuilt";
+  transform.Update(0.0f);
+  transform.graphicsScale = {2.0f, 3.0f, 1.0f};
+  const auto m = transform.GetModelMatrix();
+  const float expected[16] = {0, -3, 0, 7, 2, 0, 0, 8, 0, 0, 1, 9, 0, 0, 0, 1};
+  for (std::size_t i = 0; i < 16; ++i) EXPECT_NEAR(m[i], expected[i], 1e-6f) << i;
+}
+
+TEST(Pause, EveryHolderTakesItsOwnReasonAway) {
+  TestWorld world;
+  struct : RunLogListener {
+    std::string heard;
+    void OnEvent(std::string_view text) override { (heard += text) += ';'; }
+  } log;
+  SetRunLogListener(&log);
+  EXPECT_FALSE(IsPaused());
+  ReleasePause("never held");
+  RequestPause("focus");
+  RequestPause("focus");
+  RequestPause("pad");
+  ReleasePause("focus");
+  ReleasePause("pad");
+  EXPECT_TRUE(IsPaused()) << "held twice";
+  ReleasePause("other");
+  ReleasePause("focus");
+  EXPECT_FALSE(IsPaused());
+  SetRunLogListener(nullptr);
+  EXPECT_EQ(log.heard, "pause on;pause off;");
+}
+
+TEST(Random, GivesTheKnownSequence) {
+  SeedRandom(1);
+  for (const int expected : {41, 18467, 6334, 26500, 19169}) EXPECT_EQ(Random(), expected);
+  const std::uint32_t state = RandomState();
+  const int next = Random();
+  SeedRandom(state);
+  EXPECT_EQ(Random(), next);
+}
+
+}  // namespace

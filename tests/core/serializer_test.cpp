@@ -1,0 +1,212 @@
+#include "core/serializer.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <limits>
+
+#include "core/file_cache.h"
+#include "core/object_manager.h"
+#include "test_world.h"
+
+namespace {
+
+// A reader of a document that holds these lines; one per world.
+Serializer Reading(TestWorld& world, const std::string& lines) {
+  world.WriteFile("doc", "{\n" + lines);
+  Serializer reader;
+  EXPECT_TRUE(reader.OpenForRead("doc"));
+  return reader;
+}
+
+TEST(Serializer, WritesEveryKindOfLine) {
+  TestWorld world;
+  Serializer writer;
+  ASSERT_TRUE(writer.OpenForWrite("out"));
+  writer.BeginBlock(7);
+  writer.WriteString("Name", "a: b");
+  writer.WriteString("Empty", "");
+  writer.WriteBool("Core", false);
+  writer.BeginComponent("Thing");
+  writer.WriteFloat("small", 0.0085f);
+  writer.WriteFloat("tiny", 1e-7f);
+  writer.WriteFloat("big", 1234567.0f);
+  writer.WriteFloat("root", std::sqrt(0.997f));
+  writer.WriteInt("n", -17);
+  writer.WriteQuaternion({});
+  writer.WriteMatrix34({{}, {1.5f, -2.0f, 0.0f}});
+  writer.EndBlock();
+  writer.EndBlock();
+  ASSERT_TRUE(writer.Close());
+  EXPECT_EQ(world.ReadFile("out"),
+            "{\n\t7: {\n\t\tName: a: b\n\t\tEmpty: \n\t\tCore: false\n\t\tComponent: \"Thing\" {\n"
+            "\t\t\tsmall: 0.0085\n\t\t\ttiny: 1e-07\n\t\t\tbig: 1.23457e+06\n\t\t\troot: 0.998499\n\t\t\tn: -17\n"
+            "\t\t\tComponent: \"Vec3\" {\n\t\t\t\tr_: 1\n\t\t\t\ti_: 0\n\t\t\t\tj_: 0\n\t\t\t\tk_: 0\n\t\t\t}\n"
+            "\t\t\tComponent: \"Matrix34\" {\n\t\t\t\t: 1\n\t\t\t\t: 0\n\t\t\t\t: 0\n\t\t\t\t: 0\n\t\t\t\t: 1\n"
+            "\t\t\t\t: 0\n\t\t\t\t: 0\n\t\t\t\t: 0\n\t\t\t\t: 1\n"
+            "\t\t\t\tComponent: \"Vec3\" {\n\t\t\t\t\tx_: 1.5\n\t\t\t\t\ty_: -2\n\t\t\t\t\tz_: 0\n\t\t\t\t}\n\t\t\t}\n"
+            "\t\t}\n\t}\n}\n");
+  EXPECT_FALSE(std::filesystem::exists("out.tmp"));
+}
+
+TEST(Serializer, CompositesComeBackInOrder) {
+  TestWorld world;
+  Serializer writer;
+  writer.OpenForWrite("out");
+  Matrix33 numbers;
+  for (std::size_t i = 0; i < 9; ++i) numbers.m[i] = static_cast<float>(i) + 0.25f;
+  writer.WriteVec3({1.0f, 2.0f, 3.0f});
+  writer.WriteQuaternion({4.0f, 5.0f, 6.0f, 7.0f});
+  writer.WriteMatrix33(numbers);
+  writer.WriteMatrix34({numbers, {8.0f, 9.0f, 10.0f}});
+  writer.WriteString("text", "a: b: c");
+  writer.Close();
+
+  Serializer reader;
+  ASSERT_TRUE(reader.OpenForRead("out"));
+  EXPECT_EQ(reader.ReadVec3(), (Vec3{1.0f, 2.0f, 3.0f}));
+  EXPECT_EQ(reader.ReadQuaternion(), (Quaternion{4.0f, 5.0f, 6.0f, 7.0f}));
+  EXPECT_EQ(reader.ReadMatrix33().m, numbers.m);
+  const Matrix34 affine = reader.ReadMatrix34();
+  EXPECT_EQ(affine.rotation.m, numbers.m);
+  EXPECT_EQ(affine.translation, (Vec3{8.0f, 9.0f, 10.0f}));
+  EXPECT_EQ(reader.ReadString(), "a: b: c");
+}
+
+TEST(Serializer, NumbersAreReadAsPrefixesWithinTheirRange) {
+  TestWorld world;
+  Serializer reader = Reading(world,
+                              "a: 1.5metres\na:   +2.5\na: -3e2x\na: none\na: \na: +-4\na: .5\n"
+                              "a: 12abc\na: +7\na: 99999999999\na: -99999999999\na: x\n"
+                              "a: -5\na: 1000000\na: 3\n");
+  for (const float expected : {1.5f, 2.5f, -300.0f, 0.0f, 0.0f, 0.0f, 0.5f}) EXPECT_EQ(reader.ReadFloat(), expected);
+  EXPECT_EQ(reader.ReadInt(), 12);
+  EXPECT_EQ(reader.ReadInt(), 7);
+  EXPECT_EQ(reader.ReadInt(), std::numeric_limits<int>::max());
+  EXPECT_EQ(reader.ReadInt(), std::numeric_limits<int>::min());
+  EXPECT_EQ(reader.ReadInt(), 0);
+  EXPECT_EQ(reader.ReadCount(), 0) << "a negative count";
+  EXPECT_LE(reader.ReadCount(), 2) << "no more than the lines left";
+  EXPECT_EQ(world.text(), "");
+}
+
+TEST(Serializer, NotFiniteNumbersBecomeZeroWithAMessage) {
+  TestWorld world;
+  Serializer reader = Reading(world, "a: nan\na: -inf\na: 1e99\na: 2\n");
+  for (const float expected : {0.0f, 0.0f, 0.0f, 2.0f}) EXPECT_EQ(reader.ReadFloat(), expected);
+  EXPECT_EQ(Count(world.text(), "line 2: "), 1);
+  EXPECT_EQ(Count(world.text(), "\n"), 3);
+
+  world.ClearText();
+  Serializer writer;
+  writer.OpenForWrite("out");
+  writer.WriteFloat("x", std::numeric_limits<float>::quiet_NaN());
+  writer.WriteFloat("y", -std::numeric_limits<float>::infinity());
+  writer.Close();
+  EXPECT_EQ(world.ReadFile("out"), "{\n\tx: 0\n\ty: 0\n}\n");
+  EXPECT_EQ(Count(world.text(), "\n"), 1) << "one message for a document";
+}
+
+TEST(Serializer, LeavesStrippedAndForeignLinesHarmless) {
+  TestWorld world;
+  Serializer reader = Reading(world, "Name:\nno colon\n\n\t\r\n\tkey: windows\r\nb: True\nb: t\nb: yes\nb: true\n");
+  EXPECT_EQ(reader.ReadString(), "");
+  EXPECT_EQ(reader.ReadString(), "");
+  EXPECT_EQ(reader.ReadString(), "windows") << "empty lines are passed, the carriage return is dropped";
+  for (const bool expected : {true, true, false, true}) EXPECT_EQ(reader.ReadBool(), expected);
+  EXPECT_EQ(reader.ReadBool(), false);
+  EXPECT_TRUE(reader.HasMetEnd());
+}
+
+TEST(Serializer, AValueThatIsMissingCostsTheLineInItsPlace) {
+  TestWorld world;
+  Serializer reader = Reading(world, "Component: \"Vec3\" {\n}\na: 5\n");
+  EXPECT_EQ(reader.ReadFloat(), 0.0f);
+  EXPECT_EQ(reader.ReadInt(), 0);
+  EXPECT_EQ(reader.ReadInt(), 5);
+}
+
+TEST(Serializer, TellsLinesApart) {
+  TestWorld world;
+  Serializer reader = Reading(world, "7: {\n\tComponent: \"a \"b\" c\" {\n{\nComponent: {\nkey: va: lue\n}\n");
+  std::string_view key;
+  std::string_view value;
+  const auto next = [&] { return reader.ReadLine(key, value); };
+  EXPECT_EQ(next(), LineKind::kBlockOpen);
+  EXPECT_EQ(key, "7");
+  EXPECT_EQ(next(), LineKind::kComponentOpen);
+  EXPECT_EQ(key, "a \"b\" c");
+  EXPECT_EQ(next(), LineKind::kBlockOpen);
+  EXPECT_EQ(next(), LineKind::kComponentOpen);
+  EXPECT_EQ(key, "");
+  EXPECT_EQ(reader.GetDepth(), 5);
+  EXPECT_EQ(next(), LineKind::kKeyValue);
+  EXPECT_EQ(value, "va: lue");
+  EXPECT_EQ(next(), LineKind::kBlockClose);
+  EXPECT_EQ(next(), LineKind::kEndOfFile);
+  EXPECT_EQ(next(), LineKind::kEndOfFile);
+}
+
+TEST(Serializer, StringsThatWouldBreakTheirLineAreCleaned) {
+  TestWorld world;
+  Serializer writer;
+  writer.OpenForWrite("out");
+  writer.WriteString("a", "two\nlines\r{{");
+  writer.WriteString("b", "{inner} {ok} }");
+  writer.Close();
+  EXPECT_EQ(world.ReadFile("out"), "{\n\ta: twolines\n\tb: {inner} {ok} }\n}\n");
+  EXPECT_EQ(Count(world.text(), "\n"), 1);
+}
+
+TEST(Serializer, AFailedSaveKeepsTheOldFile) {
+  TestWorld world;
+  Serializer writer;
+  EXPECT_FALSE(writer.OpenForWrite("no/such/folder/out"));
+  writer.WriteInt("a", 1);
+  EXPECT_FALSE(writer.Close());
+
+  std::filesystem::create_directory("taken");
+  world.WriteFile("taken/inside", "x");
+  ASSERT_TRUE(writer.OpenForWrite("taken"));
+  EXPECT_FALSE(writer.Close()) << "a folder cannot be replaced";
+  EXPECT_EQ(world.ReadFile("taken/inside"), "x");
+  EXPECT_FALSE(std::filesystem::exists("taken.tmp"));
+  EXPECT_NE(world.text().find("taken"), std::string::npos);
+}
+
+TEST(FileCache, ReadsAFileOnceAndKeepsWhatItRead) {
+  TestWorld world;
+  world.WriteFile("a", "first");
+  const std::string* text = ReadCachedFile("a");
+  world.WriteFile("a", "second");
+  for (int i = 0; i < 200; ++i) {
+    world.WriteFile("other" + std::to_string(i), "x");
+    ReadCachedFile("other" + std::to_string(i));
+  }
+  EXPECT_EQ(ReadCachedFile("a"), text);
+  EXPECT_EQ(*text, "first");
+  EXPECT_EQ(ReadCachedFile("missing"), nullptr);
+  world.WriteFile("missing", "came later");
+  ASSERT_NE(ReadCachedFile("missing"), nullptr) << "a failure is not kept";
+}
+
+TEST(FileCache, RefusesFoldersAndHugeFiles) {
+  TestWorld world;
+  std::filesystem::create_directory("folder");
+  EXPECT_EQ(ReadCachedFile("folder"), nullptr);
+  world.WriteFile("huge", "{\n");
+  std::filesystem::resize_file("huge", static_cast<std::uintmax_t>(kMaxFileBytes) + 1);
+  EXPECT_EQ(ReadCachedFile("huge"), nullptr);
+  EXPECT_NE(world.text().find("huge: larger"), std::string::npos);
+  std::filesystem::resize_file("huge", static_cast<std::uintmax_t>(kMaxFileBytes));
+  EXPECT_NE(ReadCachedFile("huge"), nullptr);
+
+  world.ClearText();
+  world.WriteFile("nothing", "");
+  for (const char* name : {"folder", "nothing", "nowhere"}) EXPECT_TRUE(Objects().LoadLevel(name).empty());
+  EXPECT_EQ(world.text(), "CAN'T FIND YO LEVEL, YA DON GOOFED!\nCAN'T FIND YO LEVEL, YA DON GOOFED!\n"
+                          "CAN'T FIND YO LEVEL, YA DON GOOFED!\n");
+}
+
+}  // namespace

@@ -1,0 +1,183 @@
+"""A screen of its own in memory, with a window manager, and the game running on it."""
+
+import os
+import signal
+import subprocess
+import threading
+import time
+
+from picture import Picture
+
+WINDOW_TITLE = "Brinewhirl"
+
+
+def wait_until(condition, timeout, what):
+    """Waits for the condition and returns its value, or raises TimeoutError that names it."""
+    deadline = time.monotonic() + timeout
+    while time.monotonic() < deadline:
+        value = condition()
+        if value:
+            return value
+        time.sleep(0.05)
+    raise TimeoutError(f"waited {timeout} s in vain for {what}")
+
+
+def stop(process):
+    if process.poll() is None:
+        process.terminate()
+        try:
+            process.wait(10)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+
+
+class VirtualDisplay:
+    """Use as a context: Xvfb on a free display number, with openbox unless told otherwise; both end with the context.
+
+    Without a manager a window keeps the size it asks for and is never minimised.
+    """
+
+    def __init__(self, width, height, managed=True):
+        self.size = f"{width}x{height}x24"
+        self.managed = managed
+        self.processes = []
+
+    def __enter__(self):
+        try:
+            self._start_server()
+            if self.managed:
+                self.start(["openbox"])
+                wait_until(self._has_manager, 10, "the window manager")
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            stop(process)
+
+    def _start_server(self):
+        reading, writing = os.pipe()
+        server = ["Xvfb", "-displayfd", str(writing), "-screen", "0", self.size, "-nolisten", "tcp"]
+        self.processes.append(subprocess.Popen(server, pass_fds=[writing], stderr=subprocess.DEVNULL))
+        os.close(writing)
+        with os.fdopen(reading) as answer:
+            number = answer.readline().strip()  # comes when the server is ready; empty when it died
+        if not number:
+            raise RuntimeError("Xvfb did not start")
+        self.environment = {**os.environ, "DISPLAY": f":{number}", "LIBGL_ALWAYS_SOFTWARE": "1",
+                            "SDL_AUDIODRIVER": "dummy", "SDL_VIDEODRIVER": "x11"}
+        self.environment.pop("WAYLAND_DISPLAY", None)
+
+    def _has_manager(self):
+        return "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
+
+    def start(self, command, **options):
+        options = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options}
+        process = subprocess.Popen(command, env=self.environment, **options)
+        self.processes.append(process)
+        return process
+
+    def run(self, *command):
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=20).stdout
+
+    def find_window(self, title):
+        """The ID of the window with this title, or None."""
+        for line in self.run("xwininfo", "-root", "-tree").splitlines():
+            if f'"{title}"' in line:
+                return line.split()[0]
+        return None
+
+    def focus(self, window):
+        if self.managed:
+            self.run("xdotool", "windowactivate", window)
+        self.run("xdotool", "windowfocus", window)
+
+    def hold_key(self, key, seconds):
+        self.run("xdotool", "keydown", key)
+        time.sleep(seconds)
+        self.run("xdotool", "keyup", key)
+
+    def take_picture(self):
+        dump = subprocess.run(["xwd", "-root", "-silent"], env=self.environment, capture_output=True, check=True,
+                              timeout=20)
+        return Picture.from_xwd(dump.stdout)
+
+
+class Game:
+    """The program on a virtual display, its lines of standard output gathered as they come. Use as a context."""
+
+    def __init__(self, display, program):
+        self.display = display
+        self.lines = []
+        self.process = display.start([str(program)], cwd="/", stdout=subprocess.PIPE, text=True, errors="replace")
+        self.started = time.monotonic()
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        stop(self.process)
+        self._reader.join(5)
+
+    def _read(self):
+        with self.process.stdout as lines:
+            for line in lines:
+                self.lines.append(line.rstrip("\n"))
+
+    @property
+    def output(self):
+        return "\n".join(self.lines)
+
+    def wait_for_window(self):
+        window = wait_until(lambda: self._is_running() and self.display.find_window(WINDOW_TITLE), 30, "the window")
+        self.started = time.monotonic()
+        return window
+
+    def _is_running(self):
+        if self.process.poll() is not None:
+            raise RuntimeError(f"the program ended with {self.process.returncode}:\n{self.output}")
+        return True
+
+    def wait_for_line(self, text, after=0, meanwhile=None):
+        """Waits for a line with this text beyond the first `after` lines; calls `meanwhile` until it has come."""
+
+        def has_come():
+            if self._is_running() and any(text in line for line in self.lines[after:]):
+                return True
+            if meanwhile:
+                meanwhile()
+            return False
+
+        wait_until(has_come, 15, f'the line "{text}"')
+
+    def gain_focus(self, window, after=0):
+        """Gives the window the keyboard and waits until the game says so beyond the first `after` lines."""
+        # Asked for again and again: a window that is not shown yet cannot take it.
+        self.wait_for_line("Focus GAINED", after, meanwhile=lambda: self.display.focus(window))
+
+    def lose_focus(self):
+        """Opens another window, gives it the keyboard and returns its process."""
+        lines = len(self.lines)
+        other = self.display.start(["xlogo", "-geometry", "60x60+0+0"])
+        window = wait_until(lambda: self.display.find_window("xlogo"), 10, "the other window")
+        self.wait_for_line("Focus Lost", lines, meanwhile=lambda: self.display.focus(window))
+        return other
+
+    def sleep_until(self, seconds):
+        """Sleeps until this long after the window came."""
+        time.sleep(max(0.0, self.started + seconds - time.monotonic()))
+
+    def quit(self):
+        """Asks the program to end by SIGTERM and returns its exit code."""
+        self.process.send_signal(signal.SIGTERM)
+        return self.wait_for_end()
+
+    def wait_for_end(self):
+        code = self.process.wait(20)
+        self._reader.join(5)
+        return code

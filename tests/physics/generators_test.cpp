@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include "core/game_time.h"
+#include "core/object_manager.h"
+#include "core/transform.h"
+#include "physics/generator_host.h"
+#include "physics/gravity_generator.h"
+#include "physics/spring.h"
+#include "physics/wobbly_puller.h"
+#include "test_world.h"
+
+using GalePhysics::AdoptGenerator;
+using GalePhysics::GravityGenerator;
+using GalePhysics::Spring;
+using GalePhysics::WobblyPuller;
+
+namespace {
+
+TEST(Gravity, PullsEveryMassAlikeAndTheImmovableNot) {
+  TestWorld world;
+  auto& gravity = AdoptGenerator(std::make_unique<GravityGenerator>(Vec3{0.0f, -2.0f, 0.0f}));
+  for (const float inverseMass : {4.0f, 1.0f, 0.0f}) {
+    auto& object = world.AddSphere("a", {}, {.inverseMass = inverseMass, .group = 0});
+    BodyOf(object).AddGenerator(&gravity);
+    BodyOf(object).Integrate();
+    EXPECT_FLOAT_EQ(BodyOf(object).velocity.y, inverseMass == 0.0f ? 0.0f : -2.0f * Time().physicsStep);
+  }
+}
+
+TEST(Spring, PullsInProportionToItsStretch) {
+  TestWorld world;
+  auto& anchor = world.AddSphere("anchor", {3.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f, .radius = 0.1f});
+  auto& object = world.AddSphere("a", {}, {.radius = 0.1f});
+  auto& spring = AdoptGenerator(std::make_unique<Spring>(anchor, 10.0f, 2.0f));
+  BodyOf(object).AddGenerator(&spring);
+  world.Step();
+  EXPECT_NEAR(BodyOf(object).velocity.x, 0.0283334f, 1e-6f);
+  world.Step(14);
+  EXPECT_NEAR(BodyOf(object).velocity.x, 0.423966f, 1e-6f);
+  EXPECT_NEAR(PositionOf(object).x, 0.0084204f, 1e-6f);
+
+  const auto firstPush = [&](float distance) {
+    PositionOf(object) = {3.0f - distance, 0.0f, 0.0f};
+    BodyOf(object).velocity = {};
+    world.Step();
+    return BodyOf(object).velocity.x;
+  };
+  EXPECT_EQ(firstPush(2.0f), 0.0f);
+  EXPECT_LT(firstPush(1.0f), 0.0f);
+  EXPECT_EQ(firstPush(0.0f), 0.0f) << "no direction, no force";
+  EXPECT_TRUE(spring.HasBase());
+  anchor.alive = false;
+  Objects().RemoveDeadObjects();
+  EXPECT_FALSE(spring.HasBase());
+  EXPECT_EQ(firstPush(3.0f), 0.0f);
+}
+
+TEST(WobblyPuller, SetsAPullThatGrowsAndASidewaysPushThatFlips) {
+  TestWorld world;
+  auto& target = world.Add("target", {3.0f, 4.0f, 0.0f});
+  auto& a = world.AddSphere("a", {}, {.group = 0});
+  auto& b = world.AddSphere("b", {}, {.group = 0});
+  auto& puller = AdoptGenerator(std::make_unique<WobblyPuller>(target.id, 2.0f, 1.25f, 0.5f));
+  const auto pull = [&](GameObject& object) {
+    puller.UpdateForce(BodyOf(object));
+    return BodyOf(object).acceleration;
+  };
+  const auto expect = [](const Vec3& got, float x, float y) {
+    EXPECT_NEAR(got.x, x, 1e-5f);
+    EXPECT_NEAR(got.y, y, 1e-5f);
+  };
+  BodyOf(a).acceleration = {100.0f, 0.0f, 0.0f};
+  expect(pull(a), 5.0f, 8.75f);
+  Time().elapsedTime = 0.5f;
+  expect(pull(a), 5.0f, 8.75f);  // the period must have passed, not just be reached
+  Time().elapsedTime = 0.51f;
+  expect(pull(a), 7.0f, 7.25f);
+  expect(pull(b), 7.0f, 7.25f);  // the second body shares the flip and makes none of its own
+  EXPECT_FLOAT_EQ(puller.lastWobbleTime, 0.51f);
+  target.alive = false;
+  Objects().RemoveDeadObjects();
+  expect(pull(a), 7.0f, 7.25f);  // what was set last stays
+}
+
+TEST(Generators, MadeByNameLiveInTheHostAndFollowTheCursor) {
+  TestWorld world;
+  auto& host = GalePhysics::GetGeneratorHost();
+  EXPECT_EQ(Objects().FindObjectByName("AForceBox"), nullptr) << "in no list";
+  for (const char* name : {"gravity", "spring", "wobblypuller"}) {
+    const NewScript made = CreateScript(name);
+    EXPECT_EQ(made.owned, nullptr) << name;
+    EXPECT_EQ(made.script->owner, &host) << name;
+    EXPECT_STREQ(made.script->GetName(), name);
+  }
+  auto& object = world.AddSphere("a", {});
+  PositionOf(Objects().GetCursor()) = {0.0f, 2.0f, 0.0f};
+  WobblyPuller puller;
+  puller.forwardPower = 3.0f;
+  puller.UpdateForce(BodyOf(object));
+  EXPECT_EQ(BodyOf(object).acceleration, (Vec3{0.0f, 6.0f, 0.0f}));
+  BodyOf(object).AddGenerator(nullptr);
+  EXPECT_TRUE(BodyOf(object).generators.empty());
+}
+
+}  // namespace
