@@ -6,9 +6,13 @@
 namespace {
 std::size_t allocations = 0;
 
-void* Allocate(std::size_t size) {
+void* TryAllocate(std::size_t size) {
   ++allocations;
-  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+  return std::malloc(size == 0 ? 1 : size);
+}
+
+void* Allocate(std::size_t size) {
+  if (void* memory = TryAllocate(size)) return memory;
   throw std::bad_alloc();
 }
 }  // namespace
@@ -17,6 +21,8 @@ std::size_t AllocationCount() { return allocations; }
 
 void* operator new(std::size_t size) { return Allocate(size); }
 void* operator new[](std::size_t size) { return Allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return TryAllocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return TryAllocate(size); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }

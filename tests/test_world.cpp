@@ -126,6 +126,8 @@ void TestWorld::ClearText() {
 }
 
 void TestWorld::WriteFile(const std::string& name, std::string_view content) {
+  // A file that is overwritten is flushed to the disk on some file systems, which costs milliseconds each time.
+  std::filesystem::remove(name);
   std::ofstream(name, std::ios::binary) << content;
 }
 
@@ -161,7 +163,8 @@ std::string WithoutIds(std::string_view text) {
   std::istringstream lines{std::string(text)};
   std::string kept;
   for (std::string line; std::getline(lines, line);) {
-    const bool blockOfId = line.size() > 3 && line.ends_with(": {") && line[line.size() - 4] >= '0' && line[line.size() - 4] <= '9';
+    const bool blockOfId =
+        line.size() > 3 && line.ends_with(": {") && line[line.size() - 4] >= '0' && line[line.size() - 4] <= '9';
     if (!blockOfId && line.find("generator ID: ") == std::string::npos && line.find("My ID: ") == std::string::npos)
       kept += line + '\n';
   }

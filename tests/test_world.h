@@ -21,14 +21,14 @@ struct BodyOptions {
   Vec3 acceleration = {};
   Vec3 angularVelocity = {};
   float inverseMass = 1.0f;
-  float radius = 1.0f;                       ///< spheres
-  Vec3 halfExtents = {0.5f, 0.5f, 0.0f};     ///< boxes
-  float angle = 0.0f;                        ///< radians about z
+  float radius = 1.0f;                    ///< spheres
+  Vec3 halfExtents = {0.5f, 0.5f, 0.0f};  ///< boxes
+  float angle = 0.0f;                     ///< radians about z
   float restitution = 1.0f;
   float damping = 1.0f;
   bool ghost = false;
   bool locked = true;
-  bool body = true;                          ///< false: a collider alone
+  bool body = true;  ///< false: a collider alone
   std::uint32_t group = 1;
 };
 

@@ -8,9 +8,11 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "core/script_registry.h"
 #include "script_table.h"
+#include "tools/lint/lint.h"
 #include "tools/simulate/simulate.h"
 
 namespace {
@@ -71,6 +73,10 @@ int main(int argc, char** argv) {
   int result = 0;
   SimulateOptions simulate;
   AddSimulate(app, simulate, result);
+  std::vector<std::string> files;
+  CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
+  lint->add_option("FILE", files, "Level and archetype files")->required();
+  lint->callback([&] { result = LintFiles(files, stdout); });
   app.add_subcommand("scripts", "Print the names of all behaviour scripts")->callback([&] { result = PrintScripts(); });
   try {
     app.parse(argc, argv);

@@ -67,8 +67,9 @@ TEST(Level, GeneratorsAndTheirLinksSurviveSavingAndLoading) {
   TestWorld world;
   const std::string saved = SaveScene(world);
   EXPECT_TRUE(saved.starts_with("{\n\t1337: {\n\t\tName: AForceBox\n\t\tCore: true\n\t\tComponent: \"Transform\" {\n"));
-  EXPECT_NE(saved.find("\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n\t\t\tComponent: \"spring\" {\n\t\t\t\tMy ID: 42\n"),
-            std::string::npos);
+  EXPECT_NE(
+      saved.find("\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n\t\t\tComponent: \"spring\" {\n\t\t\t\tMy ID: 42\n"),
+      std::string::npos);
   EXPECT_NE(saved.find("\"gravity\" {\n\t\t\t\tMy ID: 43\n"), std::string::npos);
   EXPECT_NE(saved.find("num force generators: 2\n\t\t\tgenerator ID: 42\n\t\t\tgenerator ID: 43\n"), std::string::npos);
   EXPECT_NE(saved.find("base of: 1\n\t\t\tgenerator ID: 42\n"), std::string::npos);
@@ -198,12 +199,13 @@ TEST(Level, SavingSkipsCoreObjectsAndNamesTheNameless) {
 
 TEST(Level, WhatIsNotKnownIsSkippedAndTheRestLoads) {
   TestWorld world;
-  world.WriteFile("level", Level("\tComponent: \"Transform\" {\n\t\tx: 1\n\t}\n" + std::string(kEmptyObject) +
-                                 "\t2: {\n\t\tName: second\n\t\tCore: false\n\t\tComponent: \"Whale\" {\n\t\t\ta: 1\n"
-                                 "\t\t\tComponent: \"Vec3\" {\n\t\t\t\tx_: 1\n\t\t\t}\n\t\t\tb: 2\n\t\t}\n"
-                                 "\t\tComponent: \"SphereCollider\" {\n\t\t\tsize: 2\n\t\t\ttype: 0\n\t\t\trestitution: 1\n"
-                                 "\t\t\tghost: true\n\t\t\tcollision group: 77\n\t\t\tradius: -2\n\t\t}\n\t}\n" +
-                                 kEmptyObject));
+  world.WriteFile("level",
+                  Level("\tComponent: \"Transform\" {\n\t\tx: 1\n\t}\n" + std::string(kEmptyObject) +
+                        "\t2: {\n\t\tName: second\n\t\tCore: false\n\t\tComponent: \"Whale\" {\n\t\t\ta: 1\n"
+                        "\t\t\tComponent: \"Vec3\" {\n\t\t\t\tx_: 1\n\t\t\t}\n\t\t\tb: 2\n\t\t}\n"
+                        "\t\tComponent: \"SphereCollider\" {\n\t\t\tsize: 2\n\t\t\ttype: 0\n\t\t\trestitution: 1\n"
+                        "\t\t\tghost: true\n\t\t\tcollision group: 77\n\t\t\tradius: -2\n\t\t}\n\t}\n" +
+                        kEmptyObject));
   const auto created = Objects().LoadLevel("level");
   ASSERT_EQ(created.size(), 3u);
   const auto& sphere = *created[1]->Get<GalePhysics::SphereCollider>();
@@ -289,6 +291,7 @@ TEST(DamagedLevel, RandomDamageNeverHurts) {
     for (std::size_t i = 0; i < Objects().GetObjects().size(); ++i) Objects().GetObjects()[i]->Update(0.0085f);
     world.RunFrame();
     for (const auto& object : Objects().GetObjects()) ASSERT_TRUE(IsFinite(PositionOf(*object))) << round;
+    std::filesystem::remove("resaved");
     ASSERT_TRUE(Objects().SaveLevel("resaved"));
     Clear();
     Objects().LoadLevel("resaved");

@@ -110,8 +110,8 @@ TEST(ScriptBox, AnUnknownScriptCostsNothingAroundIt) {
                                            cap)),
             WithoutIds(expected));
   EXPECT_EQ(world.text(), "nope could not be found.\n");
-  EXPECT_EQ(WithoutIds(load("too many values", "\t\t\tComponent: \"test hook\" {\n\t\t\t\tlevel: \n\t\t\t\textra: 1\n\t\t\t}\n" +
-                                                   cap)),
+  EXPECT_EQ(WithoutIds(load("too many values",
+                            "\t\t\tComponent: \"test hook\" {\n\t\t\t\tlevel: \n\t\t\t\textra: 1\n\t\t\t}\n" + cap)),
             WithoutIds(expected));
   EXPECT_EQ(Count(world.text(), "could not be found."), 1);
   load("too few values", "\t\t\tComponent: \"test hook\" {\n\t\t\t}\n" + cap);

@@ -205,8 +205,9 @@ TEST(FileCache, RefusesFoldersAndHugeFiles) {
   world.ClearText();
   world.WriteFile("nothing", "");
   for (const char* name : {"folder", "nothing", "nowhere"}) EXPECT_TRUE(Objects().LoadLevel(name).empty());
-  EXPECT_EQ(world.text(), "CAN'T FIND YO LEVEL, YA DON GOOFED!\nCAN'T FIND YO LEVEL, YA DON GOOFED!\n"
-                          "CAN'T FIND YO LEVEL, YA DON GOOFED!\n");
+  EXPECT_EQ(world.text(),
+            "CAN'T FIND YO LEVEL, YA DON GOOFED!\nCAN'T FIND YO LEVEL, YA DON GOOFED!\n"
+            "CAN'T FIND YO LEVEL, YA DON GOOFED!\n");
 }
 
 }  // namespace

@@ -87,7 +87,8 @@ TEST(MakePhysical, GivesTheShapesTheirSizesAndInertia) {
   TestWorld world;
   const auto make = [&](PhysicalShape shape, float mass) -> GameObject& {
     auto& object = world.Add("a");
-    MakePhysical(object, {.shape = shape, .size = {0.5f, 2.0f, 9.0f}, .angle = 2.0f, .mass = mass, .restitution = 0.5f});
+    MakePhysical(object,
+                 {.shape = shape, .size = {0.5f, 2.0f, 9.0f}, .angle = 2.0f, .mass = mass, .restitution = 0.5f});
     return object;
   };
   auto& sphere = make(PhysicalShape::kSphere, 4.0f);

@@ -89,7 +89,8 @@ Findings Reference() {
     high = {std::max(high.x, p.x), std::max(high.y, p.y), 0.0f};
   }
   Findings findings;
-  Node(AllEntries(), 0, (high.x + low.x) / 2, (high.y + low.y) / 2, (high.x - low.x) / 2, (high.y - low.y) / 2, findings);
+  Node(AllEntries(), 0, (high.x + low.x) / 2, (high.y + low.y) / 2, (high.x - low.x) / 2, (high.y - low.y) / 2,
+       findings);
   return findings;
 }
 
@@ -114,7 +115,7 @@ void Scatter(TestWorld& world, std::mt19937& random, int count, float spread, co
   for (int i = 0; i < count; ++i) {
     BodyOptions options;
     options.ghost = random() % 8 == 0;
-    options.group = random() % 3;
+    options.group = static_cast<std::uint32_t>(random() % 3);
     options.locked = random() % 2 == 0;
     options.velocity = {unit(random) * 5.0f, unit(random) * 5.0f, 0.0f};
     options.angularVelocity.z = unit(random) * 3.0f;
@@ -136,11 +137,12 @@ void Scatter(TestWorld& world, std::mt19937& random, int count, float spread, co
   parts.AddBoxPart({2.0f, 1.0f, 0.0f}, {1.0f, 1.0f, 0.0f}, 30.0f);
 }
 
-void ExpectLikeReference(BroadPhase& broadPhase, const char* scene, std::size_t least) {
+// Adds the number of contacts to `total`.
+void ExpectLikeReference(BroadPhase& broadPhase, const char* scene, std::size_t& total) {
   Findings found;
   broadPhase.Detect(Objects().GetObjects(), found);
   const Findings expected = Reference();
-  EXPECT_GE(found.contacts.size(), least) << scene;
+  total += found.contacts.size();
   EXPECT_EQ(found.overlaps, expected.overlaps) << scene;
   ASSERT_EQ(found.contacts.size(), expected.contacts.size()) << scene;
   for (std::size_t i = 0; i < found.contacts.size(); ++i)
@@ -155,16 +157,18 @@ void ExpectLikeReference(BroadPhase& broadPhase, const char* scene, std::size_t 
 
 TEST(BroadPhase, FindsWhatThePlainQuadtreeFindsInTheSameOrder) {
   BroadPhase broadPhase;  // one for all scenes: what it keeps must not show
+  std::size_t contacts = 0;
   for (unsigned seed = 1; seed <= 12; ++seed) {
     TestWorld world;
     std::mt19937 random(seed);
     const float spread = seed % 3 == 0 ? 2.0f : 12.0f;
     Scatter(world, random, 20 + static_cast<int>(seed) * 8, spread, {seed % 2 == 0 ? 30.0f : 0.0f, -5.0f, 0.0f});
     for (int step = 0; step < 5; ++step) {
-      ExpectLikeReference(broadPhase, "scattered", seed < 3 ? 1 : 5);
+      ExpectLikeReference(broadPhase, "scattered", contacts);
       world.Step();
     }
   }
+  EXPECT_GT(contacts, 2000u);
 }
 
 TEST(BroadPhase, FindsTheSameInAPileOfThreeHundred) {
@@ -172,13 +176,15 @@ TEST(BroadPhase, FindsTheSameInAPileOfThreeHundred) {
   TestWorld world;
   std::mt19937 random(99);
   Scatter(world, random, 300, 1.5f, {});
-  ExpectLikeReference(broadPhase, "pile", 1000);
+  std::size_t contacts = 0;
+  ExpectLikeReference(broadPhase, "pile", contacts);
+  EXPECT_GT(contacts, 10000u);
 }
 
 TEST(BroadPhase, TestsAPairAcrossTheMiddleOnceAndManyInOneSpotUpToFourTimes) {
   const auto contactsOf = [](int count) {
     TestWorld world;
-    for (int i = 0; i < count; ++i) world.AddSphere("a", {}, {.inverseMass = 0.0f, .radius = 0.5f});
+    for (int i = 0; i < count; ++i) world.AddSphere("a", {}, {.inverseMass = 0.0f});
     world.Add("corner", {10.0f, 10.0f, 0.0f});
     world.Add("corner", {-10.0f, -10.0f, 0.0f});
     BroadPhase broadPhase;
@@ -187,7 +193,7 @@ TEST(BroadPhase, TestsAPairAcrossTheMiddleOnceAndManyInOneSpotUpToFourTimes) {
     return static_cast<int>(found.contacts.size());
   };
   EXPECT_EQ(contactsOf(2), 1);
-  EXPECT_EQ(contactsOf(8), 8 * 7 / 2);  // nine entries with the cursor: no quadrant splits
+  EXPECT_EQ(contactsOf(8), 8 * 7 / 2);         // nine entries with the cursor: no quadrant splits
   EXPECT_EQ(contactsOf(12), 4 * 12 * 11 / 2);  // at the fifth level the quadrants have no marks left
 }
 
@@ -238,7 +244,7 @@ TEST(Physics, SixHundredSubStepsGiveTheKnownResult) {
   for (const auto& object : Objects().GetObjects())
     inside += std::abs(PositionOf(*object).x) < 10.5f && std::abs(PositionOf(*object).y) < 8.5f ? 1 : 0;
   EXPECT_EQ(inside, 64);
-  EXPECT_EQ(Digest(), 0x0ull);
+  EXPECT_EQ(Digest(), 0x70a16b21819ac616ull);
 }
 
 TEST(Physics, ASubStepAllocatesNothingOnceWarm) {

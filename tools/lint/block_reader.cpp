@@ -1,0 +1,139 @@
+#include "tools/lint/block_reader.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+using Kind = LintLine::Kind;
+
+std::string Quoted(std::string_view text) {
+  std::string quoted(1, '"');
+  quoted += text;
+  quoted += '"';
+  return quoted;
+}
+
+template <class Number>
+bool ParsesWhole(std::string_view text, Number& number) {
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  return result.ec == std::errc{} && result.ptr == text.data() + text.size();
+}
+
+// The text that the game would write for this number.
+std::string Canonical(float number) {
+  char text[48];
+  const auto end = std::to_chars(text, text + sizeof text, number, std::chars_format::general, 6).ptr;
+  return {text, end};
+}
+
+}  // namespace
+
+float NumberOf(const LintLine& line) {
+  float number = 0.0f;
+  return ParsesWhole(line.value, number) ? number : 0.0f;
+}
+
+const LintLine* BlockReader::Expect(Kind kind, std::string_view key, const char* what) {
+  if (!AtEnd() && Peek().kind == kind && Peek().key == key) return &Take();
+  const int line = AtEnd() ? (lines_.empty() ? 1 : lines_.back().number) : Peek().number;
+  report_.Fault(line, "missing-or-shifted", std::string(what) + " " + Quoted(key) + " must stand here");
+  return nullptr;
+}
+
+LintBlock BlockReader::ReadBlock(const LintLine& header, const BlockSchema& schema) {
+  LintBlock block = {header.key, header.number, {}, {}};
+  for (const FieldSchema& field : schema.fields) {
+    if (ReadField(field, block)) continue;
+    SkipBlock();
+    return block;
+  }
+  if (!AtEnd() && Peek().kind != Kind::kClose)
+    report_.Fault(Peek().number, "missing-or-shifted", "too much in " + Quoted(schema.name) + ": it must end here");
+  SkipBlock();
+  return block;
+}
+
+void BlockReader::SkipBlock() {
+  for (int depth = 1; depth > 0 && !AtEnd();) {
+    const Kind kind = Take().kind;
+    if (kind == Kind::kClose)
+      --depth;
+    else if (kind != Kind::kValue)
+      ++depth;
+  }
+}
+
+bool BlockReader::ReadField(const FieldSchema& field, LintBlock& block) {
+  switch (field.type) {
+    case FieldType::kVec3:
+      return ReadFloats("Vec3", {"x_", "y_", "z_"}, false);
+    case FieldType::kQuaternion:
+      return ReadFloats("Vec3", {"r_", "i_", "j_", "k_"}, false);
+    case FieldType::kMatrix33:
+      return ReadFloats("Matrix33", std::vector<std::string_view>(9), false);
+    case FieldType::kMatrix34:
+      return ReadFloats("Matrix34", std::vector<std::string_view>(9), true);
+    default:
+      break;
+  }
+  const LintLine* line = Expect(Kind::kValue, field.key, "the value");
+  if (line == nullptr) return false;
+  block.values[field.key] = line;
+  if (field.type == FieldType::kString) return true;
+  if (field.type == FieldType::kBool) {
+    if (line->value != "true" && line->value != "false")
+      report_.Fault(line->number, "bad-value", Quoted(line->value) + " must be true or false");
+    return true;
+  }
+  if (field.type != FieldType::kGeneratorList) {
+    CheckNumber(*line, field.type);
+    return true;
+  }
+  if (!CheckNumber(*line, FieldType::kInt)) return false;
+  int count = 0;
+  ParsesWhole(line->value, count);
+  for (int i = 0; i < count; ++i) {
+    const LintLine* id = Expect(Kind::kValue, "generator ID", "the value");
+    if (id == nullptr) return false;
+    block.generatorIds.push_back(id);
+  }
+  return true;
+}
+
+bool BlockReader::ReadFloats(std::string_view header, const std::vector<std::string_view>& keys, bool translation) {
+  if (Expect(Kind::kComponentOpen, header, "the block") == nullptr) return false;
+  for (const std::string_view key : keys) {
+    const LintLine* line = Expect(Kind::kValue, key, "the number");
+    if (line == nullptr) {
+      SkipBlock();
+      return false;
+    }
+    CheckNumber(*line, FieldType::kFloat);
+  }
+  if (translation && !ReadFloats("Vec3", {"x_", "y_", "z_"}, false)) return false;
+  if (!AtEnd() && Peek().kind == Kind::kClose) {
+    Take();
+    return true;
+  }
+  report_.Fault(AtEnd() ? lines_.back().number : Peek().number, "missing-or-shifted",
+                "too much in " + Quoted(header) + ": it must end here");
+  SkipBlock();
+  return true;
+}
+
+bool BlockReader::CheckNumber(const LintLine& line, FieldType type) {
+  float number = 0.0f;
+  int whole = 0;
+  const bool good = type == FieldType::kInt ? ParsesWhole(line.value, whole)
+                                            : ParsesWhole(line.value, number) && std::isfinite(number);
+  if (!good) {
+    report_.Fault(
+        line.number, "bad-value",
+        Quoted(line.value) + (type == FieldType::kInt ? " must be a whole number" : " must be a finite number"));
+    return false;
+  }
+  if (type == FieldType::kFloat && Canonical(number) != line.value)
+    report_.Note(line.number, "canonical-number", "the game saves it as " + Canonical(number));
+  return true;
+}

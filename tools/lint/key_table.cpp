@@ -1,0 +1,82 @@
+#include "tools/lint/key_table.h"
+
+#include <array>
+
+namespace {
+
+using enum FieldType;
+
+constexpr FieldSchema kTransform[] = {{"", kVec3}, {"", kQuaternion}, {"", kMatrix34}, {"", kVec3}};
+constexpr FieldSchema kRigidBody[] = {{"", kVec3},
+                                      {"", kVec3},
+                                      {"", kVec3},
+                                      {"inverseMass", kFloat},
+                                      {"damping", kFloat},
+                                      {"", kVec3},
+                                      {"", kVec3},
+                                      {"", kMatrix33},
+                                      {"", kMatrix33},
+                                      {"rotationLocked_", kBool},
+                                      {"num force generators", kGeneratorList},
+                                      {"num force generators I'm a base of", kGeneratorList}};
+constexpr FieldSchema kSprite[] = {{"row", kFloat},
+                                   {"columns", kFloat},
+                                   {"start frame", kFloat},
+                                   {"end frame", kFloat},
+                                   {"r", kFloat},
+                                   {"g", kFloat},
+                                   {"b", kFloat},
+                                   {"a", kFloat},
+                                   {"mesh type", kInt},
+                                   {"visibility", kBool},
+                                   {"shader name", kString},
+                                   {"texture path", kString}};
+constexpr FieldSchema kSphere[] = {{"size", kFloat},          {"type", kInt},
+                                   {"restitution", kFloat},   {"ghost", kBool},
+                                   {"collision group", kInt}, {"radius", kFloat}};
+constexpr FieldSchema kBox[] = {{"size", kFloat},          {"type", kInt}, {"restitution", kFloat}, {"ghost", kBool},
+                                {"collision group", kInt}, {"", kVec3}};
+
+constexpr FieldSchema kForceCurrency[] = {
+    {"Team", kInt}, {"Max", kInt}, {"ResetSpeed", kFloat}, {"ChargeRules", kBool}};
+constexpr FieldSchema kGravity[] = {{"My ID", kInt}, {"", kVec3}};
+constexpr FieldSchema kSpring[] = {{"My ID", kInt},          {"spring constant", kFloat},   {"rest length", kFloat},
+                                   {"breakLength_", kFloat}, {"breakIfOverLength_", kBool}, {"breakable_", kBool}};
+constexpr FieldSchema kController[] = {
+    {"ScoreID", kString}, {"CurrencyID", kString}, {"AutoPlay", kBool}, {"Controller", kInt}, {"Charge", kBool}};
+constexpr FieldSchema kPrison[] = {{"", kVec3}, {"", kVec3}};
+constexpr FieldSchema kWobbly[] = {{"My ID", kInt},
+                                   {"forwardPower", kFloat},
+                                   {"_sidewaysPower", kFloat},
+                                   {"_sidewaysPeriod", kFloat},
+                                   {"_lastWobbleTime", kFloat},
+                                   {"_wobbleBackwards", kBool}};
+
+constexpr std::array<BlockSchema, 6> kComponents = {{{"Transform", kTransform},
+                                                     {"ScriptBox", {}},
+                                                     {"RigidBody", kRigidBody},
+                                                     {"Sprite", kSprite},
+                                                     {"SphereCollider", kSphere},
+                                                     {"BoxCollider", kBox}}};
+constexpr std::array<BlockSchema, 10> kScripts = {{{"CameraCenterer", {}},
+                                                   {"ForceCurrency", kForceCurrency},
+                                                   {"gravity", kGravity},
+                                                   {"spring", kSpring},
+                                                   {"patricidal", {}},
+                                                   {"CharacterController", kController},
+                                                   {"PrisonScript", kPrison},
+                                                   {"VelocityCap", {}},
+                                                   {"InsertName", {}},
+                                                   {"wobblypuller", kWobbly}}};
+
+template <std::size_t N>
+const BlockSchema* Find(const std::array<BlockSchema, N>& blocks, std::string_view name) {
+  for (const BlockSchema& block : blocks)
+    if (block.name == name) return &block;
+  return nullptr;
+}
+
+}  // namespace
+
+const BlockSchema* FindComponentSchema(std::string_view name) { return Find(kComponents, name); }
+const BlockSchema* FindScriptSchema(std::string_view name) { return Find(kScripts, name); }

@@ -1,0 +1,11 @@
+// Reads levels and archetypes strictly and says everything that is wrong with them, where the game reads leniently and
+// goes on.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+/// Checks each file and prints "FILE:LINE: rule: text" for every fault and "FILE:LINE: rule: note: text" for what is
+/// merely worth knowing; pictures are looked for in Texture/ beside the file. 1 when there are faults, else 0.
+int LintFiles(const std::vector<std::string>& files, std::FILE* out);

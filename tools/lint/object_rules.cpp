@@ -1,0 +1,214 @@
+#include "tools/lint/object_rules.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <system_error>
+
+#include "core/player_name.h"
+#include "graphics/preload_list.h"
+#include "tools/lint/block_reader.h"
+
+namespace {
+
+using Kind = LintLine::Kind;
+
+constexpr std::string_view kHostName = "AForceBox";
+constexpr int kMaxGroup = 14;
+
+struct LintObject {
+  int line = 0;
+  std::string_view name;
+  std::vector<LintBlock> components;
+  std::vector<LintBlock> scripts;
+
+  const LintBlock* Find(std::string_view component) const {
+    for (const LintBlock& block : components)
+      if (block.name == component) return &block;
+    return nullptr;
+  }
+  bool HasScript(std::string_view script) const {
+    return std::any_of(scripts.begin(), scripts.end(), [&](const LintBlock& block) { return block.name == script; });
+  }
+};
+
+const LintLine* ValueOf(const LintBlock* block, std::string_view key) {
+  if (block == nullptr) return nullptr;
+  const auto found = block->values.find(key);
+  return found == block->values.end() ? nullptr : found->second;
+}
+
+class LevelLint {
+ public:
+  LevelLint(const std::vector<LintLine>& lines, std::string folder, LintReport& report)
+      : reader_(lines, report), folder_(std::move(folder)), report_(report) {}
+
+  void Run() {
+    while (!reader_.AtEnd()) {
+      const LintLine& line = reader_.Take();
+      if (line.kind == Kind::kClose) continue;  // the document's end
+      if (line.kind == Kind::kBlockOpen)
+        CheckObject(ReadObject(line));
+      else
+        report_.Fault(line.number, "outside-object", "only objects (\"ID: {\") may stand here");
+      if (line.kind == Kind::kComponentOpen) reader_.SkipBlock();
+    }
+    CheckGenerators();
+  }
+
+ private:
+  LintObject ReadObject(const LintLine& header) {
+    LintObject object;
+    object.line = header.number;
+    if (const LintLine* name = reader_.Expect(Kind::kValue, "Name", "the value")) object.name = name->value;
+    if (const LintLine* core = reader_.Expect(Kind::kValue, "Core", "the value");
+        core != nullptr && core->value != "true" && core->value != "false")
+      report_.Fault(core->number, "bad-value", "Core must be true or false");
+    while (!reader_.AtEnd() && reader_.Peek().kind != Kind::kClose) ReadComponent(object);
+    if (!reader_.AtEnd()) reader_.Take();
+    return object;
+  }
+
+  void ReadComponent(LintObject& object) {
+    const LintLine& header = reader_.Take();
+    if (header.kind != Kind::kComponentOpen) {
+      report_.Fault(header.number, "missing-or-shifted", "a component or the object's end must stand here");
+      if (header.kind == Kind::kBlockOpen) reader_.SkipBlock();
+      return;
+    }
+    const BlockSchema* schema = FindComponentSchema(header.key);
+    if (schema == nullptr) {
+      report_.Fault(header.number, "unknown-component", "no component is called \"" + std::string(header.key) + "\"");
+      reader_.SkipBlock();
+    } else if (header.key == "ScriptBox") {
+      object.components.push_back({header.key, header.number, {}, {}});
+      ReadScripts(object);
+    } else {
+      if (object.Find(header.key) != nullptr)
+        report_.Fault(header.number, "repeated-component", "the object has one already: the last one counts");
+      object.components.push_back(reader_.ReadBlock(header, *schema));
+    }
+  }
+
+  void ReadScripts(LintObject& object) {
+    while (!reader_.AtEnd() && reader_.Peek().kind != Kind::kClose) {
+      const LintLine& header = reader_.Take();
+      const BlockSchema* schema = header.kind == Kind::kComponentOpen ? FindScriptSchema(header.key) : nullptr;
+      if (schema != nullptr) {
+        object.scripts.push_back(reader_.ReadBlock(header, *schema));
+        continue;
+      }
+      report_.Fault(header.number, "unknown-script", "no script is called \"" + std::string(header.key) + "\"");
+      if (header.kind != Kind::kValue) reader_.SkipBlock();
+    }
+    if (!reader_.AtEnd()) reader_.Take();
+  }
+
+  void CheckObject(const LintObject& object) {
+    CheckName(object);
+    if (object.Find("Transform") == nullptr)
+      report_.Fault(object.line, "no-transform", "every object needs a Transform");
+    CheckBody(object);
+    CheckColliders(object);
+    CheckSprite(object);
+    CollectGenerators(object);
+  }
+
+  void CheckName(const LintObject& object) {
+    if (object.name.empty()) report_.Fault(object.line, "no-name", "the game would call it \"Nameless\": name it");
+    if (object.name == "Nameless") {
+      if (object.components.size() == 1)
+        report_.Fault(object.line, "leftover",
+                      "a nameless object with a Transform alone was left by a save: remove it");
+      else
+        report_.Fault(object.line, "nameless", "\"Nameless\" sounds like a big fish when it is hit: name it");
+    }
+    if (IsPlayerName(object.name) && !object.HasScript("CharacterController"))
+      report_.Fault(object.line, "player-name",
+                    "\"" + std::string(object.name) + "\" counts as a player: P first and 1 to 5 last is theirs");
+  }
+
+  void CheckBody(const LintObject& object) {
+    const LintBlock* body = object.Find("RigidBody");
+    const LintLine* inverseMass = ValueOf(body, "inverseMass");
+    const LintLine* damping = ValueOf(body, "damping");
+    const LintLine* locked = ValueOf(body, "rotationLocked_");
+    if (inverseMass != nullptr && NumberOf(*inverseMass) < 0.0f)
+      report_.Fault(inverseMass->number, "negative-mass", "inverseMass is read as 0: write 0 or more");
+    if (inverseMass != nullptr && locked != nullptr && NumberOf(*inverseMass) == 0.0f && locked->value != "true")
+      report_.Fault(locked->number, "immovable-unlocked", "a hit makes it spin: rotationLocked_ must be true");
+    if (damping != nullptr && NumberOf(*damping) == 0.0f)
+      report_.Note(damping->number, "damping-0", "it stops at once, and is not given back after slow motion");
+  }
+
+  void CheckColliders(const LintObject& object) {
+    const bool hasBody = object.Find("RigidBody") != nullptr;
+    int colliders = 0;
+    for (const LintBlock& block : object.components) {
+      const bool sphere = block.name == "SphereCollider";
+      if (!sphere && block.name != "BoxCollider") continue;
+      if (++colliders == 2) report_.Note(block.line, "two-colliders", "they are tested against each other too");
+      const LintLine* ghost = ValueOf(&block, "ghost");
+      if (!hasBody && ghost != nullptr && ghost->value != "true")
+        report_.Fault(block.line, "collider-without-body", "a solid collider needs a RigidBody");
+      if (const LintLine* type = ValueOf(&block, "type"); type != nullptr && NumberOf(*type) != (sphere ? 1.0f : 0.0f))
+        report_.Fault(type->number, "collider-type", sphere ? "must be 1" : "must be 0");
+      if (const LintLine* group = ValueOf(&block, "collision group");
+          group != nullptr && (NumberOf(*group) < 0.0f || NumberOf(*group) > static_cast<float>(kMaxGroup)))
+        report_.Fault(group->number, "collision-group", "must be 0 to 14");
+      for (const char* key : {"size", "radius"})
+        if (const LintLine* size = ValueOf(&block, key); size != nullptr && NumberOf(*size) < 0.0f)
+          report_.Fault(size->number, "negative-size", "read as 0: write 0 or more");
+    }
+  }
+
+  void CheckSprite(const LintObject& object) {
+    const LintLine* picture = ValueOf(object.Find("Sprite"), "texture path");
+    if (picture == nullptr) return;
+    const std::string name(picture->value);
+    std::error_code error;
+    if (name == "NULLSTRING" || name.empty())
+      report_.Fault(picture->number, "no-picture", "every start prints an error for it: name a picture");
+    else if (name.find('/') != std::string::npos || !std::filesystem::exists(Beside("Texture/" + name), error))
+      report_.Fault(picture->number, "missing-picture", "\"" + name + "\" is not in Texture/");
+    else if (std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end())
+      report_.Note(picture->number, "not-preloaded",
+                   "\"" + name + "\" is read when the level is, which may stall a frame");
+  }
+
+  std::filesystem::path Beside(const std::string& name) const {
+    return folder_.empty() ? std::filesystem::path(name) : std::filesystem::path(folder_) / name;
+  }
+
+  void CollectGenerators(const LintObject& object) {
+    for (const LintBlock& script : object.scripts)
+      if (const LintLine* id = ValueOf(&script, "My ID")) {
+        defined_.insert(id->value);
+        if (object.name != kHostName) unread_[id->value] = id->number;
+      }
+    if (const LintBlock* body = object.Find("RigidBody"))
+      for (const LintLine* id : body->generatorIds) {
+        if (!defined_.contains(id->value))
+          report_.Fault(id->number, "unknown-generator", "no generator before it has the ID " + std::string(id->value));
+        unread_.erase(id->value);
+      }
+  }
+
+  void CheckGenerators() {
+    for (const auto& [id, line] : unread_)
+      report_.Fault(line, "unread-generator", "no body names the generator " + std::string(id) + ": it pushes nothing");
+  }
+
+  BlockReader reader_;
+  std::string folder_;
+  LintReport& report_;
+  std::set<std::string_view> defined_;
+  std::map<std::string_view, int> unread_;  // generators outside the host that no body has named yet
+};
+
+}  // namespace
+
+void CheckObjects(const std::vector<LintLine>& lines, const std::string& folder, LintReport& report) {
+  LevelLint(lines, folder, report).Run();
+}

@@ -1,0 +1,10 @@
+// What must hold for the objects of a level, and for the level as a whole.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/lint/scanner.h"
+
+/// Checks all objects of a file; `folder` is where the file lies.
+void CheckObjects(const std::vector<LintLine>& lines, const std::string& folder, LintReport& report);
