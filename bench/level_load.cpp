@@ -7,13 +7,13 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <system_error>
 #include <vector>
 
+#include "bench/png_writer.h"
+#include "bench/work_folder.h"
 #include "core/file_cache.h"
 #include "core/object_manager.h"
 #include "core/print.h"
@@ -24,37 +24,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kPicture[] = "tile.png";
-
-// 4 x 4 pixels of one colour.
-constexpr std::array<unsigned char, 75> kPng = {
-    0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44, 0x52, 0x00, 0x00, 0x00,
-    0x04, 0x00, 0x00, 0x00, 0x04, 0x08, 0x06, 0x00, 0x00, 0x00, 0xa9, 0xf1, 0x9e, 0x7e, 0x00, 0x00, 0x00, 0x12, 0x49,
-    0x44, 0x41, 0x54, 0x78, 0xda, 0x63, 0x50, 0x48, 0x58, 0xf0, 0x1f, 0x19, 0x33, 0x90, 0x2e, 0x00, 0x00, 0x6b, 0x78,
-    0x21, 0xf1, 0x9b, 0x38, 0x3a, 0x42, 0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82};
-
-// The working folder while it lives: a fresh one that goes with it.
-class WorkFolder {
- public:
-  WorkFolder() {
-    std::string pattern = (fs::temp_directory_path() / "level_load.XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-      std::perror(pattern.c_str());
-      std::exit(1);
-    }
-    path_ = pattern;
-    fs::current_path(path_);
-  }
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-  ~WorkFolder() {
-    std::error_code ignored;
-    fs::current_path(fs::temp_directory_path(ignored), ignored);
-    fs::remove_all(path_, ignored);
-  }
-
- private:
-  fs::path path_;
-};
 
 // Builds the text of one level line by line.
 class LevelText {
@@ -191,10 +160,9 @@ bool MeasureRow(int objects, int repeats) {
 
 int main() {
   SetPrintTarget(stderr);
-  const WorkFolder folder;
+  const bench::WorkFolder folder("level_load");
   fs::create_directory("Texture");
-  std::ofstream(fs::path("Texture") / kPicture, std::ios::binary)
-      .write(reinterpret_cast<const char*>(kPng.data()), static_cast<std::streamsize>(kPng.size()));
+  bench::WritePng(fs::path("Texture") / kPicture, 4, 4, bench::Bytes(4 * 4 * 4, 0x80));
   BuildWorld();
   const bool complete = MeasureRow(100, 300) && MeasureRow(1000, 60) && MeasureRow(10000, 15);
   Objects().Reset();

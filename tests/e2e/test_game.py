@@ -127,7 +127,7 @@ class GameTest(unittest.TestCase):
             game.gain_focus(window)
             game.sleep_until(SETTLED)
             game.lose_focus().terminate()
-            wait_until(lambda: not any(display.take_picture().crop(640, 360, 100, 100).rgb), 5,
+            wait_until(lambda: not any(display.take_picture().crop(640, 360, 100, 100).rgb), 15,
                        "the full-screen window to be minimised")
             game.gain_focus(window, after=len(game.lines))
             time.sleep(1)

@@ -101,9 +101,13 @@ class VirtualDisplay:
         self.run("xdotool", "keyup", key)
 
     def take_picture(self):
-        dump = subprocess.run(["xwd", "-root", "-silent"], env=self.environment, capture_output=True, check=True,
-                              timeout=20)
-        return Picture.from_xwd(dump.stdout)
+        # The server refuses a picture of the root window while a window on it comes or goes.
+        for _ in range(10):
+            dump = subprocess.run(["xwd", "-root", "-silent"], env=self.environment, capture_output=True, timeout=20)
+            if dump.returncode == 0:
+                return Picture.from_xwd(dump.stdout)
+            time.sleep(0.2)
+        raise RuntimeError("no picture of the display: " + dump.stderr.decode(errors="replace"))
 
 
 class Game:

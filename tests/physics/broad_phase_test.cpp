@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
+#include <limits>
 #include <random>
 #include <set>
 
@@ -126,10 +126,12 @@ void Scatter(TestWorld& world, std::mt19937& random, int count, float spread, co
                            random() % 2 == 0 ? 0.5f : 0.1f + std::abs(unit(random)), random() % 4 == 0 ? 0.5f : 0.0f};
     options.angle = random() % 2 == 0 ? 0.0f : unit(random) * kPi;
     const Vec3 place = middle + Vec3{unit(random) * spread, unit(random) * spread, 0.0f};
-    if (random() % 2 == 0)
-      world.AddSphere("sphere", place, options);
-    else
-      world.AddBox("box", place, options);
+    auto& object = random() % 2 == 0 ? world.AddSphere("sphere", place, options) : world.AddBox("box", place, options);
+    // A damaged file may tilt or stretch an object.
+    if (random() % 8 != 0) continue;
+    object.GetTransform().orientation = {1.0f + 0.3f * unit(random), 0.3f * unit(random), 0.0f, unit(random)};
+    if (random() % 2 == 0) object.GetTransform().orientation.i = 0.0f;
+    object.GetTransform().Rebuild();
   }
   auto& whole = world.Add("whole", middle + Vec3{spread / 2.0f, 0.0f, 0.0f});
   auto& parts = whole.Insert(std::make_unique<PrimitiveAssemblage>());
@@ -201,7 +203,10 @@ TEST(BroadPhase, SkipsPositionsThatAreNotFinite) {
   TestWorld world;
   world.AddSphere("a", {3.0f, 0.0f, 0.0f});
   world.AddSphere("b", {4.0f, 0.0f, 0.0f});
-  PositionOf(world.Add("lost")).x = std::numeric_limits<float>::infinity();
+  for (const float sign : {1.0f, -1.0f}) {
+    PositionOf(world.Add("lost")).x = sign * std::numeric_limits<float>::infinity();
+    PositionOf(world.Add("lost")).y = sign * std::numeric_limits<float>::infinity();
+  }
   BroadPhase broadPhase;
   Findings found;
   broadPhase.Detect(Objects().GetObjects(), found);
