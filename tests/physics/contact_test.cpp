@@ -89,8 +89,8 @@ TEST(Contact, OfSpheresThatJustTouchHasNoDepth) {
   auto& a = world.AddSphere("a", {});
   world.AddSphere("b", {2.0f, 0.0f, 0.0f});
   world.AddSphere("c", {0.0f, 2.0001f, 0.0f});
-  world.AddSphere("tiny", {9.0f, -9.0f, 0.0f}, {.radius = 0.0625f});
-  world.AddSphere("tiny", {9.125f, -9.0f, 0.0f}, {.radius = 0.0625f});
+  world.AddSphere("tiny", {-9.0f, -9.0f, 0.0f}, {.radius = 0.0625f});
+  world.AddSphere("tiny", {-9.125f, -9.0f, 0.0f}, {.radius = 0.0625f});
   world.Step();
   ASSERT_EQ(seen.contacts.size(), 2u);
   EXPECT_EQ(seen.contacts[0].firstOwner, &a);
