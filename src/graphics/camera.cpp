@@ -52,6 +52,7 @@ Vec3 Camera::ScreenToWorld(float mouseX, float mouseY, float planeZ) const {
   const float y = 2.0f * mouseY / static_cast<float>(window.height) - 1.0f;
   const Vec3 a = MapPoint(toWorld, x, y, 1.0f);
   const Vec3 b = MapPoint(toWorld, x, y, -3.0f);
+  if (a.z == b.z) return {Input::GetPointer().worldX, Input::GetPointer().worldY, planeZ};  // the last one stands
   const float t = (planeZ - a.z) / (b.z - a.z);
   return a + (b - a) * t;
 }

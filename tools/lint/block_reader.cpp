@@ -27,6 +27,12 @@ std::string Canonical(float number) {
   return {text, end};
 }
 
+// What stands at a line, for messages that wanted something else there.
+std::string Described(const LintLine& line) {
+  if (line.kind == Kind::kClose) return "the end of the block";
+  return (line.kind == Kind::kValue ? "the value " : "the block ") + Quoted(line.key);
+}
+
 }  // namespace
 
 float NumberOf(const LintLine& line) {
@@ -37,7 +43,9 @@ float NumberOf(const LintLine& line) {
 const LintLine* BlockReader::Expect(Kind kind, std::string_view key, const char* what) {
   if (!AtEnd() && Peek().kind == kind && Peek().key == key) return &Take();
   const int line = AtEnd() ? (lines_.empty() ? 1 : lines_.back().number) : Peek().number;
-  report_.Fault(line, "missing-or-shifted", std::string(what) + " " + Quoted(key) + " must stand here");
+  report_.Fault(line, "missing-or-shifted",
+                std::string(what) + " " + Quoted(key) + " must stand here, not " +
+                    (AtEnd() ? std::string("the end of the file") : Described(Peek())));
   return nullptr;
 }
 
@@ -93,9 +101,14 @@ bool BlockReader::ReadField(const FieldSchema& field, LintBlock& block) {
   if (!CheckNumber(*line, FieldType::kInt)) return false;
   int count = 0;
   ParsesWhole(line->value, count);
+  if (count < 0) {
+    report_.Fault(line->number, "bad-value", Quoted(line->value) + " counts the lines that follow: write 0 or more");
+    return false;
+  }
   for (int i = 0; i < count; ++i) {
     const LintLine* id = Expect(Kind::kValue, "generator ID", "the value");
     if (id == nullptr) return false;
+    CheckNumber(*id, FieldType::kInt);
     block.generatorIds.push_back(id);
   }
   return true;
@@ -111,7 +124,10 @@ bool BlockReader::ReadFloats(std::string_view header, const std::vector<std::str
     }
     CheckNumber(*line, FieldType::kFloat);
   }
-  if (translation && !ReadFloats("Vec3", {"x_", "y_", "z_"}, false)) return false;
+  if (translation && !ReadFloats("Vec3", {"x_", "y_", "z_"}, false)) {
+    SkipBlock();
+    return false;
+  }
   if (!AtEnd() && Peek().kind == Kind::kClose) {
     Take();
     return true;

@@ -80,3 +80,4 @@ const BlockSchema* Find(const std::array<BlockSchema, N>& blocks, std::string_vi
 
 const BlockSchema* FindComponentSchema(std::string_view name) { return Find(kComponents, name); }
 const BlockSchema* FindScriptSchema(std::string_view name) { return Find(kScripts, name); }
+std::span<const BlockSchema> ScriptSchemas() { return kScripts; }

@@ -20,3 +20,6 @@ struct BlockSchema {
 /// The block of a component or script by its name in files; null for an unknown one.
 const BlockSchema* FindComponentSchema(std::string_view name);
 const BlockSchema* FindScriptSchema(std::string_view name);
+
+/// Every script that has a schema.
+std::span<const BlockSchema> ScriptSchemas();

@@ -1,8 +1,8 @@
 #include "tools/lint/lint.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <system_error>
 
 #include "core/file_cache.h"
@@ -10,24 +10,30 @@
 
 namespace {
 
-bool ReadWhole(const std::string& file, std::string& text) {
+// Past the file cache: what lies on the disk now.
+bool ReadWhole(const std::string& file, std::string& text, LintReport& report) {
   std::error_code error;
-  if (!std::filesystem::is_regular_file(file, error)) return false;
+  const bool regular = std::filesystem::is_regular_file(file, error);
+  const auto size = regular ? std::filesystem::file_size(file, error) : 0;
+  if (!regular || error || size == 0) {
+    report.Fault(1, "unreadable", "no such file, or an empty one: name a level that is there");
+    return false;
+  }
+  if (size > static_cast<std::uintmax_t>(kMaxFileBytes)) {
+    report.Fault(1, "too-large", "the game reads at most 16 MiB: split the file");
+    return false;
+  }
   std::ifstream stream(file, std::ios::binary);
-  std::ostringstream all;
-  all << stream.rdbuf();
-  text = all.str();
-  return stream.good() || stream.eof();
+  text.resize(static_cast<std::size_t>(size));
+  if (stream.read(text.data(), static_cast<std::streamsize>(size))) return true;
+  report.Fault(1, "unreadable", "the file cannot be read: check who may read it");
+  return false;
 }
 
 bool LintFile(const std::string& file, std::FILE* out) {
   LintReport report(file, out);
   std::string text;
-  if (!ReadWhole(file, text) || text.empty()) {
-    report.Fault(1, "unreadable", "no such file, or an empty one");
-    return false;
-  }
-  if (text.size() > static_cast<std::size_t>(kMaxFileBytes)) report.Fault(1, "too-large", "at most 16 MiB are read");
+  if (!ReadWhole(file, text, report)) return false;
   const auto lines = ScanLines(text, report);
   const std::string folder = std::filesystem::path(file).parent_path().string();
   CheckObjects(lines, folder, report);

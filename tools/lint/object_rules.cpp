@@ -19,6 +19,7 @@ constexpr int kMaxGroup = 14;
 
 struct LintObject {
   int line = 0;
+  bool hasName = false;
   std::string_view name;
   std::vector<LintBlock> components;
   std::vector<LintBlock> scripts;
@@ -61,7 +62,10 @@ class LevelLint {
   LintObject ReadObject(const LintLine& header) {
     LintObject object;
     object.line = header.number;
-    if (const LintLine* name = reader_.Expect(Kind::kValue, "Name", "the value")) object.name = name->value;
+    if (const LintLine* name = reader_.Expect(Kind::kValue, "Name", "the value")) {
+      object.hasName = true;
+      object.name = name->value;
+    }
     if (const LintLine* core = reader_.Expect(Kind::kValue, "Core", "the value");
         core != nullptr && core->value != "true" && core->value != "false")
       report_.Fault(core->number, "bad-value", "Core must be true or false");
@@ -79,14 +83,18 @@ class LevelLint {
     }
     const BlockSchema* schema = FindComponentSchema(header.key);
     if (schema == nullptr) {
-      report_.Fault(header.number, "unknown-component", "no component is called \"" + std::string(header.key) + "\"");
+      report_.Fault(header.number, "unknown-component",
+                    "no component is called \"" + std::string(header.key) +
+                        "\": Transform, ScriptBox, RigidBody, Sprite, SphereCollider or BoxCollider is right");
       reader_.SkipBlock();
-    } else if (header.key == "ScriptBox") {
+      return;
+    }
+    if (object.Find(header.key) != nullptr)
+      report_.Fault(header.number, "repeated-component", "the object has one already, which is lost: remove one");
+    if (header.key == "ScriptBox") {
       object.components.push_back({header.key, header.number, {}, {}});
       ReadScripts(object);
     } else {
-      if (object.Find(header.key) != nullptr)
-        report_.Fault(header.number, "repeated-component", "the object has one already: the last one counts");
       object.components.push_back(reader_.ReadBlock(header, *schema));
     }
   }
@@ -94,13 +102,19 @@ class LevelLint {
   void ReadScripts(LintObject& object) {
     while (!reader_.AtEnd() && reader_.Peek().kind != Kind::kClose) {
       const LintLine& header = reader_.Take();
+      if (header.kind == Kind::kValue) {
+        report_.Fault(header.number, "missing-or-shifted", "a script or the end of the ScriptBox must stand here");
+        continue;
+      }
       const BlockSchema* schema = header.kind == Kind::kComponentOpen ? FindScriptSchema(header.key) : nullptr;
       if (schema != nullptr) {
         object.scripts.push_back(reader_.ReadBlock(header, *schema));
         continue;
       }
-      report_.Fault(header.number, "unknown-script", "no script is called \"" + std::string(header.key) + "\"");
-      if (header.kind != Kind::kValue) reader_.SkipBlock();
+      report_.Fault(header.number, "unknown-script",
+                    "no script is called \"" + std::string(header.key) +
+                        "\": \"brinewhirl-tool scripts\" prints those there are");
+      reader_.SkipBlock();
     }
     if (!reader_.AtEnd()) reader_.Take();
   }
@@ -116,9 +130,10 @@ class LevelLint {
   }
 
   void CheckName(const LintObject& object) {
+    if (!object.hasName) return;
     if (object.name.empty()) report_.Fault(object.line, "no-name", "the game would call it \"Nameless\": name it");
     if (object.name == "Nameless") {
-      if (object.components.size() == 1)
+      if (object.components.size() == 1 && object.Find("Transform") != nullptr)
         report_.Fault(object.line, "leftover",
                       "a nameless object with a Transform alone was left by a save: remove it");
       else
@@ -139,7 +154,7 @@ class LevelLint {
     if (inverseMass != nullptr && locked != nullptr && NumberOf(*inverseMass) == 0.0f && locked->value != "true")
       report_.Fault(locked->number, "immovable-unlocked", "a hit makes it spin: rotationLocked_ must be true");
     if (damping != nullptr && NumberOf(*damping) == 0.0f)
-      report_.Note(damping->number, "damping-0", "it stops at once, and is not given back after slow motion");
+      report_.Note(damping->number, "damping-0", "it stops at once, and slow motion leaves it at 1: write more than 0");
   }
 
   void CheckColliders(const LintObject& object) {
@@ -148,10 +163,11 @@ class LevelLint {
     for (const LintBlock& block : object.components) {
       const bool sphere = block.name == "SphereCollider";
       if (!sphere && block.name != "BoxCollider") continue;
-      if (++colliders == 2) report_.Note(block.line, "two-colliders", "they are tested against each other too");
+      if (++colliders == 2)
+        report_.Note(block.line, "two-colliders", "both are tested against each other too: one is enough");
       const LintLine* ghost = ValueOf(&block, "ghost");
       if (!hasBody && ghost != nullptr && ghost->value != "true")
-        report_.Fault(block.line, "collider-without-body", "a solid collider needs a RigidBody");
+        report_.Fault(block.line, "collider-without-body", "a solid collider needs a RigidBody: add one");
       if (const LintLine* type = ValueOf(&block, "type"); type != nullptr && NumberOf(*type) != (sphere ? 1.0f : 0.0f))
         report_.Fault(type->number, "collider-type", sphere ? "must be 1" : "must be 0");
       if (const LintLine* group = ValueOf(&block, "collision group");
@@ -170,9 +186,11 @@ class LevelLint {
     std::error_code error;
     if (name == "NULLSTRING" || name.empty())
       report_.Fault(picture->number, "no-picture", "every start prints an error for it: name a picture");
-    else if (name.find('/') != std::string::npos || !std::filesystem::exists(Beside("Texture/" + name), error))
-      report_.Fault(picture->number, "missing-picture", "\"" + name + "\" is not in Texture/");
-    else if (std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end())
+    else if (name.find('/') != std::string::npos || !std::filesystem::is_regular_file(Beside("Texture/" + name), error))
+      report_.Fault(picture->number, "missing-picture",
+                    "\"" + name + "\" is no picture in Texture/: name one that is there, without folder");
+    else if (std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end() &&
+             noted_.insert(picture->value).second)
       report_.Note(picture->number, "not-preloaded",
                    "\"" + name + "\" is read when the level is, which may stall a frame");
   }
@@ -184,7 +202,8 @@ class LevelLint {
   void CollectGenerators(const LintObject& object) {
     for (const LintBlock& script : object.scripts)
       if (const LintLine* id = ValueOf(&script, "My ID")) {
-        defined_.insert(id->value);
+        if (!defined_.insert(id->value).second)
+          report_.Fault(id->number, "repeated-generator", "My ID must differ from that of the generators before it");
         if (object.name != kHostName) unread_[id->value] = id->number;
       }
     if (const LintBlock* body = object.Find("RigidBody"))
@@ -203,6 +222,7 @@ class LevelLint {
   BlockReader reader_;
   std::string folder_;
   LintReport& report_;
+  std::set<std::string_view> noted_;  // pictures that have had their note
   std::set<std::string_view> defined_;
   std::map<std::string_view, int> unread_;  // generators outside the host that no body has named yet
 };

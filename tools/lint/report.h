@@ -4,8 +4,11 @@
 #include <cstdio>
 #include <string>
 
+/// Lists what is found in one file. After kMaxLines lines it goes on counting, but prints no more.
 class LintReport {
  public:
+  static constexpr int kMaxLines = 1000;
+
   LintReport(std::string fileName, std::FILE* out) : fileName_(std::move(fileName)), out_(out) {}
 
   /// `rule` is a stable name; `text` says what is wrong and what would be right.
@@ -21,4 +24,5 @@ class LintReport {
   std::string fileName_;
   std::FILE* out_;
   int faults_ = 0;
+  int printed_ = 0;
 };

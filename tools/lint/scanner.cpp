@@ -26,10 +26,14 @@ LintLine Classify(int number, std::string_view text, LintReport& report) {
     if (text != "}") report.Fault(number, "closing-line", "must be \"}\" alone");
     return {number, Kind::kClose, {}, {}};
   }
-  const auto colon = text.find(": ");
-  if (colon == std::string_view::npos) {
-    report.Fault(number, "value-line", "must be \"key: value\", with a blank after the colon");
-    return {number, Kind::kValue, text.substr(0, text.find(':')), {}};
+  const auto colon = text.find(':');
+  if (colon != std::string_view::npos && colon + 1 == text.size()) {
+    report.Note(number, "empty-value", "the game saves an empty value with a blank after the colon");
+    return {number, Kind::kValue, text.substr(0, colon), {}};
+  }
+  if (colon == std::string_view::npos || text[colon + 1] != ' ') {
+    report.Fault(number, "value-line", "must be \"key: value\", with a blank after the first colon");
+    return {number, Kind::kValue, text.substr(0, colon), text.substr(std::min(colon, text.size() - 1) + 1)};
   }
   const LintLine line = {number, Kind::kValue, text.substr(0, colon), text.substr(colon + 2)};
   if (!line.value.empty() && (line.value.front() == ' ' || line.value.back() == ' '))
@@ -56,13 +60,15 @@ std::vector<LintLine> ScanLines(std::string_view text, LintReport& report) {
   std::vector<LintLine> lines;
   std::size_t depth = 0;
   int number = 0;
+  bool returns = false;
   for (std::size_t at = 0; at < text.size();) {
     const auto end = std::min(text.find('\n', at), text.size());
     std::string_view line = text.substr(at, end - at);
     at = end + 1;
     ++number;
     if (!line.empty() && line.back() == '\r') {
-      report.Note(number, "line-end", "carriage return: the game saves lines without");
+      if (!returns) report.Note(number, "line-end", "carriage returns from here on: the game saves lines without");
+      returns = true;
       line.remove_suffix(1);
     }
     if (number == 1) {
