@@ -8,9 +8,9 @@ target_compile_definitions(brinewhirl_tests PRIVATE BRINEWHIRL_GAME_DIR="${CMAKE
                                                     BRINEWHIRL_BUILD_DIR="${CMAKE_BINARY_DIR}")
 target_link_libraries(brinewhirl_tests PRIVATE brinewhirl_toolkit GTest::gtest GTest::gtest_main)
 add_dependencies(brinewhirl_tests content)
-gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60)
+gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 
-# The same digest from every kind of build: the tool of this build against a recorded input.
+# The real program in a virtual display; the sanitizers would only report its driver.
 file(GLOB E2E_SCRIPTS CONFIGURE_DEPENDS tests/e2e/test_*.py)
 if(NOT BRINEWHIRL_SANITIZE)
   foreach(script ${E2E_SCRIPTS})

@@ -85,7 +85,7 @@ void RigidBody::StopInfinite(const Vec3& oldPosition) {
   reportedInfinite_ = true;
   transform.position = oldPosition;
   velocity = acceleration = angularVelocity = {};
-  transform.orientation = {};
+  if (!std::isfinite(transform.orientation.k)) transform.orientation = {};
 }
 
 void RigidBody::Serialize(Serializer& writer) {

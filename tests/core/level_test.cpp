@@ -1,7 +1,6 @@
 // Loading and saving whole levels, sound and damaged.
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <random>
@@ -300,18 +299,16 @@ TEST(DamagedLevel, RandomDamageNeverHurts) {
   }
 }
 
-// A count must not be checked by walking the rest of the file: that makes the load quadratic.
-TEST(DamagedLevel, ManyCountsInALargeFileLoadInReasonableTime) {
+// A count must not be checked by walking the rest of the file: this would then run for minutes, into CTest's limit.
+TEST(DamagedLevel, ManyCountsInTheLargestFileDoNotHang) {
   TestWorld world;
   std::string body = "Component: \"RigidBody\" {\n";
   for (int i = 0; i < 50; ++i) body += "a\n";
   body += "a: 9\n}\n";
   std::string text = "{\n1: {\nName: a\nCore: false\n";
-  while (text.size() < 2u * 1024 * 1024) text += body;
+  while (text.size() < 15u * 1024 * 1024) text += body;
   world.WriteFile("large", text);
-  const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(Objects().LoadLevel("large").size(), 1u);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
 }  // namespace
