@@ -1,5 +1,6 @@
 # Programs that print timing rows to hold against other programs; never run by the tests.
-foreach(name physics_step level_load frame)
+find_package(benchmark REQUIRED)
+foreach(name physics_step level_load frame tuned)
   if(EXISTS ${CMAKE_SOURCE_DIR}/bench/${name}.cpp)
     add_executable(${name} bench/${name}.cpp)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
@@ -7,3 +8,4 @@ foreach(name physics_step level_load frame)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
   endif()
 endforeach()
+target_link_libraries(tuned PRIVATE benchmark::benchmark)

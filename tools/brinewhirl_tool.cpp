@@ -67,6 +67,8 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
 
 }  // namespace
 
+// What CLI11 throws while the options are set up is a programming error; it may end the tool.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv) {
   CLI::App app("Brinewhirl's tool for level makers and tests", "brinewhirl-tool");
   app.require_subcommand(1);

@@ -45,16 +45,17 @@ void GameObject::OnContact(const GalePhysics::Contact& contact) {
     if (component) component->OnContact(contact);
 }
 
-void GameObject::InsertAs(Kind kind, std::unique_ptr<Component> component) {
+Component& GameObject::InsertAs(Kind kind, std::unique_ptr<Component> component) {
   component->owner = this;
   // The old one is destroyed last: a collider leaves its shape list only when its successor is already in it.
-  std::swap(components_[static_cast<std::size_t>(kind)], component);
+  std::unique_ptr<Component>& slot = components_[static_cast<std::size_t>(kind)];
+  std::swap(slot, component);
+  return *slot;
 }
 
 Component* GameObject::AddComponent(std::string_view textName) {
   const ComponentType* type = FindComponentType(textName);
   if (type == nullptr) return nullptr;
   if (type->kind == Kind::kTransform) return transform_;
-  InsertAs(type->kind, type->create());
-  return GetComponent(type->kind);
+  return &InsertAs(type->kind, type->create());
 }

@@ -43,11 +43,9 @@ class GameObject {
   /// one stands. Returns the new one.
   template <class T>
   T& Insert(std::unique_ptr<T> component) {
-    T& inserted = *component;
-    InsertAs(T::kKind, std::move(component));
-    return inserted;
+    return static_cast<T&>(InsertAs(T::kKind, std::move(component)));
   }
-  void InsertAs(Kind kind, std::unique_ptr<Component> component);
+  Component& InsertAs(Kind kind, std::unique_ptr<Component> component);
 
   /// Makes a component by its name in files and inserts it; null, with nothing changed, for an unknown name. The
   /// Transform that every object has cannot be replaced: that name gives it back as it stands.

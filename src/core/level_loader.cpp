@@ -15,9 +15,17 @@ void ReadComponent(Serializer& reader, GameObject* object, std::string_view name
     component->Deserialize(reader);
     return;
   }
-  Print("%s: %s \"%s\", skipped\n", reader.Where().c_str(),
-        object == nullptr ? "component outside an object" : "unknown component", std::string(name).c_str());
+  if (reader.MayComplain())
+    Print("%s: %s \"%s\", skipped\n", reader.Where().c_str(),
+          object == nullptr ? "component outside an object" : "unknown component", std::string(name).c_str());
   reader.SkipToDepth(reader.GetDepth() - 1);
+}
+
+// A document closes as many blocks as it opens, the last with its last line.
+void ReportEnd(const Serializer& reader) {
+  if (reader.GetDepth() <= 0) return;
+  const char* fault = reader.HasMetEnd() ? "unexpected end" : "closing lines do not match, the rest is not read";
+  Print("%s: %s\n", reader.Where().c_str(), fault);
 }
 
 }  // namespace
@@ -36,7 +44,7 @@ std::vector<GameObject*> ObjectManager::LoadLevel(const std::string& fileName) {
   ++loadDepth_;
   if (extension_ != nullptr) extension_->BeginLoad();
   ReadObjects(reader, created);
-  if (reader.HasMetEnd() && reader.GetDepth() > 0) Print("%s: unexpected end\n", reader.Where().c_str());
+  if (objects_.size() < kMaxObjects) ReportEnd(reader);
   if (extension_ != nullptr) extension_->EndLoad();
   --loadDepth_;
   return created;
@@ -65,7 +73,8 @@ void ObjectManager::ReadObjects(Serializer& reader, std::vector<GameObject*>& cr
 
 GameObject* ObjectManager::BeginObject(Serializer& reader, std::vector<GameObject*>& created) {
   if (objects_.size() >= kMaxObjects) {
-    Print("%s: more than %zu objects, the load stops\n", reader.Where().c_str(), kMaxObjects);
+    if (!reportedFull_) Print("%s: more than %zu objects, the load stops\n", reader.Where().c_str(), kMaxObjects);
+    reportedFull_ = true;
     return nullptr;
   }
   GameObject* object = GetObject(CreateObject());

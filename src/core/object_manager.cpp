@@ -91,4 +91,5 @@ void ObjectManager::Reset() {
   cameraObject_.reset();
   lastId_ = 0;
   needsSort_ = false;
+  reportedFull_ = false;
 }

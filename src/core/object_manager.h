@@ -81,6 +81,7 @@ class ObjectManager {
   bool needsSort_ = false;
   LevelExtension* extension_ = nullptr;
   int loadDepth_ = 0;
+  bool reportedFull_ = false;
 };
 
 /// The process-wide manager. It is never destroyed: object destructors may build the next screen, which must not

@@ -45,7 +45,7 @@ void ScriptBox::Deserialize(Serializer& reader) {
   const int boxDepth = reader.GetDepth();
   std::string_view key;
   std::string_view value;
-  for (;;) {
+  while (reader.GetDepth() >= boxDepth) {
     const LineKind kind = reader.ReadLine(key, value);
     if (kind == LineKind::kEndOfFile || reader.GetDepth() < boxDepth) return;
     if (kind == LineKind::kBlockClose) continue;
@@ -55,7 +55,8 @@ void ScriptBox::Deserialize(Serializer& reader) {
       created.script->Deserialize(reader);
       Attach(std::move(created));
     } else {
-      if (!isScript || !IsScriptRegistered(key)) Print("%s could not be found.\n", std::string(key).c_str());
+      if ((!isScript || !IsScriptRegistered(key)) && reader.MayComplain())
+        Print("%s could not be found.\n", std::string(key).c_str());
       reader.SkipToDepth(boxDepth);
     }
   }

@@ -21,6 +21,8 @@ class Serializer {
   bool OpenForWrite(const std::string& fileName);
   /// Starts a text that stays in memory, with floats at `digits` significant digits; TakeText ends it.
   void OpenInMemory(int digits);
+  /// True: nothing that is written is ever read back, so what only files need must leave no trace in the scene.
+  bool IsInMemory() const { return inMemory_; }
   /// Ends the document and puts it in the file's place in one step; false, with the old file untouched and a message,
   /// when that fails.
   bool Close();
@@ -73,10 +75,13 @@ class Serializer {
   std::string Where() const;
   /// Counts a script of this load; false, with one message, when the load has made too many.
   bool TakeScriptSlot();
+  /// Whether one more fault of this file may be told; says once when no more are.
+  bool MayComplain();
 
  private:
   static constexpr int kFileDigits = 6;
-  static constexpr int kMaxScripts = 20000;  // per load; bounds the memory that a file can claim
+  static constexpr int kMaxComplaints = 100;  // per load
+  static constexpr int kMaxScripts = 20000;   // per load; bounds the memory that a file can claim
 
   void Line(std::string_view key, std::string_view value);
   void Indent();
@@ -98,5 +103,8 @@ class Serializer {
   int lineNumber_ = 0;
   int depth_ = 0;
   int scripts_ = 0;
+  int complaints_ = 0;
+  bool reportedNumber_ = false;
+  bool inMemory_ = false;
   bool metEnd_ = false;
 };

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 
@@ -22,6 +23,9 @@ std::string_view ValueOf(std::string_view line) {
   const auto colon = line.find(':');
   return colon == std::string_view::npos || colon + 2 > line.size() ? std::string_view{} : line.substr(colon + 2);
 }
+
+// Of a number out of a float's range: too near to 0 rather than too far from it.
+bool IsBelowOne(std::string_view text) { return std::abs(std::strtod(std::string(text).c_str(), nullptr)) < 1.0; }
 
 bool OpensBlock(std::string_view line) { return line.back() == '{'; }
 bool ClosesBlock(std::string_view line) { return line.front() == '}'; }
@@ -100,7 +104,11 @@ float Serializer::ReadFloat() {
   float number = 0.0f;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
   if (result.ec == std::errc{} && std::isfinite(number)) return number;
-  if (result.ec != std::errc::invalid_argument) Print("%s: not a finite number, read as 0\n", Where().c_str());
+  const bool tooSmall = result.ec == std::errc::result_out_of_range && IsBelowOne(text);
+  if (result.ec != std::errc::invalid_argument && !tooSmall && !reportedNumber_) {
+    Print("%s: not a finite number, read as 0, as are all others in this file\n", Where().c_str());
+    reportedNumber_ = true;
+  }
   return 0.0f;
 }
 
@@ -183,6 +191,13 @@ void Serializer::SkipToDepth(int depth) {
 }
 
 std::string Serializer::Where() const { return fileName_ + ": line " + std::to_string(lineNumber_); }
+
+bool Serializer::MayComplain() {
+  if (++complaints_ <= kMaxComplaints) return true;
+  if (complaints_ == kMaxComplaints + 1)
+    Print("%s: more than %d faults, the rest is not told\n", Where().c_str(), kMaxComplaints);
+  return false;
+}
 
 bool Serializer::TakeScriptSlot() {
   if (++scripts_ <= kMaxScripts) return true;

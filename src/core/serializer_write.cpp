@@ -18,12 +18,14 @@ bool Serializer::OpenForWrite(const std::string& fileName) {
   writing_ = std::ofstream(TemporaryOf(fileName), std::ios::binary | std::ios::trunc).is_open();
   out_ = "{\n";
   indent_ = 1;
+  if (!writing_) Print("%s: cannot be written\n", fileName.c_str());
   return writing_;
 }
 
 void Serializer::OpenInMemory(int digits) {
   fileName_ = "memory";
   digits_ = digits;
+  inMemory_ = true;
   writing_ = true;
   indent_ = 0;
 }

@@ -32,6 +32,7 @@ void CameraCenterer::Update(float /*step*/) {
     if (IsPlayerName(object->name)) players.Add(position);
   }
   Vec3 aim = (all.Get() + players.Get()) * kThird;
+  if (!IsFinite(aim)) aim = {};  // two far places may add up to infinity
   if (const float length = Length(aim); length >= kMaxAim) aim = aim * (1.0f / length) * kMaxAim;
   lean_ = (lean_ * kSmoothing + aim) * (1.0f / (kSmoothing + 1.0f));
   if (Camera* camera = GetCamera(*owner)) camera->offset += lean_;

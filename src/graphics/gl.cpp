@@ -8,6 +8,8 @@ namespace {
 
 bool hasContext = false;
 
+// The GL passes a buffer's byte offset as a pointer.
+// NOLINTNEXTLINE(performance-no-int-to-ptr)
 const void* Offset(std::size_t bytes) { return reinterpret_cast<const void*>(bytes); }
 
 template <class GetLog>

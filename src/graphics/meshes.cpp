@@ -43,7 +43,7 @@ Mesh BuildQuad(float half) {
 }
 
 Mesh BuildCircle() {
-  std::array<float, 3 * kCirclePoints> vertices{};
+  std::array<float, std::size_t{3} * kCirclePoints> vertices{};
   const float pi = 4.0f * std::atan(1.0f);
   for (std::size_t i = 0; i < kCirclePoints; ++i) {
     const float angle = static_cast<float>(i) * (1.0f / kCirclePoints) * 2.0f * pi;

@@ -65,24 +65,26 @@ GLuint Renderer::GetTexture(const std::string& name) const {
 void Renderer::FitWindow() {
   const WindowRect window = GetPlatform().GetWindowRect();
   if (window.width <= 0 || window.height <= 0) return;
-  viewport_ = FitViewport(window.width, window.height);
+  const Viewport fitted = FitViewport(window.width, window.height);
+  if (fitted.width <= 0 || fitted.height <= 0) return;
+  viewport_ = fitted;
   gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
   if (window.width != targetWidth_ || window.height != targetHeight_) {
-    targetWidth_ = window.width;
-    targetHeight_ = window.height;
-    CreateSceneTarget();
+    CreateSceneTarget(window.width, window.height);
   }
   if (Camera* camera = GetMainCamera())
     camera->SetPerspective(camera->GetFov(), static_cast<float>(viewport_.width) / static_cast<float>(viewport_.height),
                            camera->GetNear(), camera->GetFar());
 }
 
-void Renderer::CreateSceneTarget() {
-  if (gl::HasContext() && (targetWidth_ > gl::MaxTextureSize() || targetHeight_ > gl::MaxTextureSize())) {
+void Renderer::CreateSceneTarget(int width, int height) {
+  if (gl::HasContext() && (width > gl::MaxTextureSize() || height > gl::MaxTextureSize())) {
     ReportFramebufferStatus();
     return;
   }
   DeleteSceneTarget();
+  targetWidth_ = width;
+  targetHeight_ = height;
   sceneFramebuffer_ = gl::GenFramebuffer();
   sceneDepthStencil_ = gl::GenRenderbuffer();
   sceneTexture_ = gl::GenTexture();
@@ -153,7 +155,7 @@ void Renderer::DrawSprite(const GameObject& object) {
   const bool fullScreen = sprite->meshType == Sprite::kFullScreen;
   const ShaderProgram& program = GetShader(fullScreen ? "screen" : sprite->shaderName);
   const Camera* camera = GetMainCamera();
-  if (program.name == 0 || camera == nullptr) return;
+  if (!program.linked || camera == nullptr) return;
   gl::SetEnabled(GL_BLEND, true);
   gl::BlendAlpha();
   gl::UseProgram(program.name);
@@ -200,8 +202,8 @@ void Renderer::ComposeScreen() {
   screenTime_ += kClockStep;
   waveTime_ += kClockStep;
   gl::SetEnabled(GL_DEPTH_TEST, false);
-  // With program 0 a compatibility context would draw a white quad; the cleared window stays instead.
-  if (program.name == 0) return;
+  // Without a program a compatibility context would draw a white quad; the cleared window stays instead.
+  if (!program.linked) return;
   gl::UseProgram(program.name);
   gl::Uniform(program.frameTime, frameTime);
   gl::Uniform3(program.cPoint, &wavePoint_.x);

@@ -60,7 +60,7 @@ class Renderer {
   float GetWaveTime() const { return waveTime_; }
 
  private:
-  void CreateSceneTarget();
+  void CreateSceneTarget(int width, int height);
   void DeleteSceneTarget();
   void DrawMesh(const class Sprite& sprite, const ShaderProgram& program);
   void ReportFramebufferStatus() const;

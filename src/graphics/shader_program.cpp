@@ -12,7 +12,7 @@
 namespace {
 
 constexpr char kFolder[] = "Graphics/GLSL/";
-constexpr std::uintmax_t kMaxShaderBytes = 1024 * 1024;
+constexpr std::uintmax_t kMaxShaderBytes = std::uintmax_t{1024} * 1024;
 
 // The layout of every mesh, whether or not a source repeats it.
 constexpr std::array<std::pair<GLuint, const char*>, 5> kAttributes = {{
@@ -76,9 +76,10 @@ ShaderProgram BuildProgram(const std::string& vertexFile, const std::string& fra
   for (const auto& [location, name] : kAttributes) gl::BindAttribute(program.name, location, name);
   gl::Link(program.name);
   std::string log;
-  if (!gl::Linked(program.name, log)) Print("Linking Shader Error. %s\n", log.c_str());
+  program.linked = gl::Linked(program.name, log);
+  if (!program.linked) Print("Linking Shader Error. %s\n", log.c_str());
   gl::DeleteShader(vertex);
   gl::DeleteShader(fragment);
-  LocateUniforms(program);
+  if (program.linked) LocateUniforms(program);
   return program;
 }

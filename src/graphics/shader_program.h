@@ -6,7 +6,8 @@
 #include "graphics/gl.h"
 
 struct ShaderProgram {
-  GLuint name = 0;  ///< 0: nothing is drawn with it
+  GLuint name = 0;
+  bool linked = false;  ///< false: nothing is drawn with it
   GLint proj = -1;
   GLint view = -1;
   GLint model = -1;

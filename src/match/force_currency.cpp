@@ -44,7 +44,9 @@ void ForceCurrency::Initialize() {
   fillPerFrame_ = resetSpeed_ > 0.0f ? maximum / resetSpeed_ / kFramesPerSecond : maximum;
 }
 
+// After a new game has begun the old one's gauges live on to the end of the frame, and would speak to the new player.
 void ForceCurrency::Update(float /*step*/) {
+  if (!owner->alive) return;
   if (filling_) Fill();
   ShowGauge();
 }

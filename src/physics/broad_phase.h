@@ -20,6 +20,9 @@ class BroadPhase {
  private:
   static constexpr std::size_t kMaxDepth = 4;
   static constexpr std::size_t kSplitAt = 10;  // entries from which on a node is split
+  // Of one pass; far beyond any stage.
+  static constexpr std::size_t kMaxPairs = 16'000'000;
+  static constexpr std::size_t kMaxFindings = 65'536;
 
   // What is left to look at when the tight boxes of a pair overlap.
   struct Shape {
@@ -53,7 +56,8 @@ class BroadPhase {
   void Visit(const List& list, std::size_t depth, const Region& region, Findings& findings);
   void Distribute(const List& list, std::size_t depth, const Region& region);
   static bool HasPairs(const List& list);
-  void TestPairs(const List& list, Findings& findings) const;
+  void TestPairs(const List& list, Findings& findings);
+  bool TakeBudget(std::size_t pairs, const Findings& findings);
   void TestPair(std::uint32_t first, std::uint32_t second, Findings& findings) const;
 
   // By shape number: apart, since the tree reads the first, the pairs the second, and few pairs the third.
@@ -62,6 +66,8 @@ class BroadPhase {
   std::vector<Shape> shapes_;
   std::vector<Entry> root_;
   std::array<std::array<Quadrant, 4>, kMaxDepth + 1> quadrants_;  // by depth
+  std::size_t pairsWalked_ = 0;                                   // in this pass
+  bool reportedPile_ = false;
 };
 
 }  // namespace GalePhysics

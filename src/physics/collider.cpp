@@ -23,8 +23,8 @@ void Collider::DeserializeCommon(Serializer& reader) {
   restitution = reader.ReadFloat();
   ghost = reader.ReadBool();
   const int group = reader.ReadInt();
-  collisionGroup = static_cast<std::uint32_t>(std::clamp(group, 0, static_cast<int>(kMaxCollisionGroup)));
-  if (group < 0 || collisionGroup != static_cast<std::uint32_t>(group))
+  collisionGroup = static_cast<std::uint32_t>(group);
+  if (collisionGroup > kMaxCollisionGroup)
     Print("%s: collision group %d, must be 0 to %u\n", reader.Where().c_str(), group, kMaxCollisionGroup);
 }
 

@@ -79,7 +79,9 @@ ForceGenerator* LoadedGenerator(int id) { return Links().Find(id); }
 LevelExtension& GetGeneratorLinks() { return Links(); }
 void ResetGeneratorHost() { HostSlot().reset(); }
 
-void ForceGenerator::Serialize(Serializer& writer) const { writer.WriteInt("My ID", Links().Save(*this)); }
+void ForceGenerator::Serialize(Serializer& writer) const {
+  writer.WriteInt("My ID", writer.IsInMemory() ? 0 : Links().Save(*this));
+}
 void ForceGenerator::Deserialize(Serializer& reader) { Links().Enter(reader.ReadInt(), *this); }
 
 }  // namespace GalePhysics

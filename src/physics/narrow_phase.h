@@ -1,6 +1,7 @@
 // The exact tests between two colliders.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "physics/collider.h"
@@ -12,6 +13,8 @@ namespace GalePhysics {
 struct Findings {
   std::vector<Contact> contacts;
   std::vector<OverlapPair> overlaps;
+
+  std::size_t Size() const { return contacts.size() + overlaps.size(); }
 };
 
 /// Tests two colliders that are in objects and appends at most one contact per pair of shapes, or an overlap when

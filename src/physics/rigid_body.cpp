@@ -12,6 +12,10 @@
 
 namespace GalePhysics {
 
+namespace {
+constexpr int kMaxGenerators = 1000;  // that a file may give one body
+}
+
 float DefaultDamping() {
   static const float damping = std::sqrt(0.997f);
   return damping;
@@ -50,6 +54,7 @@ void RigidBody::Integrate() {
   for (ForceGenerator* generator : generators) generator->UpdateForce(*this);
 
   const Vec3 oldPosition = transform.position;
+  const Quaternion oldOrientation = transform.orientation;
   transform.position += velocity * step;
   velocity += forceTotal * inverseMass;  // generators have scaled their forces by the step already
   forceTotal = {};
@@ -62,8 +67,9 @@ void RigidBody::Integrate() {
     IntegrateRotation(step);
   torqueTotal = {};
   const Vec3& p = transform.position;
-  const bool finite = (p.x + p.y + p.z + transform.orientation.k) * 0.0f == 0.0f;
-  if (!finite) StopInfinite(oldPosition);
+  const Quaternion& q = transform.orientation;
+  const bool finite = (p.x + p.y + p.z + velocity.x + velocity.y + velocity.z + q.r + q.k) * 0.0f == 0.0f;
+  if (!finite) StopInfinite(oldPosition, oldOrientation);
 
   tensorRotation_ = transform.GetMatrix().rotation;
   worldTensorStale_ = true;
@@ -77,15 +83,16 @@ void RigidBody::IntegrateRotation(float step) {
   orientation = Normalised(orientation);
 }
 
-// One infinite position would make the whole broad phase region infinite, and with it every collision disappear. An
-// infinite velocity shows in the position one step later.
-void RigidBody::StopInfinite(const Vec3& oldPosition) {
+// One infinite position would make the whole broad phase region infinite, and with it every collision disappear; an
+// infinite velocity would spread by contact.
+void RigidBody::StopInfinite(const Vec3& oldPosition, const Quaternion& oldOrientation) {
   Transform& transform = owner->GetTransform();
   if (!reportedInfinite_) Print("%s: left the finite numbers, stopped\n", owner->name.c_str());
   reportedInfinite_ = true;
-  transform.position = oldPosition;
-  velocity = acceleration = angularVelocity = {};
-  if (!std::isfinite(transform.orientation.k)) transform.orientation = {};
+  transform.position = IsFinite(oldPosition) ? oldPosition : Vec3{};
+  transform.orientation = std::isfinite(oldOrientation.r + oldOrientation.k) ? oldOrientation : Quaternion{};
+  velocity = angularVelocity = {};
+  if (!IsFinite(acceleration)) acceleration = {};
 }
 
 void RigidBody::Serialize(Serializer& writer) {
@@ -127,11 +134,15 @@ void RigidBody::Deserialize(Serializer& reader) {
   worldTensorStale_ = false;
   rotationLocked = reader.ReadBool();
   const auto readList = [&](auto link) {
-    for (int left = reader.ReadCount(); left > 0 && reader.NextIsValue(); --left) {
+    int left = reader.ReadCount();
+    if (left > kMaxGenerators && reader.MayComplain())
+      Print("%s: more than %d force generators, the rest is skipped\n", reader.Where().c_str(), kMaxGenerators);
+    for (int number = 0; left > 0 && reader.NextIsValue(); --left, ++number) {
       const int id = reader.ReadInt();
+      if (number >= kMaxGenerators) continue;
       if (ForceGenerator* generator = LoadedGenerator(id))
         link(*generator);
-      else
+      else if (reader.MayComplain())
         Print("%s: no force generator %d in this file, skipped\n", reader.Where().c_str(), id);
     }
   };

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "physics/math/matrix33.h"
+#include "physics/math/quaternion.h"
 #include "physics/point_mass.h"
 
 namespace GalePhysics {
@@ -43,7 +44,7 @@ class RigidBody final : public PointMass {
 
  private:
   void IntegrateRotation(float step);
-  void StopInfinite(const Vec3& oldPosition);
+  void StopInfinite(const Vec3& oldPosition, const Quaternion& oldOrientation);
 
   Matrix33 inverseInertia_;  // body space
   // The world tensor is inverse inertia times rotation, the rotation being the one cached before the last step. It is

@@ -34,6 +34,7 @@ void Spring::Serialize(Serializer& writer) const {
   writer.WriteFloat("breakLength_", breakLength);
   writer.WriteBool("breakIfOverLength_", breakIfOverLength);
   writer.WriteBool("breakable_", breakable);
+  if (writer.IsInMemory()) return;
   const GameObject* base = FindBase();
   RigidBody* body = base == nullptr ? nullptr : base->Get<RigidBody>();
   if (body != nullptr) body->baseOfGenerators.push_back(const_cast<Spring*>(this));

@@ -1,5 +1,7 @@
 #include "physics/step.h"
 
+#include <cassert>
+
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/transform.h"
@@ -53,6 +55,9 @@ void DeliverAndResolve(const Contact& contact) {
     std::swap(swapped.firstOwner, swapped.secondOwner);
     contact.secondOwner->OnContact(swapped);
   }
+  // A callback that replaced a body would leave the rest of this step's contacts dangling.
+  assert(contact.first == nullptr || contact.firstOwner->Get<RigidBody>() == contact.first);
+  assert(contact.second == nullptr || contact.secondOwner->Get<RigidBody>() == contact.second);
   const float total = (contact.first == nullptr ? 0.0f : contact.first->inverseMass) +
                       (contact.second == nullptr ? 0.0f : contact.second->inverseMass);
   if (!(total > 0.0f)) return;
@@ -131,6 +136,7 @@ void ResolveVelocity(const Contact& contact, float total) {
 void ResolveInterpenetration(const Contact& contact, float total) {
   if (!(contact.penetration > 0.0f)) return;
   const Vec3 way = contact.normal * (contact.penetration / total);
+  if (!IsFinite(way)) return;  // masses or radii at the rim of the numbers
   if (contact.first != nullptr) contact.first->owner->GetTransform().position += way * contact.first->inverseMass;
   if (contact.second != nullptr) contact.second->owner->GetTransform().position -= way * contact.second->inverseMass;
 }

@@ -210,12 +210,24 @@ TEST(Level, WhatIsNotKnownIsSkippedAndTheRestLoads) {
   ASSERT_EQ(created.size(), 3u);
   const auto& sphere = *created[1]->Get<GalePhysics::SphereCollider>();
   EXPECT_EQ(sphere.GetColliderType(), GalePhysics::ColliderType::kSphere);
-  EXPECT_EQ(sphere.collisionGroup, GalePhysics::kMaxCollisionGroup);
+  EXPECT_EQ(sphere.collisionGroup, 77u) << "kept for the next save";
   EXPECT_EQ(sphere.radius, 0.0f);
   EXPECT_TRUE(sphere.ghost);
   for (const char* message : {"\"Transform\", skipped", "\"Whale\", skipped", "collider type 0", "collision group 77"})
     EXPECT_EQ(Count(world.text(), message), 1) << message;
   EXPECT_EQ(Count(world.text(), "\n"), 4);
+}
+
+TEST(Level, ALineTooManyIsToldWithWhatItCosts) {
+  TestWorld world;
+  for (const char* name : {"first", "second", "third"}) world.Add(name);
+  Objects().SaveLevel("level");
+  std::string text = world.ReadFile("level");
+  text.insert(text.find("\t\t\t}\n\t\t}\n\t}\n"), "\t\t\t\tw_: 1\n");
+  world.WriteFile("longer", text);
+  world.Restart();
+  EXPECT_EQ(Objects().LoadLevel("longer").size(), 1u);
+  EXPECT_EQ(Count(world.text(), "closing lines do not match"), 1);
 }
 
 TEST(Level, NegativeMassAndCountsDoNoHarm) {

@@ -53,6 +53,9 @@ TEST(CameraCenterer, LeansATenthAtMostTowardsTheAction) {
     EXPECT_LE(x, 0.1001f);
   }
   EXPECT_NEAR(x, 0.1f, 1e-3f);
+  for (const char* name : {"Player4", "far"}) world.Add(name, {3e38f, 0.0f, 0.0f});
+  camera.Update(Time().frameStep);
+  EXPECT_TRUE(std::isfinite(GetMainCamera()->GetView()[3][0])) << "their sum is not finite";
 }
 
 TEST(ScreenShake, GoesOneWayForThreeFramesAndStops) {

@@ -81,6 +81,28 @@ TEST(Body, StopsInsteadOfLeavingTheFiniteNumbers) {
   EXPECT_EQ(Count(world.text(), "\n"), 1);
   EXPECT_NEAR(BodyOf(left).velocity.x, 0.0f, 1e-6f) << "the others still collide";
   EXPECT_NEAR(BodyOf(right).velocity.x, 1.0f, 1e-6f);
+
+  auto& far = world.Add("far", {3e38f, 3e38f, 0.0f});
+  world.Add("farther", {-3e38f, -3e38f, 0.0f});
+  auto& pushed = world.AddSphere("pushed", {0.0f, 10.0f, 0.0f}, {.acceleration = {0.0f, -1.0f, 0.0f}});
+  auto& touching = world.AddSphere("touching", {1.9f, 10.0f, 0.0f});
+  auto& wall = world.AddSphere("wall", {60.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f});
+  world.AddSphere("feather", {61.0f, 0.0f, 0.0f}, {.inverseMass = 1e-39f});
+  for (int i = 0; i < 12; ++i) world.AddSphere("crowd", {0.0f, -20.0f, 0.0f});
+  for (int i = 0; i < 4; ++i) {
+    BodyOf(pushed).forceTotal = {3e38f, 0.0f, 0.0f};
+    BodyOf(pushed).inverseMass = 10.0f;
+    int heard = 0;
+    AddHook(touching).onContact = [&](const GalePhysics::Contact&) { ++heard; };
+    world.Step();
+    for (const GameObject* object : {&pushed, &touching, &wall}) {
+      EXPECT_TRUE(IsFinite(object->GetTransform().position)) << object->name;
+      EXPECT_TRUE(IsFinite(object->Get<RigidBody>()->velocity)) << object->name;
+    }
+    EXPECT_GE(heard, i == 0 ? 1 : 0) << "two far places do not make collisions vanish";
+  }
+  EXPECT_EQ(BodyOf(pushed).acceleration.y, -1.0f);
+  EXPECT_EQ(PositionOf(far).x, 3e38f);
 }
 
 TEST(MakePhysical, GivesTheShapesTheirSizesAndInertia) {

@@ -199,6 +199,20 @@ TEST(BroadPhase, TestsAPairAcrossTheMiddleOnceAndManyInOneSpotUpToFourTimes) {
   EXPECT_EQ(contactsOf(12), 4 * 12 * 11 / 2);  // at the fifth level the quadrants have no marks left
 }
 
+TEST(BroadPhase, APileBeyondMeasureIsCutOffWithOneMessage) {
+  TestWorld world;
+  for (int i = 0; i < 500; ++i) world.AddSphere("pile", {});
+  GalePhysics::BroadPhase broadPhase;
+  GalePhysics::Findings findings;
+  for (int pass = 0; pass < 2; ++pass) {
+    findings = {};
+    broadPhase.Detect(Objects().GetObjects(), findings);
+    EXPECT_GE(findings.Size(), 65536u);
+    EXPECT_LT(findings.Size(), 66100u);
+  }
+  EXPECT_EQ(Count(world.text(), "\n"), 1);
+}
+
 TEST(BroadPhase, SkipsPositionsThatAreNotFinite) {
   TestWorld world;
   world.AddSphere("a", {3.0f, 0.0f, 0.0f});

@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 #include "core/object_manager.h"
+#include "core/script_box.h"
+#include "physics/generator_host.h"
+#include "physics/spring.h"
 #include "test_world.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
@@ -62,4 +66,13 @@ TEST(Digest, TellsStatesApartAndIgnoresIds) {
   Objects().RemoveDeadObjects();
   world.AddSphere("ball", {1.0f, 0.0f, 0.0f}, {.velocity = {1.0f, 0.0f, 0.0f}});
   EXPECT_EQ(StateDigest(), first);
+
+  auto& anchor = world.AddSphere("anchor", {});
+  GalePhysics::AdoptForceGenerator(std::make_unique<GalePhysics::Spring>(anchor, 1.0f, 1.0f));
+  world.AddSphere("box", {5.0f, 5.0f, 0.0f})
+      .Insert(std::make_unique<ScriptBox>())
+      .AddScript(std::make_unique<GalePhysics::Spring>(anchor, 2.0f, 1.0f));
+  const auto sprung = StateDigest();
+  EXPECT_EQ(StateDigest(), sprung) << "a digest leaves no trace";
+  EXPECT_TRUE(BodyOf(anchor).baseOfGenerators.empty());
 }
