@@ -10,6 +10,9 @@ target_link_libraries(brinewhirl_tests PRIVATE brinewhirl_toolkit GTest::gtest G
 add_dependencies(brinewhirl_tests content)
 gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 
+add_test(NAME content.test_font_tools COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_font_tools.py ${FONT})
+set_tests_properties(content.test_font_tools PROPERTIES TIMEOUT 120)
+
 # The real program in a virtual display; the sanitizers would only report its driver.
 file(GLOB E2E_SCRIPTS CONFIGURE_DEPENDS tests/e2e/test_*.py)
 if(NOT BRINEWHIRL_SANITIZE)
