@@ -270,7 +270,7 @@ TEST(Lint, TruncationAndJunkAreFaults) {
   world.WriteFile("stage", junk);
   const std::string report = Lint("stage", result);
   EXPECT_EQ(result, 1);
-  EXPECT_EQ(Count(report, "\n"), LintReport::kMaxLines);
+  EXPECT_EQ(Count(report, "\n"), LintReport::kMaxLines + 1);
   EXPECT_EQ(Count(report, ": too-many: note: "), 1);
 
   world.WriteFile("stage", "");

@@ -8,11 +8,9 @@ void LintReport::Fault(int line, const char* rule, const std::string& text) {
 void LintReport::Note(int line, const char* rule, const std::string& text) { Print(line, rule, "note: ", text); }
 
 void LintReport::Print(int line, const char* rule, const char* kind, const std::string& text) {
-  if (++printed_ > kMaxLines) return;
-  if (printed_ == kMaxLines) {
-    rule = "too-many";
-    kind = "note: ";
-  }
-  std::fprintf(out_, "%s:%d: %s: %s%s\n", fileName_.c_str(), line, rule, kind,
-               printed_ == kMaxLines ? "what follows is not listed: mend the lines above first" : text.c_str());
+  if (++printed_ <= kMaxLines)
+    std::fprintf(out_, "%s:%d: %s: %s%s\n", fileName_.c_str(), line, rule, kind, text.c_str());
+  else if (printed_ == kMaxLines + 1)
+    std::fprintf(out_, "%s:%d: too-many: note: what follows is not listed: mend the lines above first\n",
+                 fileName_.c_str(), line);
 }

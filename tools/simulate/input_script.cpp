@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <memory>
 #include <optional>
 #include <sstream>
 #include <string_view>
@@ -104,19 +105,21 @@ std::function<void(ScriptedPlatform&)> ParsePad(WordReader& words) {
   return {};
 }
 
-std::function<void(ScriptedPlatform&)> ParseMouse(WordReader& words, MousePlace& mouse) {
-  mouse.x = words.Number("x", -32768, 32767);
-  mouse.y = words.Number("y", -32768, 32767);
-  return [mouse](ScriptedPlatform& platform) {
+std::function<void(ScriptedPlatform&)> ParseMouse(WordReader& words, const std::shared_ptr<MousePlace>& mouse) {
+  MousePlace next;
+  next.x = words.Number("x", -32768, 32767);
+  next.y = words.Number("y", -32768, 32767);
+  return [mouse, next](ScriptedPlatform& platform) {
+    *mouse = next;
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
-    event.motion.x = mouse.x;
-    event.motion.y = mouse.y;
+    event.motion.x = next.x;
+    event.motion.y = next.y;
     platform.Push(event);
   };
 }
 
-std::function<void(ScriptedPlatform&)> ParseClick(WordReader& words, const MousePlace& mouse) {
+std::function<void(ScriptedPlatform&)> ParseClick(WordReader& words, const std::shared_ptr<MousePlace>& mouse) {
   const std::string button = words.Word("the button");
   const bool down = words.Choice("the state", "down", "up");
   std::uint8_t code = SDL_BUTTON_LEFT;
@@ -130,8 +133,8 @@ std::function<void(ScriptedPlatform&)> ParseClick(WordReader& words, const Mouse
     SDL_Event event{};
     event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
     event.button.button = code;
-    event.button.x = mouse.x;
-    event.button.y = mouse.y;
+    event.button.x = mouse->x;
+    event.button.y = mouse->y;
     platform.Push(event);
   };
 }
@@ -139,7 +142,8 @@ std::function<void(ScriptedPlatform&)> ParseClick(WordReader& words, const Mouse
 }  // namespace
 
 bool InputScript::Parse(const std::string& text, std::string& error) {
-  MousePlace mouse;
+  // Where the mouse is when an event is applied, whatever the order of the lines.
+  const auto mouse = std::make_shared<MousePlace>();
   std::istringstream lines(text);
   int number = 0;
   for (std::string line; std::getline(lines, line);) {

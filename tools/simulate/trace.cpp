@@ -12,7 +12,8 @@ namespace {
 std::string NameForTrace(const std::string& name) {
   if (name.empty()) return "-";
   std::string text = name;
-  std::replace(text.begin(), text.end(), ' ', '_');
+  const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+  std::replace_if(text.begin(), text.end(), isBlank, '_');
   return text;
 }
 
