@@ -13,6 +13,8 @@ constexpr FT_ULong kLastCode = 127;
 // A damaged font can ask for a bitmap of any size; a sound glyph is about as large as the font.
 constexpr FT_Pos kMaxGlyphSide = 8 * Font::kPixels;
 constexpr int kFixedPoint = 6;  // FreeType's 26.6 numbers
+// Empty pixels around every bitmap: filtering reaches half a pixel past its edge, where the neighbour would show.
+constexpr int kMargin = 1;
 
 bool IsInProportion(const FT_GlyphSlotRec& slot) {
   const auto isSmall = [](FT_Pos fixed) { return std::abs(fixed >> kFixedPoint) <= kMaxGlyphSide; };
@@ -29,11 +31,15 @@ const FT_GlyphSlotRec* Rasterise(FT_Face face, FT_ULong code) {
   return gray || slot->bitmap.rows == 0 ? slot : nullptr;
 }
 
+// Sides of a bitmap in the atlas, with its margin; 0 for a glyph without ink.
+int WidthOf(const FT_Bitmap& bitmap) { return bitmap.width == 0 ? 0 : static_cast<int>(bitmap.width) + 2 * kMargin; }
+int RowsOf(const FT_Bitmap& bitmap) { return bitmap.rows == 0 ? 0 : static_cast<int>(bitmap.rows) + 2 * kMargin; }
+
 void MeasureAtlas(Font& font) {
   for (FT_ULong code = kFirstCode; code <= kLastCode; ++code) {
     if (const FT_GlyphSlotRec* slot = Rasterise(font.face, code)) {
-      font.atlasWidth += static_cast<int>(slot->bitmap.width);
-      font.atlasHeight = std::max(font.atlasHeight, static_cast<int>(slot->bitmap.rows));
+      font.atlasWidth += WidthOf(slot->bitmap);
+      font.atlasHeight = std::max(font.atlasHeight, RowsOf(slot->bitmap));
     } else {
       Print("Error loading %c\n", static_cast<char>(code));
     }
@@ -48,7 +54,7 @@ bool AtlasFits(const Font& font, const std::string& name) {
   return false;
 }
 
-// Glyphs stand side by side. The atlas starts empty, since filtering reaches past a glyph's last row.
+// Glyphs stand side by side in an atlas that starts empty.
 void FillAtlas(Font& font) {
   font.atlasTexture = gl::GenTexture();
   gl::BindTexture(font.atlasTexture);
@@ -64,15 +70,15 @@ void FillAtlas(Font& font) {
     Glyph& glyph = font.glyphs[code];
     glyph.advanceX = static_cast<float>(slot->advance.x >> kFixedPoint);
     glyph.advanceY = static_cast<float>(slot->advance.y >> kFixedPoint);
-    glyph.width = static_cast<float>(bitmap.width);
-    glyph.rows = static_cast<float>(bitmap.rows);
-    glyph.left = static_cast<float>(slot->bitmap_left);
-    glyph.top = static_cast<float>(slot->bitmap_top);
-    if (bitmap.width == 0 || bitmap.rows == 0) continue;
+    if (WidthOf(bitmap) == 0 || RowsOf(bitmap) == 0) continue;
+    glyph.width = static_cast<float>(WidthOf(bitmap));
+    glyph.rows = static_cast<float>(RowsOf(bitmap));
+    glyph.left = static_cast<float>(slot->bitmap_left - kMargin);
+    glyph.top = static_cast<float>(slot->bitmap_top + kMargin);
     glyph.atlasU = static_cast<float>(penX) / static_cast<float>(font.atlasWidth);
-    gl::AlphaSubImage(penX, 0, static_cast<int>(bitmap.width), static_cast<int>(bitmap.rows), bitmap.pitch,
-                      bitmap.buffer);
-    penX += static_cast<int>(bitmap.width);
+    gl::AlphaSubImage(penX + kMargin, kMargin, static_cast<int>(bitmap.width), static_cast<int>(bitmap.rows),
+                      bitmap.pitch, bitmap.buffer);
+    penX += WidthOf(bitmap);
   }
   gl::BindTexture(0);
 }

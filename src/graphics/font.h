@@ -16,7 +16,7 @@
 struct Glyph {
   float advanceX = 0.0f;
   float advanceY = 0.0f;
-  float width = 0.0f;  ///< of the bitmap
+  float width = 0.0f;  ///< of the bitmap, with an empty margin
   float rows = 0.0f;
   float left = 0.0f;    ///< from the pen to the bitmap
   float top = 0.0f;     ///< from the baseline up to the bitmap's first row
