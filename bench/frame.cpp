@@ -1,10 +1,11 @@
-// What a frame costs that the renderer draws: background (b), turning sprites (s) and the ripple of the screen pass
-// (r). Needs an X display of 1280 x 720 and stands beside the program's own Graphics folder.
+// What a frame costs that the renderer draws: background (b), turning sprites (s), 300 particles (p), five lines of
+// text (t) and the ripple of the screen pass (r). Needs an X display of 1280 x 720 and stands beside the program's own
+// Graphics folder.
 //
-// Environment: SPRITES (60), PARTS (bsr; letters of parts that it cannot draw are left out), FRAMES (300) after WARM
-// (60), ASSETS (folder of bg.rgba, 1280 x 720, and sprite0.rgba to sprite9.rgba, 64 x 64, raw RGBA with the top row
-// first), START (seconds since the epoch at which the process was started), SHOT (where to write the first measured
-// frame as PPM).
+// Environment: SPRITES (60), PARTS (bsptr; letters of parts that it cannot draw are left out), FRAMES (300) after WARM
+// (60), ASSETS (folder of bg.rgba, 1280 x 720, sprite0.rgba to sprite9.rgba, 64 x 64, and dot.rgba, 16 x 16, raw RGBA
+// with the top row first), FONT (a TrueType file; without it there is no text), START (seconds since the epoch at which
+// the process was started), SHOT (where to write the first measured frame as PPM).
 //
 // Prints one tab-separated row: program, parts, sprites; ms a frame (median, 10th and 90th percentile); processor ms a
 // frame, all threads; frames a second; draw calls a frame; peak memory in MB; ms from START to the first frame shown.
@@ -27,12 +28,15 @@
 #include "bench/work_folder.h"
 #include "core/object_manager.h"
 #include "core/print.h"
+#include "core/script_box.h"
 #include "core/system.h"
 #include "core/transform.h"
 #include "graphics/background.h"
+#include "graphics/basic_particle_emitter.h"
 #include "graphics/camera.h"
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
+#include "graphics/sprite_text.h"
 #include "startup.h"
 
 namespace {
@@ -46,6 +50,11 @@ constexpr int kSpriteSize = 64;  // pixels
 constexpr int kPictures = 10;
 constexpr float kFrameTime = 1.0f / 60.0f;  // seconds by which the pictures turn
 constexpr int kRippleFrames = 60;           // between restarts of the ripple
+constexpr int kDots = 300;
+constexpr int kDotSize = 16;  // pixels
+constexpr char kFont[] = "font.ttf";
+constexpr std::array<const char*, 5> kLines = {"SCORE 012345", "SCORE 543210", "SCORE 678901", "SCORE 109876",
+                                               "SCORE 246802"};
 
 std::string Setting(const char* name, const char* fallback) {
   const char* value = std::getenv(name);
@@ -58,12 +67,13 @@ struct Settings {
   int warm = std::max(1, std::atoi(Setting("WARM", "60").c_str()));
   std::string parts;
   fs::path assets = fs::absolute(Setting("ASSETS", "."));
+  std::string font = Setting("FONT", "");
   std::string shot = Setting("SHOT", "");
   double start = std::atof(Setting("START", "0").c_str());
 
   Settings() {
-    for (const char letter : Setting("PARTS", "bsr"))
-      if (std::string_view("bsrxn").find(letter) != std::string_view::npos) parts += letter;
+    for (const char letter : Setting("PARTS", "bsptr"))
+      if (std::string_view(font.empty() ? "bsprxn" : "bsptrxn").find(letter) != std::string_view::npos) parts += letter;
     if (!shot.empty()) shot = fs::absolute(shot).string();
   }
   bool Has(char part) const { return parts.find(part) != std::string::npos; }
@@ -84,10 +94,13 @@ bool ConvertPicture(const fs::path& raw, const std::string& name, int width, int
 }
 
 // The engine reads pictures and shaders from the working folder.
-bool LayOutFolder(const fs::path& assets, const fs::path& graphics) {
-  fs::create_directory("Texture");
+bool LayOutFolder(const Settings& settings, const fs::path& graphics) {
+  const fs::path& assets = settings.assets;
+  fs::create_directories("Texture/Fonts");
   fs::create_directory_symlink(graphics, "Graphics");
-  bool complete = ConvertPicture(assets / "bg.rgba", "bg.png", kWidth, kHeight);
+  if (!settings.font.empty()) fs::create_symlink(settings.font, fs::path("Texture/Fonts") / kFont);
+  bool complete = ConvertPicture(assets / "bg.rgba", "bg.png", kWidth, kHeight) &&
+                  ConvertPicture(assets / "dot.rgba", "dot.png", kDotSize, kDotSize);
   for (int i = 0; i < kPictures && complete; ++i)
     complete =
         ConvertPicture(assets / ("sprite" + std::to_string(i) + ".rgba"), PictureName(i), kSpriteSize, kSpriteSize);
@@ -108,11 +121,14 @@ class Stage {
   explicit Stage(const Settings& settings) : settings_(settings) {
     Renderer& renderer = GetRenderer();
     renderer.LoadTexture("bg.png");
+    renderer.LoadTexture("dot.png");
     for (int i = 0; i < kPictures; ++i) renderer.LoadTexture(PictureName(i));
     SetBackgroundPicture("bg.png");
     renderer.SetScreenShader(settings.Has('r') ? "wave" : "screen");
     if (settings.Has('s'))
       for (int i = 0; i < settings.sprites; ++i) AddSprite(i);
+    if (settings.Has('p')) AddDots();
+    if (settings.Has('t')) AddLines();
     Objects().GetCamera().Update(kFrameTime);
   }
 
@@ -121,14 +137,18 @@ class Stage {
     for (std::size_t i = 0; i < sprites_.size(); ++i) Turn(*sprites_[i], static_cast<float>(i) * 0.37f, frame);
     renderer.BeginScene();
     if (settings_.Has('b')) renderer.DrawSprite(GetBackground());
+    if (dots_ != nullptr) dots_->Update(kFrameTime);
+    renderer.DrawParticles();
     for (const GameObject* sprite : sprites_) renderer.DrawSprite(*sprite);
+    for (const GameObject* line : lines_) renderer.DrawText(*line);
     if (settings_.Has('n')) return;
     if (frame % kRippleFrames == 0) renderer.StartRipple({0.5f, 0.5f, 0.0f});
     renderer.ComposeScreen();
   }
 
   std::size_t CountCalls() const {
-    return sprites_.size() + (settings_.Has('b') ? 1 : 0) + (settings_.Has('n') ? 0 : 1);
+    return sprites_.size() + lines_.size() + ParticleEmitters().size() + (settings_.Has('b') ? 1 : 0) +
+           (settings_.Has('n') ? 0 : 1);
   }
 
  private:
@@ -151,6 +171,46 @@ class Stage {
     sprites_.push_back(&object);
   }
 
+  // One is laid an update; they drift and never die.
+  void AddDots() {
+    GameObject& object = *Objects().GetObject(Objects().CreateObject());
+    const float unit = UnitsPerPixel();
+    auto& box = object.Insert(std::make_unique<ScriptBox>());
+    auto& dots = static_cast<BasicParticleEmitter&>(box.AddScript(std::make_unique<BasicParticleEmitter>()));
+    dots.textureName = "dot.png";
+    dots.maxParticles = kDots;
+    dots.colour = {1.0f, 0.9f, 0.5f};
+    dots.startingPositionMax = {unit * kWidth / 2, unit * kHeight / 2, 0.0f};
+    dots.startingPositionMin = dots.startingPositionMax * -1.0f;
+    dots.maxVelocity = {20.0f * unit, 20.0f * unit, 0.0f};
+    dots.minVelocity = dots.maxVelocity * -1.0f;
+    dots.minAcceleration = dots.maxAcceleration = {};
+    dots.minScale.x = dots.maxScale.x = kDotSize * unit;
+    dots.minLifespan = dots.maxLifeSpan = 1e6f;
+    dots.spawnIntervalMin = dots.spawnIntervalMax = 0.0f;
+    while (dots.CountLive() < kDots) dots.Update(kFrameTime);
+    dots.spawnIntervalMin = dots.spawnIntervalMax = 1e6f;
+    dots.Update(kFrameTime);
+    dots_ = &dots;
+  }
+
+  void AddLines() {
+    GetRenderer().LoadFont(kFont);
+    const float unit = UnitsPerPixel();
+    for (std::size_t i = 0; i < kLines.size(); ++i) {
+      GameObject& object = *Objects().GetObject(Objects().CreateObject());
+      const auto row = static_cast<float>(i);
+      object.GetTransform().position = {(40.0f * row - 200.0f) * unit, (250.0f - 130.0f * row) * unit, 0.0f};
+      object.GetTransform().Rebuild();
+      auto& line = object.Insert(std::make_unique<SpriteText>());
+      line.SetText(kLines[i]);
+      line.SetScale({unit, unit, 1.0f});
+      line.fontName = kFont;
+      line.r = line.g = line.b = 1.0f;
+      lines_.push_back(&object);
+    }
+  }
+
   static void Turn(GameObject& object, float offset, int frame) {
     Transform& transform = object.GetTransform();
     transform.orientation = QuaternionFromZ(-(offset + static_cast<float>(frame) * kFrameTime));
@@ -159,6 +219,8 @@ class Stage {
 
   const Settings& settings_;
   std::vector<GameObject*> sprites_;
+  std::vector<GameObject*> lines_;
+  BasicParticleEmitter* dots_ = nullptr;
 };
 
 double ClockMs(clockid_t clock) {
@@ -248,5 +310,5 @@ int main() {
   std::error_code error;
   const fs::path graphics = fs::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "Graphics";
   const bench::WorkFolder folder("frame");
-  return LayOutFolder(settings.assets, graphics) ? Measure(settings) : 1;
+  return LayOutFolder(settings, graphics) ? Measure(settings) : 1;
 }

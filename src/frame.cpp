@@ -59,6 +59,9 @@ void Frame::DrawScene() {
   renderer.BeginScene();
   Objects().SortIfNeeded();
   renderer.DrawSprite(GetBackground());
+  renderer.DrawParticles();
   for (const auto& object : Objects().GetObjects()) renderer.DrawSprite(*object);
   ShowHud(!IsPaused());
+  if (IsPaused()) return;
+  for (const auto& object : Objects().GetObjects()) renderer.DrawText(*object);
 }

@@ -1,6 +1,7 @@
 #include "script_table.h"
 
 #include "core/script_registry.h"
+#include "graphics/basic_particle_emitter.h"
 #include "graphics/camera_centerer.h"
 #include "graphics/screen_shake.h"
 #include "match/character_controller.h"
@@ -9,20 +10,36 @@
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
+#include "scripts/color_changer.h"
+#include "scripts/fish_animator.h"
+#include "scripts/lerp_animators.h"
 #include "scripts/patricidal.h"
 #include "scripts/prison_script.h"
+#include "scripts/rainbow_fish.h"
+#include "scripts/shadow_growth.h"
+#include "scripts/squid_animator.h"
 #include "scripts/velocity_cap.h"
 
 void RegisterAllScripts() {
   using GalePhysics::CreateHosted;
+  RegisterScript("bpe", CreateOwned<BasicParticleEmitter>);
   RegisterScript("CameraCenterer", CreateOwned<CameraCenterer>);
+  RegisterScript("color-changer", CreateOwned<ColorChanger>);
+  RegisterScript("fishanimator", CreateOwned<FishAnimator>);
   RegisterScript("ForceCurrency", CreateOwned<ForceCurrency>);
   RegisterScript("gravity", CreateHosted<GalePhysics::GravityGenerator>);
   RegisterScript("spring", CreateHosted<GalePhysics::Spring>);
+  RegisterScript("class LerpVecAnimator", CreateOwned<LerpVecAnimator>);
+  RegisterScript("class LerpSizeAnimator", CreateOwned<LerpSizeAnimator>);
+  RegisterScript("class LerpOpacityAnimator", CreateOwned<LerpOpacityAnimator>);
+  RegisterScript("particleemitter", CreateOwned<ParticleEmitter>);
   RegisterScript("patricidal", CreateOwned<Patricidal>);
   RegisterScript("CharacterController", CreateOwned<CharacterController>);
   RegisterScript("PrisonScript", CreateOwned<PrisonScript>);
+  RegisterScript("rainbowfish", CreateOwned<RainbowFish>);
   RegisterScript("VelocityCap", CreateOwned<VelocityCap>);
   RegisterScript("InsertName", CreateOwned<ScreenShake>);
+  RegisterScript("ShadowGrowth", CreateOwned<ShadowGrowth>);
+  RegisterScript("SquidAnimator", CreateOwned<SquidAnimator>);
   RegisterScript("wobblypuller", CreateHosted<GalePhysics::WobblyPuller>);
 }

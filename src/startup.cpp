@@ -58,6 +58,7 @@ void BuildWorld() {
 void BindKeys() { Input::BindKeyDown(SDLK_p, ToggleDemoMode); }
 
 void StartFirstMatch() {
+  GetRenderer().LoadFont("OctoBubble.ttf");
   for (const std::string_view image : kPreloadedImages)
     if (const std::string name(image); PictureExists(name)) GetRenderer().LoadTexture(name);
   GetRenderer().SetScreenShader("wave");

@@ -8,6 +8,25 @@ namespace {
 
 bool hasContext = false;
 
+// What the context stands at, as far as it was set here; a new context begins with these values.
+struct State {
+  bool blend = false;
+  bool depthTest = false;
+  bool blendsAlpha = false;
+  GLuint program = 0;
+  GLuint texture = 0;
+  GLuint vertexArray = 0;
+};
+State state;
+
+// Takes a new value; false when it stands already.
+template <class T>
+bool Change(T& standing, T value) {
+  if (standing == value) return false;
+  standing = value;
+  return true;
+}
+
 // The GL passes a buffer's byte offset as a pointer.
 // NOLINTNEXTLINE(performance-no-int-to-ptr)
 const void* Offset(std::size_t bytes) { return reinterpret_cast<const void*>(bytes); }
@@ -26,6 +45,8 @@ const char* Load() {
   glewExperimental = GL_TRUE;
   const GLenum result = glewInit();
   hasContext = glCreateShader != nullptr && glGenFramebuffers != nullptr;
+  state = State{};
+  if (hasContext) glActiveTexture(GL_TEXTURE0);
   return result == GLEW_OK ? nullptr : reinterpret_cast<const char*>(glewGetErrorString(result));
 }
 
@@ -34,11 +55,13 @@ void Unload() { hasContext = false; }
 
 void SetEnabled(GLenum capability, bool enabled) {
   if (!hasContext) return;
+  if (capability == GL_BLEND && !Change(state.blend, enabled)) return;
+  if (capability == GL_DEPTH_TEST && !Change(state.depthTest, enabled)) return;
   enabled ? glEnable(capability) : glDisable(capability);
 }
 
 void BlendAlpha() {
-  if (hasContext) glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  if (hasContext && Change(state.blendsAlpha, true)) glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
 
 void Viewport(int x, int y, int width, int height) {
@@ -60,13 +83,13 @@ GLuint GenTexture() {
 }
 
 void DeleteTexture(GLuint texture) {
-  if (hasContext) glDeleteTextures(1, &texture);
+  if (!hasContext) return;
+  glDeleteTextures(1, &texture);
+  if (texture == state.texture) state.texture = 0;  // as the context does
 }
 
 void BindTexture(GLuint texture) {
-  if (!hasContext) return;
-  glActiveTexture(GL_TEXTURE0);
-  glBindTexture(GL_TEXTURE_2D, texture);
+  if (hasContext && Change(state.texture, texture)) glBindTexture(GL_TEXTURE_2D, texture);
 }
 
 void TexImage(GLint internalFormat, int width, int height, GLenum format, const void* pixels) {
@@ -83,6 +106,22 @@ void SetSmoothClamped() {
 
 void GenerateMipmap() {
   if (hasContext) glGenerateMipmap(GL_TEXTURE_2D);
+}
+
+void TexImageAlpha(int width, int height, const void* pixels) {
+  if (!hasContext) return;
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  TexImage(GL_ALPHA, width, height, GL_ALPHA, pixels);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+}
+
+void AlphaSubImage(int x, int y, int width, int height, int pitch, const void* pixels) {
+  if (!hasContext) return;
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, pitch);
+  glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, GL_ALPHA, GL_UNSIGNED_BYTE, pixels);
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
 }
 
 int MaxTextureSize() {
@@ -139,11 +178,13 @@ bool Linked(GLuint program, std::string& log) {
 }
 
 void DeleteProgram(GLuint program) {
-  if (hasContext) glDeleteProgram(program);
+  if (!hasContext) return;
+  if (program == state.program) UseProgram(0);  // one in use would not be deleted yet
+  glDeleteProgram(program);
 }
 
 void UseProgram(GLuint program) {
-  if (hasContext) glUseProgram(program);
+  if (hasContext && Change(state.program, program)) glUseProgram(program);
 }
 
 GLint UniformLocation(GLuint program, const char* name) {
@@ -173,11 +214,13 @@ GLuint GenVertexArray() {
 }
 
 void DeleteVertexArray(GLuint array) {
-  if (hasContext) glDeleteVertexArrays(1, &array);
+  if (!hasContext) return;
+  glDeleteVertexArrays(1, &array);
+  if (array == state.vertexArray) state.vertexArray = 0;  // as the context does
 }
 
 void BindVertexArray(GLuint array) {
-  if (hasContext) glBindVertexArray(array);
+  if (hasContext && Change(state.vertexArray, array)) glBindVertexArray(array);
 }
 
 GLuint GenBuffer() {
@@ -196,10 +239,24 @@ void StaticData(GLenum target, GLuint buffer, std::size_t bytes, const void* dat
   glBufferData(target, static_cast<GLsizeiptr>(bytes), data, GL_STATIC_DRAW);
 }
 
+void ArrayData(GLuint buffer, std::size_t bytes, const void* data, GLenum usage) {
+  if (!hasContext) return;
+  glBindBuffer(GL_ARRAY_BUFFER, buffer);
+  glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(bytes), data, usage);
+}
+
+void BindArrayBuffer(GLuint buffer) {
+  if (hasContext) glBindBuffer(GL_ARRAY_BUFFER, buffer);
+}
+
 void FloatAttribute(GLuint location, int components, int stride, std::size_t offset) {
   if (!hasContext) return;
   glEnableVertexAttribArray(location);
   glVertexAttribPointer(location, components, GL_FLOAT, GL_FALSE, stride, Offset(offset));
+}
+
+void PerInstance(GLuint location) {
+  if (hasContext) glVertexAttribDivisor(location, 1);
 }
 
 void DrawArrays(GLenum mode, int count) {
@@ -208,6 +265,10 @@ void DrawArrays(GLenum mode, int count) {
 
 void DrawIndexedTriangles(int count) {
   if (hasContext) glDrawElements(GL_TRIANGLES, count, GL_UNSIGNED_SHORT, nullptr);
+}
+
+void DrawIndexedInstances(int count, int instances) {
+  if (hasContext) glDrawElementsInstanced(GL_TRIANGLES, count, GL_UNSIGNED_SHORT, nullptr, instances);
 }
 
 GLuint GenFramebuffer() {

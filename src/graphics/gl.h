@@ -1,5 +1,8 @@
 // The only way to OpenGL. Without a context every call has no effect: generators give 0, status queries report
 // success, and nothing crashes, so the floors above need not know whether anybody can see them.
+//
+// The state below is remembered, and what stands already is not sent again: whoever reaches OpenGL past this page must
+// leave capabilities, blending, program, texture and vertex array as they were.
 #pragma once
 
 #include <GL/glew.h>
@@ -33,6 +36,10 @@ void TexImage(GLint internalFormat, int width, int height, GLenum format, const 
 /// Clamped at the edges, filtered linearly.
 void SetSmoothClamped();
 void GenerateMipmap();
+/// Image of alpha values alone for the bound texture; its rows are not padded.
+void TexImageAlpha(int width, int height, const void* pixels);
+/// Fills a rectangle of such an image; rows of `pixels` are `pitch` bytes apart.
+void AlphaSubImage(int x, int y, int width, int height, int pitch, const void* pixels);
 int MaxTextureSize();
 
 // --- programs ---
@@ -60,11 +67,17 @@ GLuint GenBuffer();
 void DeleteBuffer(GLuint buffer);
 /// Binds the buffer to the target and fills it for good.
 void StaticData(GLenum target, GLuint buffer, std::size_t bytes, const void* data);
+/// Binds the buffer to GL_ARRAY_BUFFER and fills it anew; `usage` is GL_DYNAMIC_DRAW or GL_STREAM_DRAW.
+void ArrayData(GLuint buffer, std::size_t bytes, const void* data, GLenum usage);
+void BindArrayBuffer(GLuint buffer);
 /// `components` floats of the bound array buffer, `stride` and `offset` in bytes.
 void FloatAttribute(GLuint location, int components, int stride, std::size_t offset);
+/// The attribute advances once an instance, not once a vertex.
+void PerInstance(GLuint location);
 void DrawArrays(GLenum mode, int count);
 /// 16-bit indices of the bound vertex array.
 void DrawIndexedTriangles(int count);
+void DrawIndexedInstances(int count, int instances);
 
 // --- targets ---
 GLuint GenFramebuffer();

@@ -1,7 +1,5 @@
 #include "graphics/renderer.h"
 
-#include <glm/gtc/type_ptr.hpp>
-
 #include "core/platform.h"
 #include "core/print.h"
 #include "core/transform.h"
@@ -34,6 +32,7 @@ void Renderer::Shutdown() {
   for (const auto& [name, program] : shaders_) gl::DeleteProgram(program.name);
   for (const auto& [name, texture] : textures_) gl::DeleteTexture(texture);
   for (Mesh& mesh : meshes_) DeleteMesh(mesh);
+  for (auto& [name, font] : fonts_) FreeFont(font);
   DeleteSceneTarget();
   if (fontLibrary_ != nullptr) FT_Done_FreeType(fontLibrary_);
   *this = Renderer{};
@@ -44,8 +43,8 @@ void Renderer::CreateProgram(const std::string& name, const std::string& vertexF
   if (program.name != 0) shaders_[name] = program;
 }
 
-const ShaderProgram& Renderer::GetShader(const std::string& name) const {
-  static const ShaderProgram none;
+ShaderProgram& Renderer::GetShader(const std::string& name) {
+  static ShaderProgram none;
   const auto found = shaders_.find(name);
   return found == shaders_.end() ? none : found->second;
 }
@@ -149,47 +148,38 @@ void Renderer::BeginScene() {
   gl::Clear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
-void Renderer::DrawSprite(const GameObject& object) {
-  const Sprite* sprite = object.Get<Sprite>();
-  if (sprite == nullptr || !sprite->visible || !gl::HasContext()) return;
-  const bool fullScreen = sprite->meshType == Sprite::kFullScreen;
-  const ShaderProgram& program = GetShader(fullScreen ? "screen" : sprite->shaderName);
+ShaderProgram* Renderer::UseInScene(const std::string& shaderName) {
   const Camera* camera = GetMainCamera();
-  if (!program.linked || camera == nullptr) return;
+  ShaderProgram& program = GetShader(shaderName);
+  if (!program.linked || camera == nullptr) return nullptr;
   gl::SetEnabled(GL_BLEND, true);
   gl::BlendAlpha();
   gl::UseProgram(program.name);
-  gl::BindTexture(GetTexture(sprite->texturePath));
-  if (!fullScreen) {
-    gl::UniformMatrix4(program.proj, false, glm::value_ptr(camera->GetProjection()));
-    gl::UniformMatrix4(program.view, false, glm::value_ptr(camera->GetView()));
-    gl::UniformMatrix4(program.model, true, object.GetTransform().GetModelMatrix().data());
-    gl::Uniform4(program.spriteColor, sprite->r, sprite->g, sprite->b, sprite->a);
-  }
-  DrawMesh(*sprite, program);
-  gl::BindVertexArray(0);
-  gl::SetEnabled(GL_BLEND, false);
-  gl::BindTexture(0);
-  gl::UseProgram(0);
+  program.SendCamera(*camera);
+  return &program;
 }
 
-void Renderer::DrawMesh(const Sprite& sprite, const ShaderProgram& program) {
-  if (sprite.meshType < 0 || sprite.meshType >= static_cast<int>(meshes_.size())) return;
-  gl::BindVertexArray(meshes_[static_cast<std::size_t>(sprite.meshType)].vertexArray);
-  switch (sprite.meshType) {
-    case Sprite::kCircle:
-      gl::DrawArrays(GL_LINE_LOOP, kCirclePoints);
-      break;
-    case Sprite::kQuad:
-      gl::Uniform4(program.uvOffSet, sprite.row, sprite.columns, sprite.startFrame, sprite.endFrame);
-      gl::DrawIndexedTriangles(kQuadIndices);
-      break;
-    case Sprite::kFullScreen:
-      gl::DrawIndexedTriangles(kQuadIndices);
-      break;
-    default:
-      break;
+// State stands from one sprite to the next; the screen pass switches blending off.
+void Renderer::DrawSprite(const GameObject& object) {
+  static const std::string kFullScreenShader = "screen";
+  const Sprite* sprite = object.Get<Sprite>();
+  if (sprite == nullptr || !sprite->visible || !gl::HasContext()) return;
+  const int type = sprite->meshType;
+  if (type != Sprite::kQuad && type != Sprite::kCircle && type != Sprite::kFullScreen) return;
+  ShaderProgram* program = UseInScene(type == Sprite::kFullScreen ? kFullScreenShader : sprite->shaderName);
+  if (program == nullptr) return;
+  gl::BindTexture(GetTexture(sprite->texturePath));
+  gl::BindVertexArray(meshes_[static_cast<std::size_t>(type)].vertexArray);
+  if (type != Sprite::kFullScreen) {
+    gl::UniformMatrix4(program->model, true, object.GetTransform().GetModelMatrix().data());
+    program->SendColour({sprite->r, sprite->g, sprite->b, sprite->a});
   }
+  if (type == Sprite::kQuad)
+    program->SendTextureWindow({sprite->row, sprite->columns, sprite->startFrame, sprite->endFrame});
+  if (type == Sprite::kCircle)
+    gl::DrawArrays(GL_LINE_LOOP, kCirclePoints);
+  else
+    gl::DrawIndexedTriangles(kQuadIndices);
 }
 
 void Renderer::ComposeScreen() {
@@ -202,7 +192,8 @@ void Renderer::ComposeScreen() {
   screenTime_ += kClockStep;
   waveTime_ += kClockStep;
   gl::SetEnabled(GL_DEPTH_TEST, false);
-  // Without a program a compatibility context would draw a white quad; the cleared window stays instead.
+  gl::SetEnabled(GL_BLEND, false);
+  // With program 0 a compatibility context would draw a white quad; the cleared window stays instead.
   if (!program.linked) return;
   gl::UseProgram(program.name);
   gl::Uniform(program.frameTime, frameTime);
@@ -211,7 +202,6 @@ void Renderer::ComposeScreen() {
   gl::BindVertexArray(meshes_[Sprite::kFullScreen].vertexArray);
   gl::BindTexture(sceneTexture_);
   gl::DrawIndexedTriangles(kQuadIndices);
-  gl::BindVertexArray(0);
 }
 
 void Renderer::StartRipple(const Vec3& point) {

@@ -3,15 +3,14 @@
 // stops the game. Works without a context too (see gl.h). Main thread only.
 #pragma once
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
-
 #include <array>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "core/game_object.h"
+#include "graphics/font.h"
 #include "graphics/gl.h"
 #include "graphics/shader_program.h"
 #include "graphics/viewport.h"
@@ -42,13 +41,19 @@ class Renderer {
   void LoadTexture(const std::string& name);
   /// The GL name of a loaded picture, or 0.
   GLuint GetTexture(const std::string& name) const;
-  /// The program of that name; one without a GL name when there is none.
-  const ShaderProgram& GetShader(const std::string& name) const;
+  /// Loads, or loads again, one font from Texture/Fonts/. One that cannot be read gets messages and has no glyphs.
+  void LoadFont(const std::string& name);
+  /// The font of that name; one without glyphs when it is not loaded.
+  const Font& GetFont(const std::string& name) const;
 
   /// Starts the frame in the scene target.
   void BeginScene();
   /// Draws the object's sprite, if it has a visible one.
   void DrawSprite(const GameObject& object);
+  /// Draws the live particles of every emitter.
+  void DrawParticles();
+  /// Draws the object's text, if it has a visible one.
+  void DrawText(const GameObject& object);
   /// Draws the scene onto the window through the screen shader and advances both clocks.
   void ComposeScreen();
 
@@ -62,7 +67,10 @@ class Renderer {
  private:
   void CreateSceneTarget(int width, int height);
   void DeleteSceneTarget();
-  void DrawMesh(const class Sprite& sprite, const ShaderProgram& program);
+  /// The program of that name; one without a GL name when there is none.
+  ShaderProgram& GetShader(const std::string& name);
+  /// Blending, the program and the camera for a draw into the scene; null when it cannot be drawn.
+  ShaderProgram* UseInScene(const std::string& shaderName);
   void ReportFramebufferStatus() const;
 
   float waveTime_ = 0.0f;
@@ -78,6 +86,8 @@ class Renderer {
   std::unordered_map<std::string, GLuint> textures_;
   std::array<Mesh, 4> meshes_;  // by mesh type
   std::unordered_map<std::string, ShaderProgram> shaders_;
+  std::unordered_map<std::string, Font> fonts_;
+  std::vector<TextVertex> textVertices_;  // of the text being drawn; kept for its capacity
   Vec3 wavePoint_;
 };
 

@@ -3,11 +3,13 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <glm/gtc/type_ptr.hpp>
 #include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "core/print.h"
+#include "graphics/camera.h"
 
 namespace {
 
@@ -45,7 +47,27 @@ void LocateUniforms(ShaderProgram& program) {
   program.gTime = locate("gTime");
 }
 
+void SendMatrix(GLint location, const glm::mat4& matrix, glm::mat4& held) {
+  if (matrix == held) return;
+  gl::UniformMatrix4(location, false, glm::value_ptr(matrix));
+  held = matrix;
+}
+
+void SendVec4(GLint location, const ShaderProgram::Vec4& v, ShaderProgram::Vec4& held) {
+  if (v == held) return;
+  gl::Uniform4(location, v[0], v[1], v[2], v[3]);
+  held = v;
+}
+
 }  // namespace
+
+void ShaderProgram::SendCamera(const Camera& camera) {
+  SendMatrix(proj, camera.GetProjection(), heldProj_);
+  SendMatrix(view, camera.GetView(), heldView_);
+}
+
+void ShaderProgram::SendColour(const Vec4& rgba) { SendVec4(spriteColor, rgba, heldColour_); }
+void ShaderProgram::SendTextureWindow(const Vec4& window) { SendVec4(uvOffSet, window, heldWindow_); }
 
 std::string ReadShaderFile(const std::string& fileName) {
   const std::string path = kFolder + fileName;

@@ -1,13 +1,24 @@
-// One linked GLSL program and where its uniforms are, looked up once.
+// One linked GLSL program, where its uniforms are, looked up once, and what the most of them hold.
 #pragma once
 
+#include <array>
+#include <glm/mat4x4.hpp>
 #include <string>
 
 #include "graphics/gl.h"
 
+class Camera;
+
 struct ShaderProgram {
-  GLuint name = 0;
-  bool linked = false;  ///< false: nothing is drawn with it
+  using Vec4 = std::array<float, 4>;
+
+  /// These send what differs from what the program holds; it must be the one in use.
+  void SendCamera(const Camera& camera);
+  void SendColour(const Vec4& rgba);
+  void SendTextureWindow(const Vec4& window);
+
+  GLuint name = 0;      ///< 0: nothing is drawn with it
+  bool linked = false;  ///< one that did not link cannot be used
   GLint proj = -1;
   GLint view = -1;
   GLint model = -1;
@@ -16,6 +27,13 @@ struct ShaderProgram {
   GLint frameTime = -1;
   GLint cPoint = -1;
   GLint gTime = -1;
+
+ private:
+  // Linking leaves zeros.
+  glm::mat4 heldProj_{0.0f};
+  glm::mat4 heldView_{0.0f};
+  Vec4 heldColour_{};
+  Vec4 heldWindow_{};
 };
 
 /// Builds a program from two files in Graphics/GLSL/. What fails is printed: a stage that does not compile gives a

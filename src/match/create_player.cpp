@@ -2,9 +2,11 @@
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
+#include "graphics/basic_particle_emitter.h"
 #include "graphics/sprite.h"
 #include "match/character_controller.h"
 #include "match/force_currency.h"
+#include "match/players.h"
 #include "physics/make_physical.h"
 
 namespace {
@@ -21,6 +23,24 @@ GameObject& AddCoreObject(const std::string& name, const std::string& image) {
   object.core = true;
   object.Insert(std::make_unique<Sprite>()).texturePath = image;
   return object;
+}
+
+// One bubble an update, just as large as the collider: at rest they lie on one another and make the octopus a clear
+// coloured bubble, in flight they draw a comet. All ranges are points, so no random number is drawn.
+std::unique_ptr<BasicParticleEmitter> MakeBubbles(int player) {
+  constexpr float kLife = 0.1f;  // seconds
+  auto bubbles = std::make_unique<BasicParticleEmitter>();
+  bubbles->textureName = "particlebubble.png";
+  bubbles->maxParticles = 16;  // more than live at a time
+  const PlayerColour& colour = kPlayerColours[static_cast<std::size_t>(player)];
+  bubbles->colour = {colour.r / 255.0f, colour.g / 255.0f, colour.b / 255.0f};
+  for (Vec3* point : {&bubbles->startingPositionMin, &bubbles->startingPositionMax, &bubbles->minVelocity,
+                      &bubbles->maxVelocity, &bubbles->minAcceleration, &bubbles->maxAcceleration})
+    *point = {};
+  bubbles->minScale.x = bubbles->maxScale.x = 2.0f * kRadius;
+  bubbles->minLifespan = bubbles->maxLifeSpan = kLife;
+  bubbles->spawnIntervalMin = bubbles->spawnIntervalMax = 0.0f;
+  return bubbles;
 }
 
 }  // namespace
@@ -40,4 +60,5 @@ void CreatePlayer(const PlayerDefinition& definition) {
       std::make_unique<CharacterController>(definition.scoreName, definition.gaugeName, definition.index));
   scripts.AddScript("PrisonScript");
   scripts.AddScript("VelocityCap");
+  scripts.AddScript(MakeBubbles(definition.index));
 }

@@ -33,7 +33,7 @@ void StartGame() {
 
 void SetupMatch() {
   ClearHudObjects();
-  for (const char* archetype : {"core", "floor"}) Objects().LoadLevel(archetype);
+  for (const char* archetype : {"core", "bubblegens", "floor"}) Objects().LoadLevel(archetype);
   for (const GameObject* object : Objects().LoadLevel("scorebacks")) AddHudObject(object->id);
   for (const PlayerDefinition& player : PlayerDefinitions()) CreatePlayer(player);
 }

@@ -35,7 +35,7 @@ struct Raster {
   }
 };
 
-class Font : public testing::Test {
+class FontFile : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_EQ(FT_Init_FreeType(&library_), 0);
@@ -85,7 +85,7 @@ double Difference(const Raster& a, const Raster& b) {
   return static_cast<double>(differing) / 255.0 / static_cast<double>(std::min(a.Ink(), b.Ink()));
 }
 
-TEST_F(Font, DrawsEveryCharacterInsideItsAdvance) {
+TEST_F(FontFile, DrawsEveryCharacterInsideItsAdvance) {
   for (unsigned char code = kFirst; code <= kLast; ++code) {
     SCOPED_TRACE(std::string("character ") + static_cast<char>(code));
     ASSERT_NE(FT_Get_Char_Index(face_, code), 0u);
@@ -104,7 +104,7 @@ TEST_F(Font, DrawsEveryCharacterInsideItsAdvance) {
   }
 }
 
-TEST_F(Font, KeepsToTheWidthsThatLabelsAndTitlesHaveRoomFor) {
+TEST_F(FontFile, KeepsToTheWidthsThatLabelsAndTitlesHaveRoomFor) {
   const std::string label = "Yellow Score: 999";
   EXPECT_LE(Width(label), 36 * static_cast<long>(label.size()));
   for (const std::string title : {"Lord of the Beach Ball", "Steal the Crown!", "Collect the Rings"}) {
@@ -115,13 +115,13 @@ TEST_F(Font, KeepsToTheWidthsThatLabelsAndTitlesHaveRoomFor) {
 }
 
 // One row of all bitmaps, as the atlas holds them, fits the smallest texture limit worth running on.
-TEST_F(Font, FitsAnAtlasOfOneRow) {
+TEST_F(FontFile, FitsAnAtlasOfOneRow) {
   int width = 0;
   for (unsigned char code = kFirst; code <= kLast + 1; ++code) width += Load(code).width;
   EXPECT_LE(width, 4096);
 }
 
-TEST_F(Font, TellsLookAlikesApart) {
+TEST_F(FontFile, TellsLookAlikesApart) {
   for (const std::string group : {"Il1|!i", "O0Q", "S5s", "Z2z", "B8", "6G", "9g", "uv", ".,", ":;"}) {
     for (size_t i = 0; i < group.size(); ++i) {
       for (size_t j = i + 1; j < group.size(); ++j) {
@@ -134,7 +134,7 @@ TEST_F(Font, TellsLookAlikesApart) {
   EXPECT_GE(Load('O').width, Load('0').width + 8);
 }
 
-TEST_F(Font, LettersShareHeightsAndWeight) {
+TEST_F(FontFile, LettersShareHeightsAndWeight) {
   const auto expectTop = [this](const std::string& letters, int top) {
     for (const char c : letters) EXPECT_NEAR(Load(static_cast<unsigned char>(c)).top, top, 1) << c;
   };
@@ -153,14 +153,14 @@ TEST_F(Font, LettersShareHeightsAndWeight) {
 }
 
 // FreeType hints a font by guess unless its tables keep it from it; guessed stems would make the weight uneven.
-TEST_F(Font, IsShownAsDrawn) {
+TEST_F(FontFile, IsShownAsDrawn) {
   for (const unsigned char code : std::string("Hamburg8&@")) {
     EXPECT_EQ(Load(code).alpha, Load(code, FT_LOAD_RENDER | FT_LOAD_NO_HINTING).alpha) << code;
   }
 }
 
 // Rasterisers fill by the winding number: contours that overlap or run the wrong way show as holes or blots.
-TEST_F(Font, OutlinesRunTheRightWay) {
+TEST_F(FontFile, OutlinesRunTheRightWay) {
   for (unsigned char code = kFirst + 1; code <= kLast; ++code) {
     ASSERT_EQ(FT_Load_Char(face_, code, FT_LOAD_NO_HINTING), 0);
     EXPECT_EQ(FT_Outline_Get_Orientation(&face_->glyph->outline), FT_ORIENTATION_TRUETYPE) << code;

@@ -54,7 +54,8 @@ std::string ReadShipped(const std::string& name) {
 // The wall object that the tests damage needs these.
 void MakePictures(TestWorld& world) {
   std::filesystem::create_directory("Texture");
-  for (const char* picture : {"chainfront.png", "chainside.png", "whitebuoy.png", "anchor.png", "shell1.png"})
+  for (const char* picture :
+       {"chainfront.png", "chainside.png", "whitebuoy.png", "anchor.png", "shell1.png", "Bubble.png"})
     world.WriteFile(std::string("Texture/") + picture, "picture");
 }
 
@@ -108,6 +109,36 @@ TEST(Lint, TheKeyTableIsWhatTheGameWrites) {
     writer.OpenInMemory(6);
     object.AddComponent(name)->Serialize(writer);
     EXPECT_EQ(FaultsOf(writer.TakeText(), *FindComponentSchema(name)), "") << name;
+  }
+}
+
+// An emitter's picture is nobody else's to load, and its eight vectors are lines of three equal keys.
+TEST(Lint, ChecksEmitters) {
+  const struct {
+    const char* from;
+    const char* to;
+    const char* rule;
+  } cases[] = {
+      {"textureName: Bubble.png", "textureName: nothing.png", "missing-picture"},
+      {"textureName: Bubble.png", "textureName: ", "no-picture"},
+      {"textureName: Bubble.png", "textureName: shell1.png", "not-preloaded: note"},
+      {"particleCount: 24", "particleCount: 2000000000", "particle-count"},
+      {"\t\t\t\ty: -1\n", "", "missing-or-shifted"},
+      {"spawnIntervalMax: 0.4\n", "spawnIntervalMax: 0.4\n\t\t\t\tx: 0\n", "missing-or-shifted"},
+  };
+  TestWorld world;
+  MakePictures(world);
+  const std::string good = ReadShipped("bubblegens");
+  int result = 0;
+  world.WriteFile("stage", good);
+  EXPECT_EQ(Lint("stage", result), "");
+  for (const auto& damage : cases) {
+    std::string text = good;
+    Replace(text, damage.from, damage.to);
+    world.WriteFile("stage", text);
+    const std::string report = Lint("stage", result);
+    EXPECT_EQ(Count(report, "stage:"), 1) << report;
+    EXPECT_NE(report.find(std::string(": ") + damage.rule + ": "), std::string::npos) << damage.to << "\n" << report;
   }
 }
 

@@ -37,6 +37,38 @@ constexpr FieldSchema kSphere[] = {{"size", kFloat},          {"type", kInt},
 constexpr FieldSchema kBox[] = {{"size", kFloat},          {"type", kInt}, {"restitution", kFloat}, {"ghost", kBool},
                                 {"collision group", kInt}, {"", kVec3}};
 
+constexpr FieldSchema kEmitter[] = {{"textureName", kString}, {"particleCount", kInt}};
+constexpr FieldSchema kBasicEmitter[] = {{"textureName", kString},
+                                         {"particleCount", kInt},
+                                         {"minLifespan", kFloat},
+                                         {"maxLifeSpan", kFloat},
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},  // where they start: from
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},  // and to
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},  // velocity
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},  // acceleration
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},  // scale
+                                         {"x", kFloat},
+                                         {"y", kFloat},
+                                         {"z", kFloat},
+                                         {"spawnIntervalMin", kFloat},
+                                         {"spawnIntervalMax", kFloat}};
+constexpr FieldSchema kFishAnimator[] = {{"NumberOfAnimationFrames", kInt}};
 constexpr FieldSchema kForceCurrency[] = {
     {"Team", kInt}, {"Max", kInt}, {"ResetSpeed", kFloat}, {"ChargeRules", kBool}};
 constexpr FieldSchema kGravity[] = {{"My ID", kInt}, {"", kVec3}};
@@ -45,6 +77,8 @@ constexpr FieldSchema kSpring[] = {{"My ID", kInt},          {"spring constant",
 constexpr FieldSchema kController[] = {
     {"ScoreID", kString}, {"CurrencyID", kString}, {"AutoPlay", kBool}, {"Controller", kInt}, {"Charge", kBool}};
 constexpr FieldSchema kPrison[] = {{"", kVec3}, {"", kVec3}};
+constexpr FieldSchema kRainbowFish[] = {{"startingframe", kInt}};
+constexpr FieldSchema kShadowGrowth[] = {{"ScaleFactor", kFloat}};
 constexpr FieldSchema kWobbly[] = {{"My ID", kInt},
                                    {"forwardPower", kFloat},
                                    {"_sidewaysPower", kFloat},
@@ -58,15 +92,25 @@ constexpr std::array<BlockSchema, 6> kComponents = {{{"Transform", kTransform},
                                                      {"Sprite", kSprite},
                                                      {"SphereCollider", kSphere},
                                                      {"BoxCollider", kBox}}};
-constexpr std::array<BlockSchema, 10> kScripts = {{{"CameraCenterer", {}},
+constexpr std::array<BlockSchema, 20> kScripts = {{{"bpe", kBasicEmitter},
+                                                   {"CameraCenterer", {}},
+                                                   {"color-changer", {}},
+                                                   {"fishanimator", kFishAnimator},
                                                    {"ForceCurrency", kForceCurrency},
                                                    {"gravity", kGravity},
                                                    {"spring", kSpring},
+                                                   {"class LerpVecAnimator", {}},
+                                                   {"class LerpSizeAnimator", {}},
+                                                   {"class LerpOpacityAnimator", {}},
+                                                   {"particleemitter", kEmitter},
                                                    {"patricidal", {}},
                                                    {"CharacterController", kController},
                                                    {"PrisonScript", kPrison},
+                                                   {"rainbowfish", kRainbowFish},
                                                    {"VelocityCap", {}},
                                                    {"InsertName", {}},
+                                                   {"ShadowGrowth", kShadowGrowth},
+                                                   {"SquidAnimator", {}},
                                                    {"wobblypuller", kWobbly}}};
 
 template <std::size_t N>

@@ -10,8 +10,10 @@
 #include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
+#include "graphics/particle_emitter.h"
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
+#include "graphics/sprite_text.h"
 #include "physics/rigid_body.h"
 
 namespace {
@@ -51,6 +53,20 @@ void AddAsText(Hash& hash, Component* component) {
   hash.Add(text.TakeText());
 }
 
+// Files do not hold texts, so there is no block to take.
+void AddText(Hash& hash, const SpriteText& text) {
+  hash.AddValue(text.visible);
+  hash.AddValue(text.shape);
+  for (const float f : {text.r, text.g, text.b, text.a, text.fontSize}) hash.AddValue(f);
+  hash.AddValue(text.offset);
+  hash.Add(text.text);
+  hash.Add(text.fontName);
+}
+
+void AddParticles(Hash& hash, const ParticleEmitter& emitter) {
+  for (const Particle& particle : emitter.GetPool()) hash.AddValue(particle);
+}
+
 void AddObject(Hash& hash, const GameObject& object) {
   hash.Add(object.name);
   hash.AddValue(object.alive);
@@ -62,6 +78,7 @@ void AddObject(Hash& hash, const GameObject& object) {
   if (const auto* body = object.Get<GalePhysics::RigidBody>()) AddBody(hash, *body);
   for (const Kind kind : {Kind::kSprite, Kind::kSphereCollider, Kind::kBoxCollider, Kind::kScriptBox})
     AddAsText(hash, object.GetComponent(kind));
+  if (const auto* text = object.Get<SpriteText>()) AddText(hash, *text);
 }
 
 }  // namespace
@@ -69,6 +86,7 @@ void AddObject(Hash& hash, const GameObject& object) {
 std::uint64_t StateDigest() {
   Hash hash;
   for (const auto& object : Objects().GetObjects()) AddObject(hash, *object);
+  for (const ParticleEmitter* emitter : ParticleEmitters()) AddParticles(hash, *emitter);
   const GameTime& time = Time();
   for (const float f : {time.frameStep, time.physicsStep, time.elapsedTime, GetRenderer().GetWaveTime()})
     hash.AddValue(f);

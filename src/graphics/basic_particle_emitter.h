@@ -1,0 +1,38 @@
+// Lays particles around its object at intervals, each with a life, a size, a velocity and an acceleration of its own,
+// drawn evenly from the ranges below. Where both ends of a range are equal no random number is drawn.
+#pragma once
+
+#include "graphics/particle_emitter.h"
+
+class BasicParticleEmitter final : public ParticleEmitter {
+ public:
+  /// At most one new particle, then motion, then the pool ages. When every slot is taken, slot 0 is overwritten.
+  void Update(float step) override;
+  void Serialize(Serializer& writer) const override;
+  void Deserialize(Serializer& reader) override;
+  const char* GetName() const override { return "bpe"; }
+
+  std::array<float, 3> colour = {1.0f, 1.0f, 1.0f};  ///< 0 to 1; not kept in files
+  Vec3 startingPositionMin = {-5.0f, -5.0f, 0.0f};   ///< world units from the object
+  Vec3 startingPositionMax = {5.0f, 5.0f, 0.0f};
+  Vec3 minVelocity = {-10.0f, 0.0f, 0.0f};  ///< units per second
+  Vec3 maxVelocity = {10.0f, 0.0f, 0.0f};
+  Vec3 minAcceleration = {0.0f, -10.0f, 0.0f};  ///< units per second squared
+  Vec3 maxAcceleration = {0.0f, -10.0f, 0.0f};
+  Vec3 minScale = {1.0f, 1.0f, 0.0f};  ///< only x is used, for both sides
+  Vec3 maxScale = {1.0f, 1.0f, 0.0f};
+  float spawnIntervalMin = 0.1f;  ///< seconds; a new particle an update at most
+  float spawnIntervalMax = 0.1f;
+  float minLifespan = 5.0f;  ///< seconds
+  float maxLifeSpan = 5.0f;
+
+ private:
+  void Resize(int size) override;
+  std::size_t TakeSlot();
+  void Spawn();
+  void Move(float step);
+
+  std::vector<Vec3> velocities_;     // by slot
+  std::vector<Vec3> accelerations_;  // by slot
+  float spawnTimer_ = 0.1f;          // seconds to the next particle
+};

@@ -1,0 +1,159 @@
+#include "graphics/font.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "core/print.h"
+
+namespace {
+
+constexpr char kFolder[] = "Texture/Fonts/";
+constexpr FT_ULong kFirstCode = 32;
+constexpr FT_ULong kLastCode = 127;
+// A damaged font can ask for a bitmap of any size; a sound glyph is about as large as the font.
+constexpr FT_Pos kMaxGlyphSide = 8 * Font::kPixels;
+constexpr int kFixedPoint = 6;  // FreeType's 26.6 numbers
+// Empty pixels around every bitmap: filtering reaches half a pixel past its edge, where the neighbour would show.
+constexpr int kMargin = 1;
+
+bool IsInProportion(const FT_GlyphSlotRec& slot) {
+  const auto isSmall = [](FT_Pos fixed) { return std::abs(fixed >> kFixedPoint) <= kMaxGlyphSide; };
+  return isSmall(slot.metrics.width) && isSmall(slot.metrics.height) && isSmall(slot.advance.x) &&
+         isSmall(slot.advance.y);
+}
+
+// Rasterises one glyph into the face's slot; null when the font has none or it is out of all proportion.
+const FT_GlyphSlotRec* Rasterise(FT_Face face, FT_ULong code) {
+  if (face == nullptr || FT_Load_Char(face, code, FT_LOAD_DEFAULT) != 0) return nullptr;
+  FT_GlyphSlot slot = face->glyph;
+  if (!IsInProportion(*slot) || FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0) return nullptr;
+  const bool gray = slot->bitmap.pixel_mode == FT_PIXEL_MODE_GRAY && slot->bitmap.pitch >= 0;
+  return gray || slot->bitmap.rows == 0 ? slot : nullptr;
+}
+
+// Sides of a bitmap in the atlas, with its margin; 0 for a glyph without ink.
+int WidthOf(const FT_Bitmap& bitmap) { return bitmap.width == 0 ? 0 : static_cast<int>(bitmap.width) + 2 * kMargin; }
+int RowsOf(const FT_Bitmap& bitmap) { return bitmap.rows == 0 ? 0 : static_cast<int>(bitmap.rows) + 2 * kMargin; }
+
+void MeasureAtlas(Font& font) {
+  for (FT_ULong code = kFirstCode; code <= kLastCode; ++code) {
+    if (const FT_GlyphSlotRec* slot = Rasterise(font.face, code)) {
+      font.atlasWidth += WidthOf(slot->bitmap);
+      font.atlasHeight = std::max(font.atlasHeight, RowsOf(slot->bitmap));
+    } else {
+      Print("Error loading %c\n", static_cast<char>(code));
+    }
+  }
+}
+
+bool AtlasFits(const Font& font, const std::string& name) {
+  const int limit = gl::HasContext() ? gl::MaxTextureSize() : std::max(font.atlasWidth, font.atlasHeight);
+  if (font.atlasWidth <= limit && font.atlasHeight <= limit) return true;
+  Print("%s: its glyphs take %d x %d pixels, the graphics driver allows %d\n", name.c_str(), font.atlasWidth,
+        font.atlasHeight, limit);
+  return false;
+}
+
+// Glyphs stand side by side in an atlas that starts empty.
+void FillAtlas(Font& font) {
+  font.atlasTexture = gl::GenTexture();
+  gl::BindTexture(font.atlasTexture);
+  const std::vector<unsigned char> empty(static_cast<std::size_t>(font.atlasWidth) *
+                                         static_cast<std::size_t>(font.atlasHeight));
+  gl::TexImageAlpha(font.atlasWidth, font.atlasHeight, empty.data());
+  gl::SetSmoothClamped();
+  int penX = 0;
+  for (FT_ULong code = kFirstCode; code <= kLastCode; ++code) {
+    const FT_GlyphSlotRec* slot = Rasterise(font.face, code);
+    if (slot == nullptr) continue;
+    const FT_Bitmap& bitmap = slot->bitmap;
+    Glyph& glyph = font.glyphs[code];
+    glyph.advanceX = static_cast<float>(slot->advance.x >> kFixedPoint);
+    glyph.advanceY = static_cast<float>(slot->advance.y >> kFixedPoint);
+    if (WidthOf(bitmap) == 0 || RowsOf(bitmap) == 0) continue;
+    glyph.width = static_cast<float>(WidthOf(bitmap));
+    glyph.rows = static_cast<float>(RowsOf(bitmap));
+    glyph.left = static_cast<float>(slot->bitmap_left - kMargin);
+    glyph.top = static_cast<float>(slot->bitmap_top + kMargin);
+    glyph.atlasU = static_cast<float>(penX) / static_cast<float>(font.atlasWidth);
+    gl::AlphaSubImage(penX + kMargin, kMargin, static_cast<int>(bitmap.width), static_cast<int>(bitmap.rows),
+                      bitmap.pitch, bitmap.buffer);
+    penX += WidthOf(bitmap);
+  }
+  gl::BindTexture(0);
+}
+
+void BuildVertexArray(Font& font) {
+  font.vertexArray = gl::GenVertexArray();
+  font.vertexBuffer = gl::GenBuffer();
+  gl::BindVertexArray(font.vertexArray);
+  gl::BindArrayBuffer(font.vertexBuffer);
+  gl::FloatAttribute(0, 3, sizeof(TextVertex), offsetof(TextVertex, x));
+  gl::FloatAttribute(1, 2, sizeof(TextVertex), offsetof(TextVertex, u));
+  gl::BindVertexArray(0);
+}
+
+void AddRectangle(float left, float top, const Glyph& glyph, const Font& font, std::vector<TextVertex>& vertices) {
+  const float right = left + glyph.width;
+  const float bottom = top - glyph.rows;
+  const float uRight = glyph.atlasU + glyph.width / static_cast<float>(font.atlasWidth);
+  const float vBottom = glyph.rows / static_cast<float>(font.atlasHeight);
+  const TextVertex topLeft = {left, top, 0.0f, glyph.atlasU, 0.0f};
+  const TextVertex bottomRight = {right, bottom, 0.0f, uRight, vBottom};
+  vertices.insert(vertices.end(), {topLeft,
+                                   {left, bottom, 0.0f, glyph.atlasU, vBottom},
+                                   bottomRight,
+                                   topLeft,
+                                   bottomRight,
+                                   {right, top, 0.0f, uRight, 0.0f}});
+}
+
+}  // namespace
+
+Font LoadFontFile(FT_Library library, const std::string& name) {
+  Font font;
+  if (FT_New_Face(library, (kFolder + name).c_str(), 0, &font.face) != 0) {
+    font.face = nullptr;
+    Print("Error trying to load a new font.\n");
+  }
+  if (font.face != nullptr) FT_Set_Pixel_Sizes(font.face, 0, Font::kPixels);
+  MeasureAtlas(font);
+  if (!AtlasFits(font, name)) {
+    FreeFont(font);
+    return font;
+  }
+  FillAtlas(font);
+  BuildVertexArray(font);
+  return font;
+}
+
+void FreeFont(Font& font) {
+  if (font.vertexArray != 0) gl::DeleteVertexArray(font.vertexArray);
+  if (font.vertexBuffer != 0) gl::DeleteBuffer(font.vertexBuffer);
+  if (font.atlasTexture != 0) gl::DeleteTexture(font.atlasTexture);
+  if (font.face != nullptr) FT_Done_Face(font.face);
+  font = {};
+}
+
+void LayOutText(const Font& font, std::string_view text, std::vector<TextVertex>& vertices) {
+  vertices.clear();
+  int penX = 0;
+  int penY = 0;
+  vertices.reserve(6 * std::min(text.size(), kMaxTextBytes));
+  for (const char byte : text.substr(0, kMaxTextBytes)) {
+    const auto code = static_cast<unsigned char>(byte);
+    if (code >= font.glyphs.size()) continue;
+    const Glyph& glyph = font.glyphs[code];
+    const float left = static_cast<float>(penX) + glyph.left;
+    const float top = static_cast<float>(penY) + glyph.top;
+    penX += static_cast<int>(glyph.advanceX);
+    penY += static_cast<int>(glyph.advanceY);
+    if (glyph.width > 0.0f && glyph.rows > 0.0f) AddRectangle(left, top, glyph, font, vertices);
+  }
+  const float middleX = static_cast<float>(penX) / 2.0f;
+  const float middleY = static_cast<float>(penY) / 2.0f;
+  for (TextVertex& vertex : vertices) {
+    vertex.x -= middleX;
+    vertex.y -= middleY;
+  }
+}

@@ -1,0 +1,52 @@
+// A TrueType font, rasterised once into one row of glyphs, and how a text of it is laid out. Fonts belong to the
+// renderer. Without a GL context a font has its measures and no atlas.
+#pragma once
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "graphics/gl.h"
+
+/// In pixels at the size of rasterising; one that is not in the font is all zeros.
+struct Glyph {
+  float advanceX = 0.0f;
+  float advanceY = 0.0f;
+  float width = 0.0f;  ///< of the bitmap, with an empty margin
+  float rows = 0.0f;
+  float left = 0.0f;    ///< from the pen to the bitmap
+  float top = 0.0f;     ///< from the baseline up to the bitmap's first row
+  float atlasU = 0.0f;  ///< left edge in the atlas, as a fraction of its width
+};
+
+struct Font {
+  static constexpr int kPixels = 96;  ///< height at which glyphs are rasterised
+
+  FT_Face face = nullptr;
+  std::array<Glyph, 128> glyphs{};  ///< by character code
+  GLuint atlasTexture = 0;          ///< alpha only, first row at v = 0
+  GLuint vertexBuffer = 0;          ///< filled anew by every text drawn
+  GLuint vertexArray = 0;
+  int atlasHeight = 0;  ///< pixels
+  int atlasWidth = 0;
+};
+
+/// Position in pixels of the text, and place in the atlas.
+struct TextVertex {
+  float x, y, z, u, v;
+};
+
+/// Rasterises the codes 32 to 127 of a font in Texture/Fonts/. What fails is printed; a missing file gives a font
+/// without glyphs, and so does an atlas larger than the context takes.
+Font LoadFontFile(FT_Library library, const std::string& name);
+/// Frees what the font holds and empties it.
+void FreeFont(Font& font);
+
+/// The rectangles of a line of text as triangles, in the units of the glyphs: the baseline at y 0, the line centred on
+/// x 0. Bytes without a glyph are skipped; at most kMaxTextBytes are laid out. Replaces what `vertices` holds.
+void LayOutText(const Font& font, std::string_view text, std::vector<TextVertex>& vertices);
+inline constexpr std::size_t kMaxTextBytes = 4096;

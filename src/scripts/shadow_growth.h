@@ -1,0 +1,18 @@
+// A shadow that grows and darkens under something about to land.
+#pragma once
+
+#include "core/script.h"
+
+class ShadowGrowth final : public Script {
+ public:
+  /// Starts at nothing, whatever size the file gives the owner.
+  void Initialize() override;
+  /// Grows until both sides are larger than 1, so one that shrinks never stops.
+  void Update(float step) override;
+  void Serialize(Serializer& writer) const override;
+  void Deserialize(Serializer& reader) override;
+  const char* GetName() const override { return "ShadowGrowth"; }
+
+ private:
+  float scaleFactor_ = 1.0f / 15.0f;  // world units an update
+};

@@ -1,0 +1,132 @@
+// What is drawn, in a real GL context, and that it does not matter to the match whether there is one.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+
+#include "core/pause.h"
+#include "core/random.h"
+#include "core/script_box.h"
+#include "core/transform.h"
+#include "frame.h"
+#include "game_events.h"
+#include "graphics/background.h"
+#include "graphics/basic_particle_emitter.h"
+#include "graphics/sprite.h"
+#include "graphics/sprite_text.h"
+#include "offscreen_scene.h"
+#include "test_world.h"
+#include "tools/simulate/digest.h"
+
+namespace {
+
+struct RunResult {
+  std::uint64_t digest = 0;
+  int particles = 0;
+  bool drew = false;
+};
+
+RunResult RunBubbles(bool withContext) {
+  TestWorld world;
+  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+  std::unique_ptr<OffscreenContext> context;
+  ScriptedPlatform platform;
+  if (withContext)
+    context = std::make_unique<OffscreenContext>();
+  else
+    SetPlatform(platform);
+  SeedRandom(10);
+  GetRenderer().StartRipple({});
+  Objects().LoadLevel("bubblegens");
+  GameEvents events;
+  Frame frame(events);
+  for (int i = 0; i < 600; ++i) frame.Run();
+  RunResult result{StateDigest(), 0, gl::HasContext()};
+  for (const ParticleEmitter* emitter : ParticleEmitters()) result.particles += emitter->CountLive();
+  context.reset();
+  static ScriptedPlatform nothing;
+  SetPlatform(nothing);
+  return result;
+}
+
+BasicParticleEmitter& AddBubble(GameObject& object) {
+  auto& box = object.Insert(std::make_unique<ScriptBox>());
+  auto& emitter = static_cast<BasicParticleEmitter&>(box.AddScript(std::make_unique<BasicParticleEmitter>()));
+  for (Vec3* v : {&emitter.startingPositionMin, &emitter.startingPositionMax, &emitter.minVelocity,
+                  &emitter.maxVelocity, &emitter.minAcceleration, &emitter.maxAcceleration})
+    *v = {};
+  emitter.minScale.x = emitter.maxScale.x = 8.0f;
+  emitter.textureName = "BlueBox.png";
+  emitter.colour = {1.0f, 0.0f, 0.0f};
+  return emitter;
+}
+
+}  // namespace
+
+TEST(Drawing, AMatchIsTheSameWithAndWithoutAContext) {
+  const RunResult seen = RunBubbles(true);
+  const RunResult unseen = RunBubbles(false);
+  ASSERT_TRUE(seen.drew);
+  EXPECT_FALSE(unseen.drew);
+  EXPECT_GT(seen.particles, 20);
+  EXPECT_EQ(seen.particles, unseen.particles);
+  EXPECT_EQ(seen.digest, unseen.digest);
+}
+
+// Particles cover the background, a sprite covers particles, a text covers both unless the game is paused.
+TEST(Drawing, LayersCoverEachOtherInTheirOrder) {
+  TestWorld world;
+  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+  OffscreenContext context;
+  ASSERT_TRUE(context.IsUsable());
+  Renderer& renderer = GetRenderer();
+  for (const char* picture : {"background.png", "BlueBox.png"}) renderer.LoadTexture(picture);
+  renderer.LoadFont("OctoBubble.ttf");
+  SetBackgroundPicture("background.png");
+  GameEvents events;
+  Frame frame(events);
+  const auto colourAfter = [&](int frames) {
+    for (int i = 0; i < frames; ++i) frame.Run();
+    return context.ColourAt(0.5f, 0.5f);
+  };
+  using Colour = std::array<int, 3>;
+  const Colour sea = colourAfter(1);
+  EXPECT_GT(sea[2], sea[0]);
+  GameObject& bubble = world.Add("bubble");
+  AddBubble(bubble);
+  const Colour particle = colourAfter(20);
+  EXPECT_GT(particle[0], 150);
+  EXPECT_LT(particle[2], 40);
+
+  GameObject& box = world.Add("box", {0.0f, 0.0f, -1.0f});  // lower than the particles, which does not count
+  Sprite& sprite = box.Insert(std::make_unique<Sprite>());
+  sprite.texturePath = "BlueBox.png";
+  sprite.r = 0.0f;
+  sprite.g = 1.0f;
+  sprite.b = 0.0f;
+  box.GetTransform().graphicsScale = {3.0f, 3.0f, 0.0f};
+  const Colour covered = colourAfter(1);
+  EXPECT_LT(covered[0], 40);
+  EXPECT_GT(covered[1], 150);
+  sprite.visible = false;
+  EXPECT_EQ(colourAfter(1), particle);
+  sprite.visible = true;
+
+  GameObject& label = world.Add("label", {0.0f, -1.4f, 0.0f});
+  SpriteText& text = label.Insert(std::make_unique<SpriteText>());
+  text.SetText("I\xf0");  // a bar through the middle
+  text.b = 1.0f;
+  text.SetScale({0.1f, 0.03f, 1.0f});
+  const Colour written = colourAfter(1);
+  EXPECT_GT(written[2], 200);
+  EXPECT_LT(written[1], 40);
+  RequestPause("test");
+  EXPECT_EQ(colourAfter(1), covered);
+  ReleasePause("test");
+  EXPECT_EQ(colourAfter(1), written);
+  bubble.alive = false;  // its buffers go, and what is bound with them
+  sprite.visible = false;
+  text.visible = false;
+  EXPECT_EQ(colourAfter(2), sea);
+  SetBackgroundPicture("");
+}

@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/random.h"
+#include "graphics/renderer.h"
+#include "test_world.h"
+
+namespace {
+
+const std::string kFont = "OctoBubble.ttf";
+
+// Two letters and a space, every measure a different number.
+Font LetterFont() {
+  Font font;
+  font.glyphs['A'] = {.advanceX = 20, .width = 16, .rows = 30, .left = 2, .top = 28, .atlasU = 0.0f};
+  font.glyphs['B'] = {.advanceX = 31, .width = 24, .rows = 40, .left = 3, .top = 35, .atlasU = 0.4f};
+  font.glyphs[' '] = {.advanceX = 10};
+  font.atlasWidth = 40;
+  font.atlasHeight = 40;
+  return font;
+}
+
+std::vector<TextVertex> LayOut(const Font& font, std::string_view text) {
+  std::vector<TextVertex> vertices(3);  // what was there before goes
+  LayOutText(font, text, vertices);
+  return vertices;
+}
+
+// The built font in a folder of the test's own, cut to so many bytes.
+void PutFont(TestWorld& world, std::size_t bytes) {
+  std::filesystem::create_directories("Texture/Fonts");
+  const std::string whole = world.ReadFile(BRINEWHIRL_BUILD_DIR "/Texture/Fonts/" + kFont);
+  ASSERT_FALSE(whole.empty());
+  world.WriteFile("Texture/Fonts/" + kFont, whole.substr(0, bytes));
+}
+
+class RendererScope {
+ public:
+  RendererScope() { GetRenderer().Init(); }
+  RendererScope(const RendererScope&) = delete;
+  RendererScope& operator=(const RendererScope&) = delete;
+  ~RendererScope() { GetRenderer().Shutdown(); }
+};
+
+}  // namespace
+
+TEST(LayOutText, CentresTheLineAndHangsGlyphsFromTheirTops) {
+  const auto vertices = LayOut(LetterFont(), "AB");
+  ASSERT_EQ(vertices.size(), 12u);
+  const auto [left, right] =
+      std::minmax_element(vertices.begin(), vertices.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+  EXPECT_FLOAT_EQ(left->x, 2.0f - 25.5f);  // half of 20 + 31, not rounded
+  EXPECT_FLOAT_EQ(right->x, 20.0f + 3.0f + 24.0f - 25.5f);
+  const TextVertex& first = vertices[6];  // upper left of the B
+  EXPECT_FLOAT_EQ(first.y, 35.0f);
+  EXPECT_FLOAT_EQ(first.u, 0.4f);
+  EXPECT_FLOAT_EQ(first.v, 0.0f);
+  const TextVertex& last = vertices[8];  // lower right
+  EXPECT_FLOAT_EQ(last.y, -5.0f);
+  EXPECT_FLOAT_EQ(last.u, 0.4f + 24.0f / 40.0f);
+  EXPECT_FLOAT_EQ(last.v, 1.0f);
+}
+
+// Bytes above 127 are negative in a char and no index; control characters have no width; nothing has no end.
+TEST(LayOutText, SkipsWhatHasNoGlyph) {
+  const Font font = LetterFont();
+  EXPECT_TRUE(LayOut(font, "").empty());
+  EXPECT_TRUE(LayOut(font, "  ").empty());
+  EXPECT_FLOAT_EQ(LayOut(font, "A ")[0].x, 2.0f - 15.0f);
+  EXPECT_EQ(LayOut(font, "A\xff\x80\xc3\x01\n").size(), 6u);
+  EXPECT_EQ(LayOut(font, std::string(100000, 'A')).size(), 6u * kMaxTextBytes);
+  EXPECT_TRUE(LayOut(Font{}, "AB").empty());
+}
+
+TEST(Font, TheBuiltOneHasEveryCharacterAndKeepsLabelsInsideTheView) {
+  TestWorld world;
+  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+  const RendererScope scope;
+  world.ClearText();
+  GetRenderer().LoadFont(kFont);
+  EXPECT_EQ(world.text(), "");
+  const Font& font = GetRenderer().GetFont(kFont);
+  float widths = 0.0f;
+  for (int code = 33; code < 127; ++code) {
+    const Glyph& glyph = font.glyphs[static_cast<std::size_t>(code)];
+    EXPECT_GT(glyph.width, 0.0f) << code;
+    EXPECT_LT(glyph.atlasU, 1.0f) << code;
+    if (code >= '0' && code <= '9') {
+      EXPECT_EQ(glyph.advanceX, font.glyphs['0'].advanceX) << code;
+    }
+    widths += glyph.width;
+  }
+  EXPECT_GE(static_cast<float>(font.atlasWidth), widths);
+  const auto reach = [&](std::string_view text, float scale) {
+    float right = 0.0f;
+    for (const TextVertex& vertex : LayOut(font, text)) right = std::max(right, vertex.x * scale);
+    return right;
+  };
+  constexpr float kViewRight = 19.5f;  // world units at depth 0
+  EXPECT_LT(16.0f + reach("Yellow Score: 999", 0.01f * 1.1f), kViewRight);
+  EXPECT_LT(reach("Knock the barnacles off the whale!", 0.03f), kViewRight);
+}
+
+// A cut or damaged file gives messages and a font with fewer glyphs or none, whatever the place of the cut.
+TEST(Font, ASpoiledFileIsToldAndHarmless) {
+  TestWorld world;
+  const RendererScope scope;
+  world.ClearText();
+  GetRenderer().LoadFont(kFont);
+  EXPECT_EQ(world.text().rfind("Error trying to load a new font.\nError loading  \nError loading !\n", 0), 0u);
+  EXPECT_EQ(Count(world.text(), "Error loading "), 96);
+  EXPECT_TRUE(LayOut(GetRenderer().GetFont(kFont), "AB").empty());
+  PutFont(world, std::string::npos);
+  const std::string whole = world.ReadFile("Texture/Fonts/" + kFont);
+  for (std::size_t part = 1; part < 16; ++part) {
+    PutFont(world, whole.size() * part / 16);
+    GetRenderer().LoadFont(kFont);
+    LayOut(GetRenderer().GetFont(kFont), "The quick brown fox");
+  }
+  for (int damage = 0; damage < 100; ++damage) {
+    std::string bytes = whole;
+    for (int i = 0; i < 20; ++i) bytes[static_cast<std::size_t>(Random()) % bytes.size()] = static_cast<char>(Random());
+    world.WriteFile("Texture/Fonts/" + kFont, bytes);
+    GetRenderer().LoadFont(kFont);
+    EXPECT_LE(GetRenderer().GetFont(kFont).atlasWidth, 96 * 1024);
+    LayOut(GetRenderer().GetFont(kFont), "The quick brown fox");
+  }
+}
