@@ -232,20 +232,20 @@ endin
 
 ; Side drum: skin and rattling snares. Colour is the snares.
 instr snare
-  p3 = .26
+  p3 = .45
   aRattle Noise p2, p5
   aRattle butterbp aRattle, 3600, 4200
   aRattle butterhp aRattle, 700
-  aTail Ring .001, .1 + .16 * p9
+  aTail Ring .001, .22 + .36 * p9
   aSkin oscili .6, p5, giSine
   aSkin2 oscili .35, p5 * 1.59, giSine
-  aTap Ring .001, .14
-  Send aRattle * aTail * (.35 + .4 * p9) + (aSkin + aSkin2) * aTap * .55, p4, p7, p8
+  aTap Ring .001, .2
+  Send aRattle * aTail * (.8 + .9 * p9) + (aSkin + aSkin2) * aTap * .5, p4, p7, p8
 endin
 
 ; Hat of two brass lids. Colour lets it ring.
 instr hat
-  iRing = .05 + .35 * p9
+  iRing = .09 + .6 * p9
   p3 = iRing + .02
   aHiss Noise p2, p5
   aHiss butterhp aHiss, 6800
@@ -253,7 +253,7 @@ instr hat
   aMetal2 vco2 .3, 4630, 2, .5
   aMetal butterhp aMetal + aMetal2, 6000
   aRing Ring .001, iRing
-  Send (aHiss * .5 + aMetal * .5) * aRing * .5, p4, p7, p8
+  Send (aHiss + aMetal) * aRing * 1.2, p4, p7, p8
 endin
 
 ; Shaker of sand: it swells, then stops. Colour is the grain.
@@ -262,17 +262,17 @@ instr shaker
   aSand Noise p2, p5
   aSand butterbp aSand, 4500 + 4000 * p9, 3500
   aSwing linseg 0, .035, 1, .07, 0, 1, 0
-  Send aSand * aSwing * .55, p4, p7, p8
+  Send aSand * aSwing * 2, p4, p7, p8
 endin
 
 ; Tambourine: skin and jingles.
 instr tambourine
-  p3 = .3
+  p3 = .4
   aHiss Noise p2, p5
   aJingle butterbp aHiss, 8200, 2600
   aJingle2 butterbp aHiss, 5600, 500
-  aRing Ring .002, .12 + .16 * p9
-  Send (aJingle * .7 + aJingle2 * 1.2) * aRing * .5, p4, p7, p8
+  aRing Ring .002, .2 + .25 * p9
+  Send (aJingle * .7 + aJingle2 * 1.2) * aRing * 2, p4, p7, p8
 endin
 
 ; Hands of the crew: four claps that are not quite together.
@@ -283,22 +283,22 @@ instr clap
   aHands2 Noise p2, p5
   aHands2 butterhp aHands2, 1800
   aClaps linseg 0, .001, 1, .009, .12, .001, .9, .009, .12, .001, .8, .011, .15, .001, .9, .04, .25, .12, 0, 1, 0
-  Send (aHands * 1.3 + aHands2 * .12) * aClaps * .65, p4, p7, p8
+  Send (aHands * 1.3 + aHands2 * .2) * aClaps * 1.6, p4, p7, p8
 endin
 
 ; Woodblock: two hollow tones.
 instr woodblock
-  p3 = .12
-  aHigh Ring .001, .09
+  p3 = .16
+  aHigh Ring .001, .14
   aOne oscili .8, p5, giSine
   aTwo oscili .5, p5 * 1.47, giSine
   aThree oscili .25, p5 * 3.1, giSine
-  Send (aOne + aTwo + aThree) * aHigh * .6, p4, p7, p8
+  Send (aOne + aTwo + aThree) * aHigh, p4, p7, p8
 endin
 
 ; Hand drum or tom: colour from palm to fingertip.
 instr handdrum
-  iRing = .16 + .3 * (1 - p9)
+  iRing = .3 + .4 * (1 - p9)
   p3 = iRing + .02
   kFall expseg 1.22, .04, 1.02, .3, 1
   aSkin oscili 1, p5 * kFall, giSine
@@ -331,7 +331,7 @@ instr cymbal
   aHiss butterhp aHiss, 4200
   aLow butterbp aHiss, 5200, 1600
   aRing linseg 0, .004, 1, iRing * .15, .4, iRing * .8, 0, 1, 0
-  Send (aHiss * .5 + aLow * .4) * aRing * aRing * .5, p4, p7, p8
+  Send (aHiss * .5 + aLow * .4) * aRing * aRing * 1.4, p4, p7, p8
 endin
 
 ;--- what effects are made of ----------------------------------------------------------------------------------------------

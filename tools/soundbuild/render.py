@@ -7,7 +7,7 @@ import tempfile
 from pathlib import Path
 
 RATE = 48000  # Hz, as in the orchestra
-LOOP_LEAD = 0.012  # s; a loop's first beat comes this late, so that its seam lies in what rings on, not in an attack
+LOOP_LEAD = 0.02  # s; a loop's first beat comes this late, so that its seam lies in what rings on, not in an attack
 LOOP_TAIL = 4.0  # s, rendered after the end and folded over the start
 EFFECT_TAIL = 2.5  # s, rendered after the last sound and trimmed
 SILENCE = 10 ** (-66 / 20)
