@@ -1,0 +1,92 @@
+"""Measures of a decoded sound. Samples are an array (channels, frames) of floats, 1.0 being full scale; needs numpy."""
+
+import subprocess
+
+import numpy as np
+
+RATE = 48000
+
+
+def decode(path, channels):
+    """The samples of an Ogg file as a player hears them (16 bits)."""
+    command = ["oggdec", "-Q", "-R", "-b", "16", "-o", "-", path]
+    raw = subprocess.run(command, capture_output=True, check=True).stdout
+    return np.frombuffer(raw, "<i2").reshape(-1, channels).T.astype(np.float64) / 32768
+
+
+def decibels(value):
+    return 20 * np.log10(max(value, 1e-9))
+
+
+def _k_weighting(hertz):
+    """Response of the two filters of ITU-R BS.1770-4, annex 1, whose coefficients are given for 48 kHz."""
+    z = np.exp(-2j * np.pi * hertz / RATE)
+    shelf = (1.53512485958697 - 2.69169618940638 * z + 1.19839281085285 * z**2) / (
+        1 - 1.69065929318241 * z + 0.73248077421585 * z**2
+    )
+    high_pass = (1 - 2 * z + z**2) / (1 - 1.99004745483398 * z + 0.99007225036621 * z**2)
+    return shelf * high_pass
+
+
+def _padded(samples, extra):
+    size = 1 << int(samples.shape[1] + extra - 1).bit_length()
+    return np.pad(samples, ((0, 0), (0, size - samples.shape[1])))
+
+
+def _momentary_powers(samples):
+    """Mean square of the K-weighted sound in windows of 0.4 s that start every 0.1 s."""
+    frames = max(samples.shape[1], int(0.4 * RATE))
+    spectrum = np.fft.rfft(_padded(samples, RATE))
+    weighted = np.fft.irfft(spectrum * _k_weighting(np.fft.rfftfreq(_padded(samples, RATE).shape[1], 1 / RATE)))
+    energy = np.cumsum(np.pad((weighted[:, :frames] ** 2).sum(axis=0), (1, 0)))
+    window = int(0.4 * RATE)
+    starts = np.arange(0, frames - window + 1, RATE // 10)
+    return (energy[starts + window] - energy[starts]) / window
+
+
+def _lufs(power):
+    return -0.691 + 10 * np.log10(max(power, 1e-12))
+
+
+def integrated_loudness(samples):
+    """LUFS with the two gates of BS.1770-4."""
+    powers = _momentary_powers(samples)
+    powers = powers[powers > 10 ** ((-70 + 0.691) / 10)]
+    if not len(powers):
+        return -70.0
+    return _lufs(powers[powers > powers.mean() / 10].mean())
+
+
+def loudest_moment(samples):
+    """LUFS of the loudest 0.4 s: what an effect amounts to, however short it is."""
+    return _lufs(_momentary_powers(samples).max())
+
+
+def true_peak(samples):
+    """dBFS of the signal between its samples too: four times oversampled through its spectrum."""
+    padded = _padded(samples, 4096)
+    size = padded.shape[1]
+    spectrum = np.pad(np.fft.rfft(padded), ((0, 0), (0, 3 * size // 2)))
+    return decibels(np.abs(np.fft.irfft(spectrum, 4 * size)).max() * 4)
+
+
+def sounding_rms(samples):
+    """dBFS over the windows of 10 ms that are at most 40 dB below the loudest one."""
+    window = RATE // 100
+    whole = samples[:, : samples.shape[1] // window * window]
+    powers = (whole.reshape(whole.shape[0], -1, window) ** 2).mean(axis=(0, 2))
+    return 10 * np.log10(max(powers[powers > powers.max() * 1e-4].mean(), 1e-12))
+
+
+def loop_step(samples):
+    """The step from the last frame to the first, and the largest between neighbours within 10 ms on both sides."""
+    near = int(0.01 * RATE)
+    joined = np.concatenate([samples[:, -near:], samples[:, :near]], axis=1)
+    steps = np.abs(np.diff(joined, axis=1))
+    return steps[:, near - 1].max(), steps.max()
+
+
+def leading_silence(samples):
+    """Seconds before the sound reaches 40 dB below its own peak."""
+    loud = np.abs(samples).max(axis=0)
+    return np.argmax(loud > loud.max() * 0.01) / RATE

@@ -1,0 +1,88 @@
+"""Renders a score with Csound, closes loops, trims effects and encodes the result."""
+
+import array
+import struct
+import subprocess
+import tempfile
+from pathlib import Path
+
+RATE = 48000  # Hz, as in the orchestra
+LOOP_LEAD = 0.02  # s; a loop's first beat comes this late, so that its seam lies in what rings on, not in an attack
+LOOP_TAIL = 4.0  # s, rendered after the end and folded over the start
+EFFECT_TAIL = 2.5  # s, rendered after the last sound and trimmed
+SILENCE = 10 ** (-66 / 20)
+FADE = 0.005  # s, at the end of an effect
+QUALITY = {"music": 5, "sfx": 6}  # of Ogg Vorbis
+
+
+class RenderError(Exception):
+    pass
+
+
+def render(orchestra, score, kind, target):
+    """Writes `target` (an Ogg file): a stereo loop for music, mono that ends in silence for sfx."""
+    channels = 2 if kind == "music" else 1
+    if kind == "music":
+        frames = round(score.length * RATE)
+        samples = _csound(orchestra, score.csound(LOOP_LEAD, LOOP_TAIL), channels)
+        samples = close_loop(samples, frames * channels)
+    else:
+        samples = _csound(orchestra, score.csound(0.0, EFFECT_TAIL), channels)
+        samples = trim(samples, score.cut)
+    _encode(samples, channels, QUALITY[kind], target)
+
+
+def close_loop(samples, length):
+    """Adds what rings on after `length` to the start: the loop then begins as it goes on when it is repeated."""
+    loop = samples[:length]
+    for index, value in enumerate(samples[length : 2 * length]):
+        loop[index] += value
+    return loop
+
+
+def trim(samples, cut=None):
+    """Ends where the sound has died away (mono), or after `cut` seconds, with a short fade."""
+    end = len(samples)
+    while end > 1 and abs(samples[end - 1]) < SILENCE:
+        end -= 1
+    if cut is not None:
+        end = min(end, round(cut * RATE))
+    kept = samples[:end]
+    fade = min(round(FADE * RATE), end)
+    for index in range(fade):
+        kept[end - 1 - index] *= index / fade
+    return kept
+
+
+def _csound(orchestra, text, channels):
+    with tempfile.TemporaryDirectory() as folder:
+        score, output = Path(folder, "score.sco"), Path(folder, "out.raw")
+        score.write_text(text)
+        _run(
+            ["csound", "-d", "-m0", "-h", "-f", f"--omacro:CHANNELS={channels}", "-o", output, orchestra, score],
+            None,
+        )
+        samples = array.array("f")
+        samples.frombytes(output.read_bytes())
+    return samples
+
+
+def _encode(samples, channels, quality, target):
+    data = samples.tobytes()
+    # a WAVE file of 32-bit floats (format tag 3)
+    layout = struct.pack("<4sIHHIIHH", b"fmt ", 16, 3, channels, RATE, RATE * channels * 4, channels * 4, 32)
+    header = struct.pack("<4sI4s", b"RIFF", 36 + len(data), b"WAVE") + layout + struct.pack("<4sI", b"data", len(data))
+    target.parent.mkdir(parents=True, exist_ok=True)
+    # a fixed serial number: the same sound gives the same bytes
+    _run(["oggenc", "-Q", "-s", "1", "-q", str(quality), "-o", target, "-"], header + data)
+
+
+def _run(command, data):
+    try:
+        done = subprocess.run(command, input=data, capture_output=True, check=False)
+    except FileNotFoundError:
+        raise RenderError(f"{command[0]} is not installed (see tools/packages.txt)") from None
+    messages = done.stderr.decode(errors="replace")
+    # Csound leaves out a note that it cannot play and still reports success
+    if done.returncode or "error:" in messages.lower():
+        raise RenderError(f"{command[0]} failed:\n{messages[-2000:]}")
