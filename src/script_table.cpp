@@ -10,6 +10,7 @@
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
 #include "scripts/patricidal.h"
+#include "scripts/play_player_audio.h"
 #include "scripts/prison_script.h"
 #include "scripts/velocity_cap.h"
 
@@ -21,6 +22,7 @@ void RegisterAllScripts() {
   RegisterScript("spring", CreateHosted<GalePhysics::Spring>);
   RegisterScript("patricidal", CreateOwned<Patricidal>);
   RegisterScript("CharacterController", CreateOwned<CharacterController>);
+  RegisterScript("ppa", CreateOwned<PlayPlayerAudioScript>);
   RegisterScript("PrisonScript", CreateOwned<PrisonScript>);
   RegisterScript("VelocityCap", CreateOwned<VelocityCap>);
   RegisterScript("InsertName", CreateOwned<ScreenShake>);
