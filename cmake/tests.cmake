@@ -10,6 +10,8 @@ target_link_libraries(brinewhirl_tests PRIVATE brinewhirl_toolkit GTest::gtest G
 add_dependencies(brinewhirl_tests content)
 gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 
+add_test(NAME sound.sources COMMAND python3 ${CMAKE_SOURCE_DIR}/tests/sound/test_sound_sources.py)
+
 # The real program in a virtual display; the sanitizers would only report its driver.
 file(GLOB E2E_SCRIPTS CONFIGURE_DEPENDS tests/e2e/test_*.py)
 if(NOT BRINEWHIRL_SANITIZE)
