@@ -15,6 +15,8 @@ gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 12
 add_test(NAME content.test_font_tools COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_font_tools.py ${FONT})
 set_tests_properties(content.test_font_tools PROPERTIES TIMEOUT 120)
 
+add_test(NAME sound.sources COMMAND python3 ${CMAKE_SOURCE_DIR}/tests/sound/test_sound_sources.py)
+
 # The real program in a virtual display; the sanitizers would only report its driver.
 file(GLOB E2E_SCRIPTS CONFIGURE_DEPENDS tests/e2e/test_*.py)
 if(NOT (BRINEWHIRL_SANITIZE OR BRINEWHIRL_SANITIZE_THREADS))
