@@ -1,9 +1,5 @@
 #include "startup.h"
 
-#include <filesystem>
-#include <string>
-#include <system_error>
-
 #include "audio/audio.h"
 #include "component_table.h"
 #include "core/object_manager.h"
@@ -42,11 +38,6 @@ void BuildCamera(GameObject& camera) {
   scripts.AddScript("InsertName");
 }
 
-bool PictureExists(const std::string& name) {
-  std::error_code error;
-  return std::filesystem::exists("Texture/" + name, error);
-}
-
 }  // namespace
 
 void BuildWorld() {
@@ -59,9 +50,8 @@ void BuildWorld() {
 void BindKeys() { Input::BindKeyDown(SDLK_p, ToggleDemoMode); }
 
 void StartFirstMatch() {
-  GetRenderer().LoadFont("OctoBubble.ttf");
-  for (const std::string_view image : kPreloadedImages)
-    if (const std::string name(image); PictureExists(name)) GetRenderer().LoadTexture(name);
+  while (!LoadNextAsset()) {
+  }
   Audio::LoadEffects();
   GetRenderer().SetScreenShader("wave");
   NewGame();

@@ -75,3 +75,6 @@ inline constexpr std::array<std::string_view, 71> kPreloadedImages = {"crown.png
                                                                       "pointbubble2.png",
                                                                       "startickle.png",
                                                                       "sandparticle.png"};
+
+/// Loads at most one asset of the font and the pictures above; true once everything is loaded, and at every later call.
+bool LoadNextAsset();

@@ -7,6 +7,7 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/camera.h"
+#include "graphics/preload_list.h"
 #include "graphics/renderer.h"
 #include "graphics/screen_shake.h"
 #include "graphics/sprite.h"
@@ -82,6 +83,14 @@ TEST(Renderer, ClocksAdvancePerComposedFrameAndARippleRestartsOne) {
 }
 
 // A picture is fetched once, names cannot lead out of the folder, and what is no PNG fails without being decoded.
+TEST(Assets, ComeOneACallUntilEveryCallSaysThatAllAreThere) {
+  TestWorld world;
+  int calls = 1;
+  while (!LoadNextAsset() && calls < 200) ++calls;
+  EXPECT_EQ(calls, 74);
+  EXPECT_TRUE(LoadNextAsset());
+}
+
 TEST(Sprite, ReadsItsPictureAndReportsAMissingOne) {
   TestWorld world;
   const auto load = [&](const char* name) {

@@ -1,0 +1,26 @@
+#include "graphics/preload_list.h"
+
+#include <string>
+
+#include "graphics/renderer.h"
+
+namespace {
+
+constexpr char kFont[] = "OctoBubble.ttf";
+
+std::size_t assetIndex = 0;
+bool fontPhase = true;
+
+}  // namespace
+
+bool LoadNextAsset() {
+  if (fontPhase) {
+    fontPhase = assetIndex == 0;
+    assetIndex = fontPhase ? 1 : 0;
+    if (fontPhase) GetRenderer().LoadFont(kFont);
+    return false;
+  }
+  if (assetIndex >= kPreloadedImages.size()) return true;
+  GetRenderer().LoadTexture(std::string(kPreloadedImages[assetIndex++]));
+  return false;
+}
