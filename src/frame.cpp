@@ -1,5 +1,6 @@
 #include "frame.h"
 
+#include "audio/audio.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/pause.h"
@@ -15,6 +16,7 @@
 void Frame::Run() {
   Platform& platform = GetPlatform();
   platform.StartFrame();
+  Audio::Update();
   platform.PumpEvents(router_);
   UpdateSlowMotion();
   IsPaused() ? RunPaused() : RunRunning();
@@ -27,6 +29,8 @@ void Frame::Run() {
 }
 
 void Frame::RunRunning() {
+  Audio::SetBusPaused("Music", false);
+  Audio::SetBusPaused("SFX", false);
   GameTime& time = Time();
   time.physicsStep = time.frameStep * kPhysicsShare;
   const auto& objects = Objects().GetObjects();
@@ -37,8 +41,9 @@ void Frame::RunRunning() {
   if (time.frameStep != 0.0f) GalePhysics::RunSubSteps();
 }
 
-// The picture stands still; only the cursor still meets what it is over.
+// The picture stands still; only the cursor still meets what it is over. Effects go on: menus click.
 void Frame::RunPaused() {
+  Audio::SetBusPaused("Music", true);
   for (const auto& object : Objects().GetObjects()) object->GetTransform().Rebuild();
   Objects().RemoveDeadObjects();
   GalePhysics::DetectOverlapsOnly();

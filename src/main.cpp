@@ -2,6 +2,7 @@
 #include <memory>
 #include <system_error>
 
+#include "audio/audio.h"
 #include "core/system.h"
 #include "frame.h"
 #include "game_events.h"
@@ -33,6 +34,7 @@ int main(int, char*[]) {
   system.Init(gl::Load);
   Input::ReopenGamepads();
   Input::GetPointer().window = system.GetWindowRect();
+  Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();
   GetBackground();
@@ -40,6 +42,7 @@ int main(int, char*[]) {
   GameEvents events;
   Frame frame(events);
   while (system.running) frame.Run();
+  Audio::Shutdown();
   GetRenderer().Shutdown();
   gl::Unload();
   system.Shutdown();

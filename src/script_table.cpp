@@ -14,6 +14,7 @@
 #include "scripts/fish_animator.h"
 #include "scripts/lerp_animators.h"
 #include "scripts/patricidal.h"
+#include "scripts/play_player_audio.h"
 #include "scripts/prison_script.h"
 #include "scripts/rainbow_fish.h"
 #include "scripts/shadow_growth.h"
@@ -35,6 +36,7 @@ void RegisterAllScripts() {
   RegisterScript("particleemitter", CreateOwned<ParticleEmitter>);
   RegisterScript("patricidal", CreateOwned<Patricidal>);
   RegisterScript("CharacterController", CreateOwned<CharacterController>);
+  RegisterScript("ppa", CreateOwned<PlayPlayerAudioScript>);
   RegisterScript("PrisonScript", CreateOwned<PrisonScript>);
   RegisterScript("rainbowfish", CreateOwned<RainbowFish>);
   RegisterScript("VelocityCap", CreateOwned<VelocityCap>);

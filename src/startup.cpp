@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "audio/audio.h"
 #include "component_table.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
@@ -61,6 +62,7 @@ void StartFirstMatch() {
   GetRenderer().LoadFont("OctoBubble.ttf");
   for (const std::string_view image : kPreloadedImages)
     if (const std::string name(image); PictureExists(name)) GetRenderer().LoadTexture(name);
+  Audio::LoadEffects();
   GetRenderer().SetScreenShader("wave");
   NewGame();
 }

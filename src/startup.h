@@ -7,5 +7,5 @@ void BuildWorld();
 /// Binds the keys that work at any time.
 void BindKeys();
 
-/// Loads the pictures that exist, switches to the "wave" screen shader and starts the first match.
+/// Loads the pictures that exist and the effects, switches to the "wave" screen shader and starts the first match.
 void StartFirstMatch();

@@ -12,6 +12,7 @@
 
 #include "core/script_registry.h"
 #include "script_table.h"
+#include "tools/bank/bank_tool.h"
 #include "tools/lint/lint.h"
 #include "tools/simulate/simulate.h"
 
@@ -58,11 +59,38 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   command->add_option("--trace", options.traceFile,
                       "Write contacts, overlaps, events and objects; - for standard output");
   command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);
+  command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
   command->add_flag("--digest", options.digest, "Print a hash of the final state");
   command->callback([&] {
     options.dataFolder = Absolute(options.dataFolder.empty() ? OwnFolder() : options.dataFolder);
     result = Simulate(options);
   });
+}
+
+struct BankOptions {
+  std::string spec;
+  std::string sounds;
+  std::string file;
+  std::string event;
+  std::string out;
+};
+
+void AddBank(CLI::App& app, BankOptions& options, int& result) {
+  CLI::App* bank = app.add_subcommand("bank", "Make sound banks and look into them");
+  bank->require_subcommand(1);
+  CLI::App* build = bank->add_subcommand("build", "Make a bank and its strings bank");
+  build->add_option("SPEC", options.spec, "One event a line: path, music or sfx, Ogg Vorbis file")->required();
+  build->add_option("OUT", options.out, "The bank, NAME.bank; NAME.strings.bank is written beside it")->required();
+  build->add_option("--sounds", options.sounds, "Where the Ogg files are (default: SPEC's folder)");
+  build->callback([&] { result = BuildBank(options.spec, options.out, options.sounds); });
+  CLI::App* list = bank->add_subcommand("list", "Print one line an event");
+  list->add_option("FILE", options.file, "The bank")->required();
+  list->callback([&] { result = ListBank(options.file, stdout); });
+  CLI::App* extract = bank->add_subcommand("extract", "Write an event's sound as a 16-bit WAV file");
+  extract->add_option("FILE", options.file, "The bank")->required();
+  extract->add_option("EVENT", options.event, "The event's path")->required();
+  extract->add_option("OUT", options.out, "The WAV file")->required();
+  extract->callback([&] { result = ExtractFromBank(options.file, options.event, options.out); });
 }
 
 }  // namespace
@@ -73,6 +101,8 @@ int main(int argc, char** argv) {
   int result = 0;
   SimulateOptions simulate;
   AddSimulate(app, simulate, result);
+  BankOptions bank;
+  AddBank(app, bank, result);
   std::vector<std::string> files;
   CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
   lint->add_option("FILE", files, "Level and archetype files")->required();

@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "audio/audio.h"
+#include "audio/sound_ids.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
@@ -48,6 +50,7 @@ void CharacterController::FlyByCharge(const Gamepad& pad) {
 }
 
 void CharacterController::BeginCharge() {
+  Audio::StartCharge(controller_);
   chargeBarId_ = MakeTinted("BlueBox.png", controller_);
   chargeArrowId_ = MakeTinted("bluetriangle.png", controller_);
   SendEvent(currencyName_, Event(ForceEvents::kStartCharge));
@@ -77,6 +80,8 @@ void CharacterController::ShowCharge() {
 
 // The launch goes along the stick as it is in this frame: the gauge's answer comes inside the call.
 void CharacterController::ReleaseCharge() {
+  Audio::StopCharge(controller_);
+  Audio::Play(Sound::kRelease, Audio::kOneShot);
   DropCharge();
   SendEvent(currencyName_, Event(ForceEvents::kLaunch));
 }

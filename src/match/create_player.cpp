@@ -1,5 +1,7 @@
 #include "match/create_player.h"
 
+#include "audio/audio.h"
+#include "audio/sound_ids.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "graphics/basic_particle_emitter.h"
@@ -16,6 +18,7 @@ constexpr float kRestitution = 3.0f;  // makes every wall a bumper; VelocityCap 
 constexpr int kMaxForce = 10;
 constexpr float kChargeTime = 0.75f;  // seconds at 60 frames per second
 constexpr int kGaugeTeam = 0;         // under charge rules nobody asks for it
+constexpr float kMusicVolume = 0.5f;
 
 GameObject& AddCoreObject(const std::string& name, const std::string& image) {
   GameObject& object = *Objects().GetObject(Objects().CreateObject());
@@ -60,5 +63,8 @@ void CreatePlayer(const PlayerDefinition& definition) {
       std::make_unique<CharacterController>(definition.scoreName, definition.gaugeName, definition.index));
   scripts.AddScript("PrisonScript");
   scripts.AddScript("VelocityCap");
+  scripts.AddScript("ppa");
   scripts.AddScript(MakeBubbles(definition.index));
+  Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
+  Audio::SetMusicVolume(kMusicVolume);
 }

@@ -1,6 +1,7 @@
 // What a hard hit does to the picture: the ripple and the shake of CharacterController.
 #include <cmath>
 
+#include "audio/audio.h"
 #include "core/game_object.h"
 #include "core/player_name.h"
 #include "graphics/camera.h"
@@ -15,6 +16,7 @@ namespace {
 constexpr float kRippleSpeed = 5.0f;  // separating velocity from which a hit makes a ripple
 constexpr float kRipplePause = 2.0f;  // seconds of the ripple clock between two ripples
 constexpr float kRippleScale = 0.5f;  // takes the place of the usual halving into texture space
+constexpr float kPulsePitch = 1.0f;
 constexpr float kShakeSpeed = 2.0f;   // units per second of the player who hits
 constexpr float kShakeMagnitude = 0.1f;
 constexpr float kShakeDecay = 0.001f;
@@ -36,6 +38,7 @@ void CharacterController::ShowRipple(const GalePhysics::Contact& contact) const 
   const Vec3 p = contact.point * kRippleScale;
   const glm::vec4 clip = camera->GetProjection() * camera->GetView() * glm::vec4(p.x, p.y, p.z, 1.0f);
   if (!(clip.w > 0.0f)) return;
+  Audio::PlayPulse(kPulsePitch);
   GetRenderer().StartRipple({clip.x / clip.w + 0.5f, clip.y / clip.w + 0.5f, clip.z / clip.w});
 }
 

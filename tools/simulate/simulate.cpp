@@ -10,6 +10,7 @@
 #include <sstream>
 #include <system_error>
 
+#include "audio/audio.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/print.h"
@@ -24,6 +25,7 @@
 #include "startup.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
+#include "tools/simulate/sound_recorder.h"
 #include "tools/simulate/trace.h"
 
 namespace {
@@ -66,14 +68,17 @@ void StartGame(ScriptedPlatform& platform, const SimulateOptions& options) {
   SeedRandom(kFirstSeed);
   Input::ReopenGamepads();
   Input::GetPointer().window = platform.GetWindowRect();
+  Audio::Init(options.wavFile.empty() ? Audio::Output::kNone : Audio::Output::kLoopback);
   BindKeys();
   GetRenderer().Init();
   GetBackground();
   SetDemoMode(options.pilots);
-  if (options.match)
+  if (options.match) {
     StartFirstMatch();
-  else
-    Objects().LoadLevel(options.level);
+    return;
+  }
+  Audio::LoadEffects();
+  Objects().LoadLevel(options.level);
 }
 
 void PrintSummary(std::FILE* out, int frames, double wallSeconds) {
@@ -86,7 +91,8 @@ void PrintSummary(std::FILE* out, int frames, double wallSeconds) {
   std::fflush(out);
 }
 
-int RunFrames(const SimulateOptions& options, ScriptedPlatform& platform, InputScript& input, Trace* trace) {
+int RunFrames(const SimulateOptions& options, ScriptedPlatform& platform, InputScript& input, Trace* trace,
+              SoundRecorder* sound) {
   GameEvents events;
   Frame frame(events);
   int done = 0;
@@ -95,6 +101,7 @@ int RunFrames(const SimulateOptions& options, ScriptedPlatform& platform, InputS
     input.Apply(done, platform);
     frame.Run();
     if (trace != nullptr) trace->EndFrame();
+    if (sound != nullptr) sound->RecordFrame();
   }
   return done;
 }
@@ -118,6 +125,9 @@ int Simulate(const SimulateOptions& options) {
     traceFile.reset(options.traceFile == "-" ? stdout : std::fopen(options.traceFile.c_str(), "w"));
     if (!traceFile) return Fail(options.traceFile, "cannot be written");
   }
+  std::optional<SoundRecorder> sound;
+  if (!options.wavFile.empty() && !sound.emplace().Open(options.wavFile))
+    return Fail(options.wavFile, "cannot be written");
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);
   if (error) return Fail(options.dataFolder, "is no folder that can be entered");
@@ -129,7 +139,7 @@ int Simulate(const SimulateOptions& options) {
   ScriptedPlatform platform;
   StartGame(platform, options);
   const auto start = std::chrono::steady_clock::now();
-  const int frames = RunFrames(options, platform, input, trace ? &*trace : nullptr);
+  const int frames = RunFrames(options, platform, input, trace ? &*trace : nullptr, sound ? &*sound : nullptr);
   const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
 
   int result = 0;
@@ -137,6 +147,8 @@ int Simulate(const SimulateOptions& options) {
   if (options.digest) std::fprintf(out, "digest %016" PRIX64 "\n", StateDigest());
   if (!options.saveName.empty() && !Objects().SaveLevel(options.saveName))
     result = Fail(options.saveName, "could not be saved in the data folder");
+  if (sound && !sound->IsWhole()) result = Fail(options.wavFile, "could not be written to its end");
   PrintSummary(out, frames, wall.count());
+  Audio::Shutdown();
   return result;
 }

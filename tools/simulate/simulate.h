@@ -12,6 +12,7 @@ struct SimulateOptions {
   std::string inputFile;  ///< empty: none
   std::string traceFile;  ///< empty: none; "-": standard output
   std::string saveName;   ///< empty: none; a plain name in the data folder
+  std::string wavFile;    ///< the run's sound; empty: none
   bool digest = false;
 };
 

@@ -1,0 +1,78 @@
+// The game's sounds by number: what is played when, and nothing of how. Errors are printed, nothing is retried, and a
+// sound that is missing is silent.
+//
+// Before Init and after Shutdown, and with Output::kNone, every call succeeds in silence; starts are still written to
+// the run's log. Everything belongs to the main thread, except that LoadEffects may run on a thread of its own.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "audio/studio/result.h"
+
+namespace Audio {
+
+enum class Output {
+  kNone,      ///< no sound and no bank
+  kDevice,    ///< the system's, as soon as there is one
+  kLoopback,  ///< into memory, fetched by Render
+};
+
+/// Kinds of events for AddEvent.
+inline constexpr int kEffect = 0;
+inline constexpr int kMusic = 1;
+/// Kinds of starts for Play.
+inline constexpr int kOneShot = 0;
+inline constexpr int kLongLived = 1;
+
+inline constexpr int kRate = 48000;  ///< frames a second of Render
+inline constexpr int kPlayers = 4;
+
+/// Starts the sound system, loads both banks from AudioSource/ in the working folder, and prepares the music of title
+/// and match.
+void Init(Output output);
+/// Ends all sound and forgets everything.
+void Shutdown();
+/// Registers and prepares the effects and the podium's music, and fetches the buses; once, after Init.
+void LoadEffects();
+
+/// Loads a bank by its name in AudioSource/.
+void LoadBank(const std::string& name);
+/// Looks up an event of kEffect or kMusic by its name without the path's prefix, under a number below Sound::kCount.
+void AddEvent(int kind, int id, const std::string& name);
+/// Decodes the event's sound and makes the instances that the number needs; `longLived` 1: one of its own for Play.
+void Prepare(int id, int longLived);
+/// Fetches a bus by its name without the path's prefix: "SFX" or "Music".
+void GetBus(const std::string& name);
+
+/// kOneShot: a new instance that frees itself. kLongLived: the number's own instance becomes the current music.
+void Play(int id, int kind);
+/// The player's own charge sound, by player index 0 to 3; nothing for another.
+void StartCharge(int player);
+void StopCharge(int player);
+/// The pulse of the ripple; `pitch` is a factor.
+void PlayPulse(float pitch);
+/// The jingle of the podium.
+void PlayWinJingle();
+/// Loudness of the match's music, 0 to 1, whatever music is current.
+void SetMusicVolume(float volume);
+/// Fades the current music out, if there is any.
+void StopMusic();
+/// Fades the long-lived instance of this number out, whatever music is current.
+void StopLongLived(int id);
+
+/// By name; a bus that is not fetched yet is left alone. Pausing reports nothing.
+void SetBusPaused(std::string_view name, bool paused);
+void SetBusMuted(std::string_view name, bool muted);
+
+/// Once a frame.
+void Update();
+/// The next frames of the loopback output, two samples each; false, and silence, from any other.
+bool Render(std::span<std::int16_t> stereo);
+
+/// Prints "FMOD error!", the number, a blank and the text of every result that is no success.
+void CheckResult(Studio::Result result);
+
+}  // namespace Audio

@@ -1,0 +1,27 @@
+// Looks for an output on a thread of its own, again and again, so that no frame waits for a device.
+#pragma once
+
+#include <future>
+#include <memory>
+
+#include "audio/studio/output.h"
+
+namespace Studio {
+
+class OutputWatch {
+ public:
+  /// Begins to look at once. A null opener never finds anything.
+  explicit OutputWatch(OutputOpener opener);
+
+  /// Once a system update while there is no output: one that was found since, or null.
+  std::unique_ptr<Output> Poll();
+
+ private:
+  void BeginToLook();
+
+  OutputOpener opener_;
+  int updatesToNext_ = 0;
+  std::future<std::unique_ptr<Output>> found_;  // waits for its thread when it goes
+};
+
+}  // namespace Studio
