@@ -10,8 +10,11 @@
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
+#include "scripts/collision_check_script.h"
 #include "scripts/color_changer.h"
+#include "scripts/dizzy.h"
 #include "scripts/fish_animator.h"
+#include "scripts/follow.h"
 #include "scripts/lerp_animators.h"
 #include "scripts/patricidal.h"
 #include "scripts/play_player_audio.h"
@@ -19,14 +22,18 @@
 #include "scripts/rainbow_fish.h"
 #include "scripts/shadow_growth.h"
 #include "scripts/squid_animator.h"
+#include "scripts/stuns_on_hit.h"
 #include "scripts/velocity_cap.h"
 
 void RegisterAllScripts() {
   using GalePhysics::CreateHosted;
   RegisterScript("bpe", CreateOwned<BasicParticleEmitter>);
   RegisterScript("CameraCenterer", CreateOwned<CameraCenterer>);
+  RegisterScript("CollisionCheckScript", CreateOwned<CollisionCheckScript>);
   RegisterScript("color-changer", CreateOwned<ColorChanger>);
+  RegisterScript("dizzy", CreateOwned<Dizzy>);
   RegisterScript("fishanimator", CreateOwned<FishAnimator>);
+  RegisterScript("follow", CreateOwned<Follow>);
   RegisterScript("ForceCurrency", CreateOwned<ForceCurrency>);
   RegisterScript("gravity", CreateHosted<GalePhysics::GravityGenerator>);
   RegisterScript("spring", CreateHosted<GalePhysics::Spring>);
@@ -39,6 +46,7 @@ void RegisterAllScripts() {
   RegisterScript("ppa", CreateOwned<PlayPlayerAudioScript>);
   RegisterScript("PrisonScript", CreateOwned<PrisonScript>);
   RegisterScript("rainbowfish", CreateOwned<RainbowFish>);
+  RegisterScript("stunsonhit", CreateOwned<StunsOnHit>);
   RegisterScript("VelocityCap", CreateOwned<VelocityCap>);
   RegisterScript("InsertName", CreateOwned<ScreenShake>);
   RegisterScript("ShadowGrowth", CreateOwned<ShadowGrowth>);

@@ -59,7 +59,7 @@ GameObject& GetGeneratorHost() {
   auto& host = HostSlot();
   if (!host) {
     host = std::make_unique<GameObject>();
-    host->name = "AForceBox";
+    host->name = kGeneratorHostName;
     host->id = kHostId;
     host->core = true;
     // The copy of the host that opens every saved level dissolves by this script, which reading arms.

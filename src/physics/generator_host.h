@@ -10,6 +10,9 @@
 
 namespace GalePhysics {
 
+/// The host's name, which its copies in files bear too.
+inline constexpr char kGeneratorHostName[] = "AForceBox";
+
 /// The host object; made on first use, in no object list, ID 1337.
 GameObject& GetGeneratorHost();
 
