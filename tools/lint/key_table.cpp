@@ -37,6 +37,16 @@ constexpr FieldSchema kSphere[] = {{"size", kFloat},          {"type", kInt},
 constexpr FieldSchema kBox[] = {{"size", kFloat},          {"type", kInt}, {"restitution", kFloat}, {"ghost", kBool},
                                 {"collision group", kInt}, {"", kVec3}};
 
+constexpr FieldSchema kGivePoints[] = {{"PointsGiven", kInt}, {"Hits To Break", kInt}, {"Is Treasure Chest", kBool}};
+
+constexpr FieldSchema kDeathTimer[] = {{"Time", kFloat}};
+constexpr FieldSchema kSegmentManager[] = {{"number of segments", kSegmentList}};
+constexpr FieldSchema kObjectiveManager[] = {{"Sections", kObjectiveList}};
+constexpr FieldSchema kSpawnsObjects[] = {{"archtypename", kString},
+                                          {"TimeBeforeFirstSpawn", kFloat},
+                                          {"spawnrate", kFloat},
+                                          {"YRange", kFloat},
+                                          {"", kVec3}};
 constexpr FieldSchema kEmitter[] = {{"textureName", kString}, {"particleCount", kInt}};
 constexpr FieldSchema kBasicEmitter[] = {{"textureName", kString},
                                          {"particleCount", kInt},
@@ -86,16 +96,23 @@ constexpr FieldSchema kWobbly[] = {{"My ID", kInt},
                                    {"_lastWobbleTime", kFloat},
                                    {"_wobbleBackwards", kBool}};
 
-constexpr std::array<BlockSchema, 6> kComponents = {{{"Transform", kTransform},
+constexpr FieldSchema kNull[] = {{"Runtime", kInt}};
+constexpr FieldSchema kCannonFall[] = {
+    {"Rate", kFloat}, {"RateVariation", kFloat}, {"Speed", kFloat}, {"speedVariation", kFloat}};
+
+constexpr std::array<BlockSchema, 7> kComponents = {{{"Transform", kTransform},
                                                      {"ScriptBox", {}},
                                                      {"RigidBody", kRigidBody},
                                                      {"Sprite", kSprite},
+                                                     {"GivePoints", kGivePoints},
                                                      {"SphereCollider", kSphere},
                                                      {"BoxCollider", kBox}}};
-constexpr std::array<BlockSchema, 25> kScripts = {{{"bpe", kBasicEmitter},
+constexpr std::array<BlockSchema, 34> kScripts = {{{"class GameTimer", {}},
+                                                   {"bpe", kBasicEmitter},
                                                    {"CameraCenterer", {}},
                                                    {"CollisionCheckScript", {}},
                                                    {"color-changer", {}},
+                                                   {"DeathTimer", kDeathTimer},
                                                    {"dizzy", {}},
                                                    {"fishanimator", kFishAnimator},
                                                    {"follow", {}},
@@ -105,18 +122,33 @@ constexpr std::array<BlockSchema, 25> kScripts = {{{"bpe", kBasicEmitter},
                                                    {"class LerpVecAnimator", {}},
                                                    {"class LerpSizeAnimator", {}},
                                                    {"class LerpOpacityAnimator", {}},
+                                                   {"ObjectiveManager", kObjectiveManager},
                                                    {"particleemitter", kEmitter},
                                                    {"patricidal", {}},
                                                    {"CharacterController", kController},
                                                    {"ppa", {}},
+                                                   {"pointmovment", {}},
                                                    {"PrisonScript", kPrison},
                                                    {"rainbowfish", kRainbowFish},
+                                                   {"spawner", kSpawnsObjects},
                                                    {"stunsonhit", {}},
                                                    {"VelocityCap", {}},
+                                                   {"RespawnNodeManager", {}},
+                                                   {"ScoreScript", {}},
                                                    {"InsertName", {}},
+                                                   {"SegmentManager", kSegmentManager},
                                                    {"ShadowGrowth", kShadowGrowth},
+                                                   {"Spawner", {}},
                                                    {"SquidAnimator", {}},
                                                    {"wobblypuller", kWobbly}}};
+constexpr std::array<BlockSchema, 8> kObjectives = {{{"CannonFall", kCannonFall},
+                                                     {"HitObjects", {}},
+                                                     {"KingOfTheHill", {}},
+                                                     {"Crown", {}},
+                                                     {"CollectTheRings", {}},
+                                                     {"OctoMiners", {}},
+                                                     {"lotbb", {}},
+                                                     {"NULL", kNull}}};
 
 template <std::size_t N>
 const BlockSchema* Find(const std::array<BlockSchema, N>& blocks, std::string_view name) {
@@ -129,4 +161,5 @@ const BlockSchema* Find(const std::array<BlockSchema, N>& blocks, std::string_vi
 
 const BlockSchema* FindComponentSchema(std::string_view name) { return Find(kComponents, name); }
 const BlockSchema* FindScriptSchema(std::string_view name) { return Find(kScripts, name); }
+const BlockSchema* FindObjectiveSchema(std::string_view name) { return Find(kObjectives, name); }
 std::span<const BlockSchema> ScriptSchemas() { return kScripts; }
