@@ -10,6 +10,7 @@
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
+#include "screens/win_screen_logic.h"
 #include "scripts/collision_check_script.h"
 #include "scripts/color_changer.h"
 #include "scripts/dizzy.h"
@@ -51,5 +52,6 @@ void RegisterAllScripts() {
   RegisterScript("InsertName", CreateOwned<ScreenShake>);
   RegisterScript("ShadowGrowth", CreateOwned<ShadowGrowth>);
   RegisterScript("SquidAnimator", CreateOwned<SquidAnimator>);
+  RegisterScript("wsl", CreateOwned<WinScreenLogic>);
   RegisterScript("wobblypuller", CreateHosted<GalePhysics::WobblyPuller>);
 }

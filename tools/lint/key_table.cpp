@@ -92,7 +92,7 @@ constexpr std::array<BlockSchema, 6> kComponents = {{{"Transform", kTransform},
                                                      {"Sprite", kSprite},
                                                      {"SphereCollider", kSphere},
                                                      {"BoxCollider", kBox}}};
-constexpr std::array<BlockSchema, 25> kScripts = {{{"bpe", kBasicEmitter},
+constexpr std::array<BlockSchema, 26> kScripts = {{{"bpe", kBasicEmitter},
                                                    {"CameraCenterer", {}},
                                                    {"CollisionCheckScript", {}},
                                                    {"color-changer", {}},
@@ -116,6 +116,7 @@ constexpr std::array<BlockSchema, 25> kScripts = {{{"bpe", kBasicEmitter},
                                                    {"InsertName", {}},
                                                    {"ShadowGrowth", kShadowGrowth},
                                                    {"SquidAnimator", {}},
+                                                   {"wsl", {}},
                                                    {"wobblypuller", kWobbly}}};
 
 template <std::size_t N>
