@@ -16,6 +16,7 @@
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
+#include "screens/win_screen_logic.h"
 #include "scripts/collision_check_script.h"
 #include "scripts/color_changer.h"
 #include "scripts/death_timer.h"
@@ -69,5 +70,6 @@ void RegisterAllScripts() {
   RegisterScript("ShadowGrowth", CreateOwned<ShadowGrowth>);
   RegisterScript("Spawner", CreateOwned<Spawner>);
   RegisterScript("SquidAnimator", CreateOwned<SquidAnimator>);
+  RegisterScript("wsl", CreateOwned<WinScreenLogic>);
   RegisterScript("wobblypuller", CreateHosted<GalePhysics::WobblyPuller>);
 }
