@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "core/event.h"
 #include "match/players.h"
 #include "physics/math/vec3.h"
 

@@ -170,3 +170,4 @@ const BlockSchema* FindComponentSchema(std::string_view name) { return Find(kCom
 const BlockSchema* FindScriptSchema(std::string_view name) { return Find(kScripts, name); }
 const BlockSchema* FindObjectiveSchema(std::string_view name) { return Find(kObjectives, name); }
 std::span<const BlockSchema> ScriptSchemas() { return kScripts; }
+std::span<const BlockSchema> ObjectiveSchemas() { return kObjectives; }
