@@ -30,7 +30,7 @@ void Renderer::Init() {
 
 void Renderer::Shutdown() {
   for (const auto& [name, program] : shaders_) gl::DeleteProgram(program.name);
-  for (const auto& [name, texture] : textures_) gl::DeleteTexture(texture);
+  for (const auto& [name, texture] : textures_) gl::DeleteTexture(texture.name);
   for (Mesh& mesh : meshes_) DeleteMesh(mesh);
   for (auto& [name, font] : fonts_) FreeFont(font);
   DeleteSceneTarget();
@@ -50,15 +50,15 @@ ShaderProgram& Renderer::GetShader(const std::string& name) {
 }
 
 void Renderer::LoadTexture(const std::string& name) {
-  GLuint& texture = textures_[name];
-  if (texture != 0) gl::DeleteTexture(texture);
+  Texture& texture = textures_[name];
+  if (texture.name != 0) gl::DeleteTexture(texture.name);
   texture = LoadTextureFile(name);
-  if (texture == 0) Print("Error Loading Texture%s\n", name.c_str());
+  if (texture.name == 0) Print("Error Loading Texture%s\n", name.c_str());
 }
 
-GLuint Renderer::GetTexture(const std::string& name) const {
+Texture Renderer::FindTexture(const std::string& name) const {
   const auto found = textures_.find(name);
-  return found == textures_.end() ? 0 : found->second;
+  return found == textures_.end() ? Texture{} : found->second;
 }
 
 void Renderer::FitWindow() {
@@ -166,7 +166,11 @@ void Renderer::DrawSprite(const GameObject& object) {
   if (type != Sprite::kQuad && type != Sprite::kCircle && type != Sprite::kFullScreen) return;
   ShaderProgram* program = UseInScene(type == Sprite::kFullScreen ? kFullScreenShader : sprite->shaderName);
   if (program == nullptr) return;
-  gl::BindTexture(GetTexture(sprite->texturePath));
+  const Texture texture = FindTexture(sprite->texturePath);
+  // Blending an opaque picture gives the picture and costs a reading of what is behind it, the whole view for the
+  // background.
+  if (texture.opaque && sprite->a == 1.0f) gl::SetEnabled(GL_BLEND, false);
+  gl::BindTexture(texture.name);
   gl::BindVertexArray(meshes_[static_cast<std::size_t>(type)].vertexArray);
   if (type != Sprite::kFullScreen) {
     gl::UniformMatrix4(program->model, true, object.GetTransform().GetModelMatrix().data());

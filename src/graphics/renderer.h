@@ -13,6 +13,7 @@
 #include "graphics/font.h"
 #include "graphics/gl.h"
 #include "graphics/shader_program.h"
+#include "graphics/texture_file.h"
 #include "graphics/viewport.h"
 #include "physics/math/vec3.h"
 
@@ -40,7 +41,7 @@ class Renderer {
   /// Loads, or loads again, one picture from Texture/.
   void LoadTexture(const std::string& name);
   /// The GL name of a loaded picture, or 0.
-  GLuint GetTexture(const std::string& name) const;
+  GLuint GetTexture(const std::string& name) const { return FindTexture(name).name; }
   /// Loads, or loads again, one font from Texture/Fonts/. One that cannot be read gets messages and has no glyphs.
   void LoadFont(const std::string& name);
   /// The font of that name; one without glyphs when it is not loaded.
@@ -69,6 +70,7 @@ class Renderer {
   void DeleteSceneTarget();
   /// The program of that name; one without a GL name when there is none.
   ShaderProgram& GetShader(const std::string& name);
+  Texture FindTexture(const std::string& name) const;
   /// Blending, the program and the camera for a draw into the scene; null when it cannot be drawn.
   ShaderProgram* UseInScene(const std::string& shaderName);
   void ReportFramebufferStatus() const;
@@ -83,7 +85,7 @@ class Renderer {
   int targetHeight_ = 0;
   Viewport viewport_;
   std::string screenShaderName_;
-  std::unordered_map<std::string, GLuint> textures_;
+  std::unordered_map<std::string, Texture> textures_;
   std::array<Mesh, 4> meshes_;  // by mesh type
   std::unordered_map<std::string, ShaderProgram> shaders_;
   std::unordered_map<std::string, Font> fonts_;

@@ -39,28 +39,34 @@ bool StaysInFolder(const std::string& name) {
   return name.find('/') == std::string::npos && name.find("..") == std::string::npos;
 }
 
+bool IsOpaque(const unsigned char* pixels, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i)
+    if (pixels[kChannels * i + 3] != 0xff) return false;
+  return true;
+}
+
 struct FreeImage {
   void operator()(unsigned char* image) const { SOIL_free_image_data(image); }
 };
 
 }  // namespace
 
-GLuint LoadTextureFile(const std::string& name) {
+Texture LoadTextureFile(const std::string& name) {
   const std::string path = kFolder + name;
-  if (name.empty() || !StaysInFolder(name) || !IsLoadablePng(path)) return 0;
-  if (!gl::HasContext()) return 1;
+  if (name.empty() || !StaysInFolder(name) || !IsLoadablePng(path)) return {};
+  if (!gl::HasContext()) return {.name = 1};
   int width = 0;
   int height = 0;
   int channels = 0;
   const std::unique_ptr<unsigned char, FreeImage> image(
       SOIL_load_image(path.c_str(), &width, &height, &channels, SOIL_LOAD_RGBA));
-  if (!image) return 0;
+  if (!image) return {};
   // GL takes the lowest row first.
   const std::ptrdiff_t stride = static_cast<std::ptrdiff_t>(width) * kChannels;
   for (int top = 0, bottom = height - 1; top < bottom; ++top, --bottom)
     std::swap_ranges(image.get() + top * stride, image.get() + (top + 1) * stride, image.get() + bottom * stride);
-  const GLuint texture = gl::GenTexture();
-  gl::BindTexture(texture);
+  const Texture texture = {gl::GenTexture(), IsOpaque(image.get(), static_cast<std::size_t>(width * height))};
+  gl::BindTexture(texture.name);
   gl::TexImage(GL_RGBA, width, height, GL_RGBA, image.get());
   gl::SetSmoothClamped();
   gl::GenerateMipmap();

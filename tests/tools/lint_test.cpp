@@ -56,7 +56,8 @@ std::string ReadShipped(const std::string& name) {
 // The wall object that the tests damage needs these.
 void MakePictures(TestWorld& world) {
   std::filesystem::create_directory("Texture");
-  for (const char* picture : {"chainfront.png", "chainside.png", "whitebuoy.png", "anchor.png", "shell1.png"})
+  for (const char* picture :
+       {"chainfront.png", "chainside.png", "whitebuoy.png", "anchor.png", "shell1.png", "Bubble.png"})
     world.WriteFile(std::string("Texture/") + picture, "picture");
 }
 
@@ -130,6 +131,36 @@ TEST(Lint, KnowsTheObjectivesOfTheFactory) {
   const std::string block = "Component: \"ObjectiveManager\" {\nSections: " + std::to_string(count) + "\n" + values +
                             "No more objectives: Done\n}\n";
   EXPECT_EQ(Count(FaultsOf(block, *FindScriptSchema("ObjectiveManager")), "missing-or-shifted"), 0) << block;
+}
+
+// An emitter's picture is nobody else's to load, and its eight vectors are lines of three equal keys.
+TEST(Lint, ChecksEmitters) {
+  const struct {
+    const char* from;
+    const char* to;
+    const char* rule;
+  } cases[] = {
+      {"textureName: Bubble.png", "textureName: nothing.png", "missing-picture"},
+      {"textureName: Bubble.png", "textureName: ", "no-picture"},
+      {"textureName: Bubble.png", "textureName: shell1.png", "not-preloaded: note"},
+      {"particleCount: 24", "particleCount: 2000000000", "particle-count"},
+      {"\t\t\t\ty: -1\n", "", "missing-or-shifted"},
+      {"spawnIntervalMax: 0.4\n", "spawnIntervalMax: 0.4\n\t\t\t\tx: 0\n", "missing-or-shifted"},
+  };
+  TestWorld world;
+  MakePictures(world);
+  const std::string good = ReadShipped("bubblegens");
+  int result = 0;
+  world.WriteFile("stage", good);
+  EXPECT_EQ(Lint("stage", result), "");
+  for (const auto& damage : cases) {
+    std::string text = good;
+    Replace(text, damage.from, damage.to);
+    world.WriteFile("stage", text);
+    const std::string report = Lint("stage", result);
+    EXPECT_EQ(Count(report, "stage:"), 1) << report;
+    EXPECT_NE(report.find(std::string(": ") + damage.rule + ": "), std::string::npos) << damage.to << "\n" << report;
+  }
 }
 
 // Each kind of damage is found at its line, under the name of its rule, and nothing else is blamed for it.

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "core/player_name.h"
+#include "graphics/particle_emitter.h"
 #include "graphics/preload_list.h"
 #include "tools/lint/lint_object.h"
 #include "tools/lint/match_rules.h"
@@ -107,6 +108,7 @@ class LevelLint {
     CheckBody(object);
     CheckColliders(object);
     CheckSprite(object);
+    for (const LintBlock& script : object.scripts) CheckEmitter(script);
     CollectGenerators(object);
     match_.Check(object);
   }
@@ -162,19 +164,31 @@ class LevelLint {
   }
 
   void CheckSprite(const LintObject& object) {
-    const LintLine* picture = ValueOf(object.Find("Sprite"), "texture path");
-    if (picture == nullptr) return;
-    const std::string name(picture->value);
+    if (const LintLine* picture = ValueOf(object.Find("Sprite"), "texture path"))
+      CheckPicture(*picture, "every start prints an error for it: name a picture",
+                   "is read when the level is, which may stall a frame");
+  }
+
+  void CheckEmitter(const LintBlock& script) {
+    if (const LintLine* picture = ValueOf(&script, "textureName"))
+      CheckPicture(*picture, "its particles are black: name a picture",
+                   "is not loaded by an emitter: its particles are black unless a sprite loads it");
+    if (const LintLine* count = ValueOf(&script, "particleCount");
+        count != nullptr && (NumberOf(*count) < 0.0f || NumberOf(*count) > float{ParticleEmitter::kMaxParticles}))
+      report_.Fault(count->number, "particle-count", "must be 0 to " + std::to_string(ParticleEmitter::kMaxParticles));
+  }
+
+  void CheckPicture(const LintLine& picture, const char* whenNone, const char* whenNotPreloaded) {
+    const std::string name(picture.value);
     std::error_code error;
     if (name == "NULLSTRING" || name.empty())
-      report_.Fault(picture->number, "no-picture", "every start prints an error for it: name a picture");
+      report_.Fault(picture.number, "no-picture", whenNone);
     else if (name.find('/') != std::string::npos || !std::filesystem::is_regular_file(Beside("Texture/" + name), error))
-      report_.Fault(picture->number, "missing-picture",
+      report_.Fault(picture.number, "missing-picture",
                     "\"" + name + "\" is no picture in Texture/: name one that is there, without folder");
     else if (std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end() &&
-             noted_.insert(picture->value).second)
-      report_.Note(picture->number, "not-preloaded",
-                   "\"" + name + "\" is read when the level is, which may stall a frame");
+             noted_.insert(picture.value).second)
+      report_.Note(picture.number, "not-preloaded", "\"" + name + "\" " + whenNotPreloaded);
   }
 
   std::filesystem::path Beside(const std::string& name) const {
