@@ -1,13 +1,14 @@
 #include "allocation_counter.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace {
-std::size_t allocations = 0;
+std::atomic<std::size_t> allocations = 0;
 
 void* TryAllocate(std::size_t size) {
-  ++allocations;
+  allocations.fetch_add(1, std::memory_order_relaxed);
   return std::malloc(size == 0 ? 1 : size);
 }
 

@@ -48,14 +48,17 @@ class MatchScene : public RunLogListener {
     event.key.keysym.sym = key;
     platform.Push(event);
   }
-  void OnEvent(std::string_view text) override { log.emplace_back(text); }
+  void OnEvent(std::string_view text) override {
+    (text.starts_with("sound ") || text.starts_with("music ") ? sounds : log).emplace_back(text);
+  }
 
   static GameObject& Find(std::string_view name) { return *Objects().FindObjectByName(name); }
   static Vec3& VelocityOf(std::string_view name) { return BodyOf(Find(name)).velocity; }
 
   TestWorld world;
   ScriptedPlatform platform;
-  std::vector<std::string> log;
+  std::vector<std::string> log;  // without the sounds
+  std::vector<std::string> sounds;
 
  private:
   GameEvents events_;

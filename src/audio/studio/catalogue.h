@@ -17,6 +17,7 @@ namespace Studio {
 
 struct Event {
   BankEvent source;                        ///< never changes
+  Result failure = Result::kOk;            ///< why it cannot be played; it is not tried again
   bool loaded = false;                     ///< the samples are there, or the piece of music was found good
   Samples samples;                         ///< of effects
   std::optional<std::uint64_t> lastStart;  ///< the system's update after which it was

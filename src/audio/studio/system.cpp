@@ -212,14 +212,14 @@ Result System::LoadSampleData(EventDescription description) {
     const std::lock_guard lock(state_->mutex);
     event = state_->Find(description);
     if (event == nullptr) return Result::kInvalidHandle;
-    if (event->loaded) return Result::kOk;
+    if (event->loaded || event->failure != Result::kOk) return event->failure;
   }
   Samples samples;
   const Result result =
       event->IsMusic() ? SoundReader().Open(event->source.sound) : DecodeAll(event->source.sound, samples);
-  if (result != Result::kOk) return result;
   const std::lock_guard lock(state_->mutex);
-  return state_->catalogue.Keep(*event, std::move(samples));
+  event->failure = result == Result::kOk ? state_->catalogue.Keep(*event, std::move(samples)) : result;
+  return event->failure;
 }
 
 Result System::CreateInstance(EventDescription description, VoiceUse use, EventInstance& handle) {

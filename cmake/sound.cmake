@@ -1,0 +1,23 @@
+# The sound banks: tunes and effects are rendered from their text sources to Ogg files, which the tool packs. A target of
+# its own beside `content`, because the tool itself waits for that one.
+set(BANK "${CMAKE_BINARY_DIR}/AudioSource/Master Bank.bank")
+set(STRINGS_BANK "${CMAKE_BINARY_DIR}/AudioSource/Master Bank.strings.bank")
+set(RENDERED ${CMAKE_BINARY_DIR}/sound/rendered)
+
+find_program(CSOUND csound REQUIRED)
+find_program(OGGENC oggenc REQUIRED)
+file(GLOB_RECURSE SOUND_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/sound/* ${CMAKE_SOURCE_DIR}/tools/soundbuild/*.py)
+add_custom_command(
+  OUTPUT ${RENDERED}
+  COMMAND python3 ${CMAKE_SOURCE_DIR}/tools/build_sound.py ${CMAKE_BINARY_DIR}/sound
+  COMMAND ${CMAKE_COMMAND} -E touch ${RENDERED}
+  DEPENDS ${SOUND_SOURCES} ${CMAKE_SOURCE_DIR}/tools/build_sound.py
+  COMMENT "Rendering the tunes and effects"
+  VERBATIM)
+add_custom_command(
+  OUTPUT ${BANK} ${STRINGS_BANK}
+  COMMAND brinewhirl-tool bank build ${CMAKE_SOURCE_DIR}/sound/bank.txt ${BANK} --sounds ${CMAKE_BINARY_DIR}/sound
+  DEPENDS ${RENDERED} ${CMAKE_SOURCE_DIR}/sound/bank.txt brinewhirl-tool
+  COMMENT "Packing the sound banks"
+  VERBATIM)
+add_custom_target(sound_banks ALL DEPENDS ${BANK} ${STRINGS_BANK})

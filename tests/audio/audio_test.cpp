@@ -1,0 +1,215 @@
+// The game's calls: what each prints, what is written to the run's log, and what is heard.
+#include "audio/audio.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "audio/sound_ids.h"
+#include "audio/test_sounds.h"
+#include "core/pause.h"
+#include "core/run_log.h"
+#include "match/match_scene.h"
+#include "physics/contact.h"
+#include "scripts/play_player_audio.h"
+#include "test_world.h"
+
+namespace {
+
+constexpr float kAmplitude = 0.1f;
+
+class Listener final : public RunLogListener {
+ public:
+  Listener() { SetRunLogListener(this); }
+  Listener(const Listener&) = delete;
+  Listener& operator=(const Listener&) = delete;
+  ~Listener() override { SetRunLogListener(nullptr); }
+  void OnEvent(std::string_view text) override { words += std::string(text) + ";"; }
+  std::string words;
+};
+
+// The game's sounds, playing into memory, in a folder of their own.
+class SoundScene {
+ public:
+  SoundScene() {
+    static const std::vector<Studio::BankSource> sources = GameSources(kAmplitude);
+    WriteMasterBanks(sources);
+    Audio::Init(Audio::Output::kLoopback);
+  }
+  SoundScene(const SoundScene&) = delete;
+  SoundScene& operator=(const SoundScene&) = delete;
+  ~SoundScene() { Audio::Shutdown(); }
+
+  // How many sounds are heard at full loudness after some frames, in tenths.
+  float Level(int frames) {
+    std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
+    for (int i = 0; i < frames; ++i) {
+      Audio::Update();
+      EXPECT_TRUE(Audio::Render(samples));
+    }
+    std::vector<float> heard;
+    for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
+    return PeakOf(heard) / kAmplitude;
+  }
+
+  TestWorld world;
+};
+
+constexpr float kRoom = 0.2f;       // coding adds a little
+constexpr float kSilence = 0.001f;  // the output is dithered in its last bit
+
+}  // namespace
+
+TEST(Audio, WithoutOutputEveryCallIsSilentAndStartsAreLogged) {
+  TestWorld world;
+  Listener listener;
+  Audio::Init(Audio::Output::kNone);
+  Audio::LoadEffects();
+  Audio::Play(Sound::kRelease, Audio::kOneShot);
+  Audio::Play(Sound::kBarnacle, Audio::kOneShot);
+  Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
+  Audio::SetMusicVolume(0.5f);
+  Audio::StartCharge(3);
+  Audio::StopCharge(3);
+  Audio::StartCharge(4);
+  Audio::PlayPulse(1.0f);
+  Audio::PlayWinJingle();
+  Audio::StopMusic();
+  Audio::StopLongLived(Sound::kTitleMusic);
+  Audio::SetBusMuted("SFX", true);
+  Audio::SetBusPaused("Music", true);
+  Audio::Update();
+  EXPECT_EQ(world.text(), "");
+  EXPECT_EQ(listener.words, "sound 14;sound 16;music 1;sound 13;sound 15;sound 26;music stop;music stop;");
+}
+
+TEST(Audio, MissingBanksAreReportedCallByCall) {
+  TestWorld world;
+  Audio::Init(Audio::Output::kLoopback);
+  // Two banks with their reasons, three look-ups, and two for the preparation of each.
+  EXPECT_EQ(Count(world.text(), "FMOD error!"), 2 + 3 + 3 * 2) << world.text();
+  EXPECT_EQ(world.text().rfind("AudioSource/Master Bank.bank: No such file or directory\n"
+                               "FMOD error!3 The bank file cannot be read.\n"
+                               "AudioSource/Master Bank.strings.bank: ",
+                               0),
+            0u);
+  world.ClearText();
+  Audio::LoadEffects();
+  EXPECT_EQ(Count(world.text(), "FMOD error!"), 25 + 25 + 1);
+  world.ClearText();
+  Audio::Play(Sound::kRelease, Audio::kOneShot);
+  EXPECT_EQ(Count(world.text(), "FMOD error!1 "), 2);  // creating and starting report, releasing does not
+  Audio::Update();
+  EXPECT_EQ(Count(world.text(), "\n"), 2);
+  Audio::Shutdown();
+}
+
+TEST(Audio, OddNumbersAndKinds) {
+  SoundScene scene;
+  Audio::LoadEffects();
+  ASSERT_EQ(scene.world.text(), "");
+  Audio::Play(Sound::kRelease, 2);
+  Audio::AddEvent(2, 6, "Squid/Release");
+  EXPECT_EQ(scene.world.text(), "Error trying to play sound\nError Adding Studio Audio Event\n");
+  scene.world.ClearText();
+  for (const int id : {Sound::kBarnacle, -1, Sound::kCount, 1 << 30}) Audio::Play(id, Audio::kOneShot);
+  EXPECT_EQ(Count(scene.world.text(), "FMOD error!1 There is no such event, instance or bus.\n"), 8);
+  scene.world.ClearText();
+  Audio::Play(Sound::kObjectiveChange, Audio::kOneShot);  // registered, never prepared
+  EXPECT_NEAR(scene.Level(2), 1.0f, kRoom);
+  EXPECT_EQ(scene.world.text(), "");
+}
+
+TEST(Audio, OneMusicIsCurrentAndTheVolumeIsTheMatchMusicsAlways) {
+  SoundScene scene;
+  Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
+  Audio::Play(Sound::kFastMatchMusic, Audio::kLongLived);
+  Audio::SetMusicVolume(0.5f);
+  EXPECT_NEAR(scene.Level(20), 1.5f, kRoom);
+  Audio::StopMusic();
+  EXPECT_NEAR(scene.Level(30), 0.5f, kRoom);  // the other one plays on
+  Audio::Play(7, Audio::kLongLived);
+  EXPECT_EQ(Count(scene.world.text(), "FMOD error!"), 1);
+  Audio::StopMusic();  // now there is none
+  EXPECT_NEAR(scene.Level(30), 0.5f, kRoom);
+  Audio::StopLongLived(Sound::kMatchMusic);
+  EXPECT_LT(scene.Level(30), kSilence);
+  EXPECT_EQ(Count(scene.world.text(), "\n"), 1);
+}
+
+TEST(Audio, ChargesOfTwoPlayersAreTwoSounds) {
+  SoundScene scene;
+  Audio::LoadEffects();
+  Audio::StartCharge(0);
+  Audio::StartCharge(1);
+  const float both = scene.Level(2);
+  Audio::StopCharge(0);
+  EXPECT_NEAR(scene.Level(1), both, 0.6f);  // it fades
+  EXPECT_LT(scene.Level(30), kSilence);     // the other has ended: pitch 1.4 makes it shorter, and it is no loop
+  EXPECT_EQ(scene.world.text(), "");
+}
+
+TEST(Audio, EffectsLoadBesideTheTitleMusic) {
+  SoundScene scene;
+  std::thread loading(Audio::LoadEffects);
+  Audio::Play(Sound::kTitleMusic, Audio::kLongLived);
+  for (int frame = 0; frame < 60; ++frame) {
+    Audio::SetBusPaused("Music", false);
+    Audio::SetBusPaused("SFX", false);
+    scene.Level(1);
+  }
+  loading.join();
+  EXPECT_EQ(scene.world.text(), "");
+  Audio::Play(Sound::kPointBubble, Audio::kOneShot);
+  EXPECT_GT(scene.Level(2), 1.5f);
+}
+
+// The frame pauses the music alone, and only buses that are there already.
+TEST(Audio, AHeldGameIsQuietButForItsMenu) {
+  SoundScene scene;
+  GameEvents events;
+  Frame frame(events);
+  ScriptedPlatform platform;
+  SetPlatform(platform);
+  Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
+  RequestPause("test");
+  frame.Run();
+  EXPECT_NEAR(scene.Level(10), 1.0f, kRoom);  // no bus is fetched yet
+  Audio::LoadEffects();
+  frame.Run();
+  EXPECT_LT(scene.Level(10), kSilence);
+  Audio::Play(Sound::kSquidCollision, Audio::kOneShot);
+  EXPECT_NEAR(scene.Level(2), 1.0f, kRoom);
+  ReleasePause("test");
+  frame.Run();
+  EXPECT_NEAR(scene.Level(30), 1.0f, kRoom);
+  static ScriptedPlatform nothing;
+  SetPlatform(nothing);
+}
+
+TEST(PlayPlayerAudioScript, NamesDecideWhatABumpSoundsLike) {
+  TestWorld world;
+  Listener listener;
+  PlayPlayerAudioScript script;
+  GalePhysics::Contact contact;
+  for (const char* name : {"Player3", "barnicle", "whale", "fish1", "Nameless", "fish2", "chain1", "chain2", "chain3",
+                           "chain4", "goldfish", "barnacle", "chain5", "Fish1", ""}) {
+    contact.secondOwner = &world.Add(name);
+    script.OnContact(contact);
+  }
+  EXPECT_EQ(listener.words,
+            "sound 8;sound 16;sound 21;sound 32;sound 32;sound 33;sound 28;sound 28;sound 28;sound 28;sound 27;");
+}
+
+TEST(Player, IsHeardChargingAndLettingGo) {
+  MatchScene match;
+  EXPECT_EQ(match.sounds, std::vector<std::string>(4, "music 1"));
+  match.sounds.clear();
+  match.ConnectAllPads();
+  match.platform.SetPadAxis(0, 5, 32767);
+  match.Run(9);
+  EXPECT_EQ(match.sounds, std::vector<std::string>{"sound 13"});
+  match.platform.SetPadAxis(0, 5, -32768);
+  match.Run(1);
+  EXPECT_EQ(match.sounds, (std::vector<std::string>{"sound 13", "sound 14"}));
+}
