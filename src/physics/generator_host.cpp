@@ -77,6 +77,7 @@ ForceGenerator& AdoptForceGenerator(std::unique_ptr<ForceGenerator> generator) {
 int SavedGeneratorId(const ForceGenerator& generator) { return Links().SavedId(generator); }
 ForceGenerator* LoadedGenerator(int id) { return Links().Find(id); }
 LevelExtension& GetGeneratorLinks() { return Links(); }
+std::size_t CountGenerators() { return GetGeneratorHost().Get<ScriptBox>()->GetScriptCount() - 1; }  // but "patricidal"
 void ResetGeneratorHost() { HostSlot().reset(); }
 
 void ForceGenerator::Serialize(Serializer& writer) const { writer.WriteInt("My ID", Links().Save(*this)); }

@@ -42,6 +42,9 @@ ForceGenerator* LoadedGenerator(int id);
 /// Keeps the ID tables in step with the loads and saves of the object manager.
 LevelExtension& GetGeneratorLinks();
 
+/// How many generators the host keeps.
+std::size_t CountGenerators();
+
 /// Destroys the host with all generators.
 void ResetGeneratorHost();
 
