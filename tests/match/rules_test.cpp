@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/event.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/random.h"
@@ -23,21 +22,15 @@
 namespace {
 
 constexpr float kStep = 0.0085f;
-constexpr char kBodyAndSphere[] = "\t\tComponent: \"RigidBody\" {\n\t\t}\n";
-
-// An archetype of one object that has a sprite, a script box, and what `more` adds.
-std::string Archetype(const std::string& name, const std::string& more = "") {
-  return "{\n\t1: {\n\t\tName: " + name + "\n\t\tCore: false\n\t\tComponent: \"ScriptBox\" {\n\t\t}\n" + more +
-         "\t\tComponent: \"Sprite\" {\n\t\t}\n\t}\n}\n";
-}
+// Those that the rules here make their objects of.
+constexpr const char* kArchetypes[] = {"starsonfish", "ringstatic", "theball", "shadow", "cannonball", "stunstars"};
 
 // Four players with displays, and one rule that runs without a manager: the test is the clock and the physics.
 class RuleScene : public RunLogListener {
  public:
   explicit RuleScene(const char* rule) : before_(GetPointsAwarded()) {
-    for (const char* name : {"starsonfish", "shadow", "stunstars"}) world.WriteFile(name, Archetype(name));
-    for (const char* name : {"ringstatic", "theball", "cannonball"})
-      world.WriteFile(name, Archetype(name, kBodyAndSphere));
+    for (const char* name : kArchetypes)
+      std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
     SetupMatch();
     Objects().RemoveDeadObjects();
     objective = CreateObjective(rule);
@@ -138,7 +131,7 @@ TEST(KingOfTheHill, ARammedKingIsStunnedOnceForBothTellings) {
 TEST(GetTheCrown, PaysTheHolderAndPassesOncePerFrameToWhoRamsHim) {
   RuleScene scene("Crown");
   scene.objective->Begin();
-  GameObject* crown = scene.Find("starsonfish");
+  GameObject* crown = scene.Find("crown");
   ASSERT_NE(crown, nullptr);
   EXPECT_EQ(PositionOf(*crown), PositionOf(scene.Player(3)) + (Vec3{0.0f, 1.0f, 0.0f}));
   scene.Run(117);
@@ -277,8 +270,7 @@ TEST(Rules, RunWithoutTheirArchetypes) {
        {"CannonFall", "HitObjects", "KingOfTheHill", "Crown", "CollectTheRings", "OctoMiners", "lotbb"}) {
     RuleScene scene(rule);
     scene.world.Restart();
-    for (const char* name : {"starsonfish", "shadow", "stunstars", "ringstatic", "theball", "cannonball"})
-      std::filesystem::remove(name);
+    for (const char* name : kArchetypes) std::filesystem::remove(name);
     SetupMatch();
     ASSERT_NE(scene.objective, nullptr) << rule;
     scene.objective->Begin();
