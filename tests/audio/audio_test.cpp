@@ -48,7 +48,7 @@ class SoundScene {
       EXPECT_TRUE(Audio::Render(samples));
     }
     std::vector<float> heard;
-    for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / 32768.0f);
+    for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
     return PeakOf(heard) / kAmplitude;
   }
 

@@ -57,7 +57,7 @@ class Ear {
     for (int i = 0; i < updates; ++i) {
       system.Update();
       if (system.Render(samples) != Result::kOk) samples.assign(samples.size(), 0);
-      for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / 32768.0f);
+      for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
     }
     return heard;
   }

@@ -8,8 +8,11 @@
 
 #include "audio/studio/bank_file.h"
 #include "audio/studio/system.h"
+#include "audio/studio/voice_pool.h"
 
 inline constexpr int kFramesAnUpdate = 800;
+/// What a wave of amplitude 1 is rendered with.
+inline constexpr float kFullScale = 32768.0f * Studio::kMasterGain;
 inline constexpr float kEffectHertz = 240.0f;  // 4 periods in a frame
 inline constexpr float kMusicHertz = 250.0f;
 /// What a music wave of amplitude 1 moves from one frame to the next, at most.
