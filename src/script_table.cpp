@@ -16,6 +16,11 @@
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
+#include "screens/clickable.h"
+#include "screens/logo_screen_script.h"
+#include "screens/splash_screen_logic.h"
+#include "screens/title_screen_script.h"
+#include "screens/toggle_button_script.h"
 #include "screens/win_screen_logic.h"
 #include "scripts/collision_check_script.h"
 #include "scripts/color_changer.h"
@@ -40,6 +45,7 @@ void RegisterAllScripts() {
   RegisterScript("class GameTimer", CreateOwned<GameTimer>);
   RegisterScript("bpe", CreateOwned<BasicParticleEmitter>);
   RegisterScript("CameraCenterer", CreateOwned<CameraCenterer>);
+  RegisterScript("Clickable", CreateOwned<Clickable>);
   RegisterScript("CollisionCheckScript", CreateOwned<CollisionCheckScript>);
   RegisterScript("color-changer", CreateOwned<ColorChanger>);
   RegisterScript("DeathTimer", CreateOwned<DeathTimer>);
@@ -52,6 +58,7 @@ void RegisterAllScripts() {
   RegisterScript("class LerpVecAnimator", CreateOwned<LerpVecAnimator>);
   RegisterScript("class LerpSizeAnimator", CreateOwned<LerpSizeAnimator>);
   RegisterScript("class LerpOpacityAnimator", CreateOwned<LerpOpacityAnimator>);
+  RegisterScript("LogoScreenScript", CreateOwned<LogoScreenScript>);
   RegisterScript("ObjectiveManager", CreateOwned<ObjectiveManager>);
   RegisterScript("particleemitter", CreateOwned<ParticleEmitter>);
   RegisterScript("patricidal", CreateOwned<Patricidal>);
@@ -62,6 +69,7 @@ void RegisterAllScripts() {
   RegisterScript("rainbowfish", CreateOwned<RainbowFish>);
   RegisterScript("spawner", CreateOwned<SpawnsObjects>);
   RegisterScript("stunsonhit", CreateOwned<StunsOnHit>);
+  RegisterScript("ToggleButton", CreateOwned<ToggleButtonScript>);
   RegisterScript("VelocityCap", CreateOwned<VelocityCap>);
   RegisterScript("RespawnNodeManager", CreateOwned<RespawnNodeManager>);
   RegisterScript("ScoreScript", CreateOwned<ScoreScript>);
@@ -69,7 +77,9 @@ void RegisterAllScripts() {
   RegisterScript("SegmentManager", CreateOwned<SegmentManager>);
   RegisterScript("ShadowGrowth", CreateOwned<ShadowGrowth>);
   RegisterScript("Spawner", CreateOwned<Spawner>);
+  RegisterScript("SplashScreenLogic", CreateOwned<SplashScreenLogic>);
   RegisterScript("SquidAnimator", CreateOwned<SquidAnimator>);
+  RegisterScript("TitleScreenScript", CreateOwned<TitleScreenScript>);
   RegisterScript("wsl", CreateOwned<WinScreenLogic>);
   RegisterScript("wobblypuller", CreateHosted<GalePhysics::WobblyPuller>);
 }
