@@ -13,6 +13,7 @@ void VoicePool::Open(std::unique_ptr<Output> output, int voices) {
   Close();
   output_ = std::move(output);
   output_->MakeCurrent();
+  alListenerf(AL_GAIN, kMasterGain);
   const auto wanted = static_cast<std::size_t>(std::clamp(voices + kFadingVoices, 1, kMostVoices));
   while (count_ < wanted && voices_[count_].Create()) ++count_;
 }

@@ -14,6 +14,9 @@
 
 namespace Studio {
 
+/// Of the whole mix, -3 dB: room for several loud sounds at once before the output's limiter has to act.
+inline constexpr float kMasterGain = 0.708f;
+
 class VoicePool {
  public:
   static constexpr int kFadingVoices = 16;
