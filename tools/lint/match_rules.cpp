@@ -52,7 +52,7 @@ void MatchRules::CheckSegments(const LintBlock& block) {
       report_.Fault(segment.levelName->number, "piece-of-itself", "a level cannot bring itself in: name another");
     else if (!HoldsAnObject(piece))
       report_.Fault(segment.levelName->number, "missing-piece", Quoted(piece) + " is missing here or holds no object");
-    if (!(NumberOf(*segment.duration) > 0.0f))
+    if (segment.duration != nullptr && NumberOf(*segment.duration) <= 0.0f)
       report_.Fault(segment.duration->number, "no-time", "a segment must last longer than 0 seconds");
   }
 }
