@@ -372,6 +372,7 @@ TEST(Lint, MatchRules) {
       {"Objective: HitObjects", "Objective: Regatta\n\t\t\t\tBoats: 3", "unknown-objective"},
       {"archtypename: piece", "archtypename: kraken", "missing-archetype"},
       {"archtypename: piece", "archtypename: hollow", "missing-archetype"},
+      {"archtypename: piece", "archtypename: level1", "archetype-of-itself"},
       {"spawnrate: 1", "spawnrate: 0", "spawn-rate"},
       {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range"},
       {"Hits To Break: 2", "Hits To Break: -1", "negative-hits"},

@@ -68,7 +68,10 @@ void MatchRules::CheckPrize(const LintBlock& prize) {
 }
 
 void MatchRules::CheckSpawner(const LintBlock& spawner) {
-  if (const LintLine* name = ValueOf(&spawner, "archtypename"); name != nullptr && !HoldsAnObject(name->value))
+  const LintLine* name = ValueOf(&spawner, "archtypename");
+  if (name != nullptr && name->value == level_)
+    report_.Fault(name->number, "archetype-of-itself", "the spawner would spawn itself without end: name another");
+  else if (name != nullptr && !HoldsAnObject(name->value))
     report_.Fault(name->number, "missing-archetype", Quoted(name->value) + " is missing here or holds no object");
   if (const LintLine* rate = ValueOf(&spawner, "spawnrate"); rate != nullptr && !(NumberOf(*rate) > 0.0f))
     report_.Fault(rate->number, "spawn-rate", "must be above 0 seconds, or it spawns in every frame");
