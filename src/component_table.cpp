@@ -4,6 +4,7 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/sprite.h"
+#include "match/give_points.h"
 #include "physics/box_collider.h"
 #include "physics/rigid_body.h"
 #include "physics/sphere_collider.h"
@@ -22,6 +23,7 @@ void RegisterAllComponents() {
   Enter<ScriptBox>("ScriptBox");
   Enter<GalePhysics::RigidBody>("RigidBody");
   Enter<Sprite>("Sprite");
+  Enter<GivePoints>("GivePoints");
   Enter<GalePhysics::SphereCollider>("SphereCollider");
   Enter<GalePhysics::BoxCollider>("BoxCollider");
 }

@@ -10,6 +10,7 @@
 #include "graphics/renderer.h"
 #include "input/input.h"
 #include "match/hud.h"
+#include "match/segment_manager.h"
 #include "physics/slow_motion.h"
 #include "physics/step.h"
 
@@ -47,6 +48,7 @@ void Frame::RunPaused() {
   for (const auto& object : Objects().GetObjects()) object->GetTransform().Rebuild();
   Objects().RemoveDeadObjects();
   GalePhysics::DetectOverlapsOnly();
+  if (SegmentManager* segments = FindSegmentManager()) segments->CheckReplugged();
 }
 
 void Frame::UpdateCursorAndCamera() {

@@ -19,6 +19,7 @@
 namespace {
 
 constexpr int kWrongUsage = 2;
+constexpr int kMostMatches = 100000;
 
 std::string OwnFolder() {
   const std::unique_ptr<char, decltype(&SDL_free)> folder(SDL_GetBasePath(), SDL_free);
@@ -48,12 +49,18 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
   command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
   auto* what = command->add_option_group("what to run");
-  what->add_option("--level", options.level, "Load one level into an empty scene")->check(CheckPlainName);
+  CLI::Option* level = what->add_option("--level", options.level, "Load one level into an empty scene");
+  level->check(CheckPlainName);
   what->add_flag("--match", options.match, "Start a match");
-  what->require_option(1);
-  command->add_option("--frames", options.frames, "How many frames to run; 0 only loads")
-      ->required()
+  what->require_option(0, 1);  // --matches starts matches by itself
+  auto* howLong = command->add_option_group("for how long");
+  howLong->add_option("--frames", options.frames, "How many frames to run; 0 only loads")
       ->check(CLI::Range(0, std::numeric_limits<int>::max()));
+  howLong->add_flag("--until-end", options.untilEnd, "Until the win screen waits for a button");
+  howLong->add_option("--matches", options.matches, "That many whole matches of four pilots, with tables at the end")
+      ->check(CLI::Range(1, kMostMatches))
+      ->excludes(level);
+  howLong->require_option(1);
   command->add_flag("--pilots", options.pilots, "The computer flies player 1 too");
   command->add_option("--input", options.inputFile, "Scripted input, one event a line");
   command->add_option("--trace", options.traceFile,
@@ -62,6 +69,8 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
   command->add_flag("--digest", options.digest, "Print a hash of the final state");
   command->callback([&] {
+    options.match = options.match || options.matches > 0;
+    if (!options.match && options.level.empty()) throw CLI::RequiredError("--level or --match");
     options.dataFolder = Absolute(options.dataFolder.empty() ? OwnFolder() : options.dataFolder);
     result = Simulate(options);
   });

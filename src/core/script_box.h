@@ -31,6 +31,7 @@ class ScriptBox final : public Component {
   Script* AddScript(std::string_view registryName);
   /// The first script of that exact name, or null.
   Script* GetScript(std::string_view name) const;
+  std::size_t GetScriptCount() const { return entries_.size(); }
 
   /// Takes all scripts off the list without destroying them: they rest until the box itself goes. For a script that
   /// must empty the box it is running in.

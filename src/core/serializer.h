@@ -60,6 +60,8 @@ class Serializer {
   int ReadCount();
   /// True when the next line is a value; nothing is read.
   bool NextIsValue() const;
+  /// The key of the next line, for the few lists that end by a key; empty when it is no value. Nothing is read.
+  std::string_view NextKey() const;
   Vec3 ReadVec3();
   Quaternion ReadQuaternion();
   Matrix33 ReadMatrix33();

@@ -146,6 +146,13 @@ bool Serializer::NextIsValue() const {
   return ahead.NextValue(value);
 }
 
+std::string_view Serializer::NextKey() const {
+  Serializer ahead = *this;
+  std::string_view key;
+  std::string_view value;
+  return ahead.ReadLine(key, value) == LineKind::kKeyValue ? key : std::string_view{};
+}
+
 Vec3 Serializer::ReadVec3() {
   SkipLine();
   Vec3 v;

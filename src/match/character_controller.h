@@ -26,6 +26,9 @@ class CharacterController final : public Script {
 
   /// Replaces the body's velocity (units per second); under budget rules the gauge is told. Nothing without a body.
   void Launch(const Vec3& velocity);
+  /// Awards points as bubbles that fly to the player's display: from `origin`, or from the player when it is the zero
+  /// vector. Nothing for less than 1 point or without a display.
+  void AddPoints(int points, const Vec3& origin);
 
   const std::string& GetScoreName() const { return scoreName_; }
   const std::string& GetCurrencyName() const { return currencyName_; }
@@ -66,3 +69,6 @@ class CharacterController final : public Script {
   Vec3 aim_ = {1.0f, 0.0f, 0.0f};
   Vec3 lastAim_ = {1.0f, 0.0f, 0.0f};  // the last one that was long enough to mean something
 };
+
+/// The controller among the object's scripts, or null.
+CharacterController* FindController(const GameObject& object);

@@ -62,6 +62,7 @@ void CreatePlayer(const PlayerDefinition& definition) {
   scripts.AddScript(
       std::make_unique<CharacterController>(definition.scoreName, definition.gaugeName, definition.index));
   scripts.AddScript("PrisonScript");
+  scripts.AddScript("dizzy");
   scripts.AddScript("VelocityCap");
   scripts.AddScript("ppa");
   scripts.AddScript(MakeBubbles(definition.index));

@@ -3,13 +3,13 @@
 
 #include "audio/audio.h"
 #include "core/game_object.h"
-#include "core/player_name.h"
 #include "graphics/camera.h"
 #include "graphics/renderer.h"
 #include "graphics/screen_shake.h"
 #include "match/character_controller.h"
 #include "physics/rigid_body.h"
 #include "physics/step.h"
+#include "scripts/fast_player.h"
 
 namespace {
 
@@ -21,12 +21,6 @@ constexpr float kShakeSpeed = 2.0f;  // units per second of the player who hits
 constexpr float kShakeMagnitude = 0.1f;
 constexpr float kShakeDecay = 0.001f;
 constexpr float kShakeDuration = 0.02f;
-
-const GalePhysics::RigidBody* FirstPlayerBody(const GalePhysics::Contact& contact) {
-  for (const GalePhysics::RigidBody* body : {contact.first, contact.second})
-    if (body != nullptr && IsPlayerName(body->owner->name)) return body;
-  return nullptr;
-}
 
 }  // namespace
 

@@ -3,12 +3,18 @@
 #include <array>
 
 #include "core/object_manager.h"
+#include "core/script_box.h"
+#include "core/transform.h"
 #include "graphics/background.h"
 #include "match/create_player.h"
+#include "match/game_timer.h"
 #include "match/hud.h"
 #include "match/players.h"
+#include "match/scoring.h"
 
 namespace {
+
+constexpr Vec3 kClockPlace = {0.0f, 10.0f, 0.0f};
 
 bool matchRunning = false;
 
@@ -20,6 +26,13 @@ const std::array<PlayerDefinition, kPlayers>& PlayerDefinitions() {
       {3, "Player4", "P4Force", "gp.png", {2.0f, -2.0f, 0.0f}, "ScoreText4"},
   }};
   return definitions;
+}
+
+void CreateMatchClock() {
+  GameObject& clock = *Objects().GetObject(Objects().CreateObject());
+  clock.core = true;
+  clock.GetTransform().position = kClockPlace;
+  clock.Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<GameTimer>());
 }
 
 void StartGame() {
@@ -35,7 +48,9 @@ void SetupMatch() {
   ClearHudObjects();
   for (const char* archetype : {"core", "bubblegens", "floor"}) Objects().LoadLevel(archetype);
   for (const GameObject* object : Objects().LoadLevel("scorebacks")) AddHudObject(object->id);
+  CreateScoreDisplays();
   for (const PlayerDefinition& player : PlayerDefinitions()) CreatePlayer(player);
+  CreateMatchClock();
 }
 
 void NewGame() {
@@ -45,6 +60,7 @@ void NewGame() {
 }
 
 bool IsMatchRunning() { return matchRunning; }
+void EndMatch() { matchRunning = false; }
 
 void ToggleDemoMode() {
   SetDemoMode(!IsDemoMode());

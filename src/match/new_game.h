@@ -3,10 +3,12 @@
 
 /// Starts a new match; the old objects go with the next sweep.
 void NewGame();
-/// True from the first NewGame on.
+/// True from a NewGame to the podium of its match.
 bool IsMatchRunning();
+/// The match is decided: the podium is about to be read.
+void EndMatch();
 
-/// Adds the scenery, the HUD and the four players to the scene.
+/// Adds the scenery, the HUD, the score displays, the four players and the match clock to the scene.
 void SetupMatch();
 
 /// The demo key: the computer flies player 1 too, or no longer; switching it on starts a new match.

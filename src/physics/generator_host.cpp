@@ -59,7 +59,7 @@ GameObject& GetGeneratorHost() {
   auto& host = HostSlot();
   if (!host) {
     host = std::make_unique<GameObject>();
-    host->name = "AForceBox";
+    host->name = kGeneratorHostName;
     host->id = kHostId;
     host->core = true;
     // The copy of the host that opens every saved level dissolves by this script, which reading arms.
@@ -77,6 +77,7 @@ ForceGenerator& AdoptForceGenerator(std::unique_ptr<ForceGenerator> generator) {
 int SavedGeneratorId(const ForceGenerator& generator) { return Links().SavedId(generator); }
 ForceGenerator* LoadedGenerator(int id) { return Links().Find(id); }
 LevelExtension& GetGeneratorLinks() { return Links(); }
+std::size_t CountGenerators() { return GetGeneratorHost().Get<ScriptBox>()->GetScriptCount() - 1; }  // but "patricidal"
 void ResetGeneratorHost() { HostSlot().reset(); }
 
 void ForceGenerator::Serialize(Serializer& writer) const {

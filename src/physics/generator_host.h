@@ -10,6 +10,9 @@
 
 namespace GalePhysics {
 
+/// The host's name, which its copies in files bear too.
+inline constexpr char kGeneratorHostName[] = "AForceBox";
+
 /// The host object; made on first use, in no object list, ID 1337.
 GameObject& GetGeneratorHost();
 
@@ -38,6 +41,9 @@ ForceGenerator* LoadedGenerator(int id);
 
 /// Keeps the ID tables in step with the loads and saves of the object manager.
 LevelExtension& GetGeneratorLinks();
+
+/// How many generators the host keeps.
+std::size_t CountGenerators();
 
 /// Destroys the host with all generators.
 void ResetGeneratorHost();

@@ -1,4 +1,4 @@
-// Whether somebody was rammed: many scripts react to fast players only.
+// Whether somebody was rammed: many scripts react to fast players only. Two tests that differ when two players meet.
 #pragma once
 
 #include "core/game_object.h"
@@ -16,3 +16,13 @@ inline bool IsFastPlayer(const GalePhysics::RigidBody* body) {
 inline bool InvolvesFastPlayer(const GalePhysics::Contact& contact) {
   return IsFastPlayer(contact.first) || IsFastPlayer(contact.second);
 }
+
+/// The first of the two bodies that is a player's, or null.
+inline const GalePhysics::RigidBody* FirstPlayerBody(const GalePhysics::Contact& contact) {
+  for (const GalePhysics::RigidBody* body : {contact.first, contact.second})
+    if (body != nullptr && IsPlayerName(body->owner->name)) return body;
+  return nullptr;
+}
+
+/// What scoring asks for: the first player of the contact is fast; a second one is not looked at.
+inline bool IsFirstPlayerFast(const GalePhysics::Contact& contact) { return IsFastPlayer(FirstPlayerBody(contact)); }

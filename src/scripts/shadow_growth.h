@@ -5,6 +5,10 @@
 
 class ShadowGrowth final : public Script {
  public:
+  ShadowGrowth() = default;
+  /// `scaleFactor`: world units an update; below 0 the shadow grows mirrored and without end.
+  explicit ShadowGrowth(float scaleFactor) : scaleFactor_(scaleFactor) {}
+
   /// Starts at nothing, whatever size the file gives the owner.
   void Initialize() override;
   /// Grows until both sides are larger than 1, so one that shrinks never stops.

@@ -12,6 +12,8 @@
 #include "core/object_manager.h"
 #include "core/script_registry.h"
 #include "core/serializer.h"
+#include "match/give_points.h"
+#include "match/objective_factory.h"
 #include "test_world.h"
 #include "tools/lint/block_reader.h"
 
@@ -103,13 +105,32 @@ TEST(Lint, TheKeyTableIsWhatTheGameWrites) {
     EXPECT_EQ(FaultsOf(writer.TakeText(), *schema), "") << name;
   }
   for (const BlockSchema& schema : ScriptSchemas()) EXPECT_TRUE(IsScriptRegistered(schema.name)) << schema.name;
-  for (const char* name : {"Transform", "RigidBody", "Sprite", "SphereCollider", "BoxCollider"}) {
+  for (const char* name : {"Transform", "RigidBody", "Sprite", "GivePoints", "SphereCollider", "BoxCollider"}) {
     GameObject& object = world.Add("thing");
     Serializer writer;
     writer.OpenInMemory(6);
     object.AddComponent(name)->Serialize(writer);
     EXPECT_EQ(FaultsOf(writer.TakeText(), *FindComponentSchema(name)), "") << name;
   }
+}
+
+// The rules stand in two tables, the factory's and lint's.
+TEST(Lint, KnowsTheObjectivesOfTheFactory) {
+  TestWorld world;
+  std::string values;
+  int count = 0;
+  for (const BlockSchema& schema : ObjectiveSchemas()) {
+    const auto objective = CreateObjective(schema.name);
+    ASSERT_NE(objective, nullptr) << schema.name;
+    Serializer writer;
+    writer.OpenInMemory(6);
+    objective->Serialize(writer);
+    values += writer.TakeText();
+    ++count;
+  }
+  const std::string block = "Component: \"ObjectiveManager\" {\nSections: " + std::to_string(count) + "\n" + values +
+                            "No more objectives: Done\n}\n";
+  EXPECT_EQ(Count(FaultsOf(block, *FindScriptSchema("ObjectiveManager")), "missing-or-shifted"), 0) << block;
 }
 
 // An emitter's picture is nobody else's to load, and its eight vectors are lines of three equal keys.
@@ -307,4 +328,83 @@ TEST(Lint, TruncationAndJunkAreFaults) {
   world.WriteFile("stage", "");
   EXPECT_NE(Lint("stage", result).find("stage:1: unreadable: "), std::string::npos);
   EXPECT_NE(Lint(".", result).find(".:1: unreadable: "), std::string::npos);
+}
+
+// What makes a match is looked at as a whole: the episode, the rules, what pays, and what is spawned.
+TEST(Lint, MatchRules) {
+  constexpr std::string_view episode =
+      "\t\t\tComponent: \"SegmentManager\" {\n"
+      "\t\t\t\tnumber of segments: 1\n"
+      "\t\t\t\tlevelName_: piece\n"
+      "\t\t\t\tduration_: 10\n"
+      "\t\t\t\trotationAngle_: 0\n"
+      "\t\t\t\tdistance_: 0\n"
+      "\t\t\t\tSentinelSegment: NoMoreSegments\n"
+      "\t\t\t}\n"
+      "\t\t\tComponent: \"ObjectiveManager\" {\n"
+      "\t\t\t\tSections: 2\n"
+      "\t\t\t\tObjective: HitObjects\n"
+      "\t\t\t\tObjective: NULL\n"
+      "\t\t\t\tRuntime: 10\n"
+      "\t\t\t\tNo more objectives: Done\n"
+      "\t\t\t}\n"
+      "\t\t\tComponent: \"spawner\" {\n"
+      "\t\t\t\tarchtypename: piece\n"
+      "\t\t\t\tTimeBeforeFirstSpawn: 0\n"
+      "\t\t\t\tspawnrate: 1\n"
+      "\t\t\t\tYRange: 0\n"
+      "\t\t\t\tComponent: \"Vec3\" {\n\t\t\t\t\tx_: 0\n\t\t\t\t\ty_: 0\n\t\t\t\t\tz_: 0\n\t\t\t\t}\n"
+      "\t\t\t}\n";
+  const struct {
+    const char* from;
+    const char* to;
+    const char* rule;
+  } cases[] = {
+      {"levelName_: piece", "levelName_: nowhere", "missing-piece"},
+      {"levelName_: piece", "levelName_: hollow", "missing-piece"},
+      {"levelName_: piece", "levelName_: level1", "piece-of-itself"},
+      {"duration_: 10", "duration_: 0", "no-time"},
+      {"duration_: 10", "duration_: -2", "no-time"},
+      {"duration_: 10", "duration_: nan", "bad-value"},
+      {"number of segments: 1", "number of segments: 1000000000", "wrong-count"},
+      {"number of segments: 1", "number of segments: -1", "wrong-count"},
+      {"Sections: 2", "Sections: 3", "wrong-count"},
+      {"Objective: HitObjects", "Objective: Regatta\n\t\t\t\tBoats: 3", "unknown-objective"},
+      {"archtypename: piece", "archtypename: kraken", "missing-archetype"},
+      {"archtypename: piece", "archtypename: hollow", "missing-archetype"},
+      {"archtypename: piece", "archtypename: level1", "archetype-of-itself"},
+      {"spawnrate: 1", "spawnrate: 0", "spawn-rate"},
+      {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range"},
+      {"Hits To Break: 2", "Hits To Break: -1", "negative-hits"},
+  };
+  TestWorld world;
+  int result = 0;
+  world.WriteFile("piece", Document({&world.Add("thing")}));
+  world.WriteFile("hollow", "{\n}\n");
+  GameObject& controller = world.AddSphere("segmentmanager", {});
+  auto& prize = controller.Insert(std::make_unique<GivePoints>());
+  prize.pointsGiven = 5;
+  prize.hitsToBreak = 2;
+  const std::string good = WithScripts(Document({&controller}), episode);
+  const auto lint = [&](const std::string& text) {
+    world.WriteFile("level1", text);
+    return Lint("level1", result);
+  };
+  EXPECT_EQ(lint(good), "");
+  for (const auto& damage : cases) {
+    std::string text = good;
+    Replace(text, damage.from, damage.to);
+    const std::string report = lint(text);
+    EXPECT_EQ(result, 1) << damage.to;
+    EXPECT_NE(report.find(std::string(": ") + damage.rule + ": "), std::string::npos) << damage.to << "\n" << report;
+    const int line = Count(text.substr(0, text.find(damage.to)), "\n") + 1;
+    EXPECT_EQ(report.find("level1:" + std::to_string(line) + ": "), 0u) << damage.to << "\n" << report;
+    EXPECT_EQ(Count(report, "\n"), 1) << damage.to << "\n" << report;
+  }
+  std::string nobody = good;
+  Replace(nobody, "Name: segmentmanager", "Name: somebody");
+  EXPECT_NE(lint(nobody).find("level1:1: no-controller: "), std::string::npos);
+  std::string swapped = good;
+  Replace(swapped, "Component: \"SegmentManager\"", "Component: \"Spawner\"");
+  EXPECT_NE(lint(swapped).find(": controller-scripts: "), std::string::npos);
 }

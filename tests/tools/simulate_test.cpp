@@ -2,16 +2,24 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "core/event.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
+#include "match/episode_scene.h"
+#include "match/scoring.h"
 #include "physics/generator_host.h"
 #include "physics/spring.h"
 #include "test_world.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
+#include "tools/simulate/match_recorder.h"
 
 namespace {
 
@@ -75,4 +83,74 @@ TEST(Digest, TellsStatesApartAndIgnoresIds) {
   const auto sprung = StateDigest();
   EXPECT_EQ(StateDigest(), sprung) << "a digest leaves no trace";
   EXPECT_TRUE(BodyOf(anchor).baseOfGenerators.empty());
+}
+
+namespace {
+
+std::string Printed(const std::function<void(std::FILE*)>& print) {
+  char* buffer = nullptr;
+  std::size_t size = 0;
+  std::FILE* out = ::open_memstream(&buffer, &size);
+  print(out);
+  std::fclose(out);
+  std::string text(buffer, size);
+  std::free(buffer);
+  return text;
+}
+
+}  // namespace
+
+// The podium's numbers are those of the frame before it: what arrives later is lost. A rule counts as paid when
+// somebody is awarded in its time, up to and with its end.
+TEST(MatchRecorder, CountsLeadsWinsAndWhatPaid) {
+  EpisodeScene scene;
+  scene.Start(EpisodeScene::Segments({{"nothing", 100.0f}}), EpisodeScene::Objectives({}));
+  std::vector<std::string> heard;
+  class Next final : public RunLogListener {
+   public:
+    explicit Next(std::vector<std::string>& list) : list_(list) {}
+    void OnEvent(std::string_view text) override { list_.emplace_back(text); }
+
+   private:
+    std::vector<std::string>& list_;
+  } next(heard);
+  const auto credit = [](int player, int value) {
+    const SentPoints sent = {value, player};
+    SendEvent(kScoreObjects[static_cast<std::size_t>(player)], Event(kSentPoints, &sent));
+  };
+  MatchRecorder recorder(&next);
+  const auto run = [&] {
+    scene.Run(1);
+    recorder.EndFrame();
+  };
+  run();
+  LogEvent("objective begin HitObjects");
+  credit(1, 10);
+  run();
+  credit(0, 10);
+  run();
+  credit(0, 5);
+  run();
+  LogEvent("objective end HitObjects");
+  LogEvent("objective begin Crown");
+  AwardPoints(2, 1);
+  LogEvent("objective end Crown");
+  credit(3, 20);
+  run();
+  EXPECT_FALSE(recorder.IsDecided());
+  EndMatch();
+  credit(2, 100);
+  run();
+  LogEvent("screen podium");
+  ASSERT_TRUE(recorder.IsDecided() && recorder.IsAtPodium());
+  EXPECT_EQ(Printed([&](std::FILE* out) { recorder.FinishMatch(out, 6); }), "match 1 15 10 0 20 leads 2 frames 6\n");
+  EXPECT_EQ(Printed([&](std::FILE* out) { recorder.PrintRanking(out); }),
+            "rank 1 Player4 20\nrank 2 Player1 15\nrank 3 Player2 10\nrank 4 Player3 0\n");
+  const std::string tables = Printed([&](std::FILE* out) { recorder.PrintTables(out); });
+  EXPECT_EQ(tables.substr(0, tables.find("generators")),
+            "paid HitObjects 0\npaid Crown 1\nwins Player1 0\nwins Player2 0\nwins Player3 0\nwins Player4 1\n"
+            "spread-median 100.0\n");
+  EXPECT_NE(std::find(heard.begin(), heard.end(), "points Player4 20"), heard.end());
+  recorder.BeginMatch();
+  EXPECT_FALSE(recorder.IsDecided() || recorder.IsAtPodium());
 }

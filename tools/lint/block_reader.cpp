@@ -50,7 +50,7 @@ const LintLine* BlockReader::Expect(Kind kind, std::string_view key, const char*
 }
 
 LintBlock BlockReader::ReadBlock(const LintLine& header, const BlockSchema& schema) {
-  LintBlock block = {header.key, header.number, {}, {}};
+  LintBlock block = {.name = header.key, .line = header.number};
   for (const FieldSchema& field : schema.fields) {
     if (ReadField(field, block)) continue;
     SkipBlock();
@@ -94,6 +94,8 @@ bool BlockReader::ReadField(const FieldSchema& field, LintBlock& block) {
       report_.Fault(line->number, "bad-value", Quoted(line->value) + " must be true or false");
     return true;
   }
+  if (field.type == FieldType::kSegmentList) return CheckNumber(*line, FieldType::kInt) && ReadSegments(block);
+  if (field.type == FieldType::kObjectiveList) return CheckNumber(*line, FieldType::kInt) && ReadObjectives();
   if (field.type != FieldType::kGeneratorList) {
     CheckNumber(*line, field.type);
     return true;
@@ -112,6 +114,51 @@ bool BlockReader::ReadField(const FieldSchema& field, LintBlock& block) {
     block.generatorIds.push_back(id);
   }
   return true;
+}
+
+bool BlockReader::IsValueNext(std::string_view key) const {
+  return !AtEnd() && Peek().kind == Kind::kValue && Peek().key == key;
+}
+
+void BlockReader::CheckCount(const LintLine& count, std::size_t found, const char* what) {
+  if (NumberOf(count) != static_cast<float>(found))
+    report_.Fault(count.number, "wrong-count", std::to_string(found) + " " + what + " follow: write that number");
+}
+
+bool BlockReader::ReadSegments(LintBlock& block) {
+  const LintLine& count = lines_[next_ - 1];
+  while (IsValueNext("levelName_")) {
+    LintSegment segment = {&Take(), nullptr};
+    for (const char* key : {"duration_", "rotationAngle_", "distance_"}) {
+      const LintLine* line = Expect(Kind::kValue, key, "the value");
+      if (line == nullptr) return false;
+      if (CheckNumber(*line, FieldType::kFloat) && line->key == "duration_") segment.duration = line;
+    }
+    block.segments.push_back(segment);
+  }
+  CheckCount(count, block.segments.size(), "segments");
+  return Expect(Kind::kValue, "SentinelSegment", "the value") != nullptr;
+}
+
+// An unknown rule has unknown values: they end where the next rule, or the list's end, stands.
+bool BlockReader::ReadObjectives() {
+  const LintLine& count = lines_[next_ - 1];
+  std::size_t found = 0;
+  for (; IsValueNext("Objective"); ++found) {
+    const LintLine& type = Take();
+    const BlockSchema* schema = FindObjectiveSchema(type.value);
+    if (schema == nullptr) {
+      report_.Fault(type.number, "unknown-objective", "no objective is called " + Quoted(type.value));
+      while (!AtEnd() && Peek().kind == Kind::kValue && !IsValueNext("Objective") && !IsValueNext("No more objectives"))
+        Take();
+      continue;
+    }
+    LintBlock values = {.name = schema->name, .line = type.number};
+    for (const FieldSchema& field : schema->fields)
+      if (!ReadField(field, values)) return false;
+  }
+  CheckCount(count, found, "objectives");
+  return Expect(Kind::kValue, "No more objectives", "the value") != nullptr;
 }
 
 bool BlockReader::ReadFloats(std::string_view header, const std::vector<std::string_view>& keys, bool translation) {

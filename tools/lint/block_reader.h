@@ -9,12 +9,19 @@
 #include "tools/lint/key_table.h"
 #include "tools/lint/scanner.h"
 
+/// A level piece of an episode.
+struct LintSegment {
+  const LintLine* levelName;
+  const LintLine* duration;  ///< null when it is no number
+};
+
 /// One component or script as it was read: where it stands and its single values by key.
 struct LintBlock {
   std::string_view name;
   int line;
-  std::map<std::string_view, const LintLine*> values;
-  std::vector<const LintLine*> generatorIds;  ///< of a body, both lists
+  std::map<std::string_view, const LintLine*> values = {};
+  std::vector<const LintLine*> generatorIds = {};  ///< of a body, both lists
+  std::vector<LintSegment> segments = {};          ///< of a SegmentManager
 };
 
 class BlockReader {
@@ -35,6 +42,11 @@ class BlockReader {
  private:
   bool ReadField(const FieldSchema& field, LintBlock& block);
   bool ReadFloats(std::string_view header, const std::vector<std::string_view>& keys, bool translation);
+  bool ReadSegments(LintBlock& block);
+  bool ReadObjectives();
+  bool IsValueNext(std::string_view key) const;
+  /// A fault when the count does not fit what follows it.
+  void CheckCount(const LintLine& count, std::size_t found, const char* what);
   bool CheckNumber(const LintLine& line, FieldType type);
 
   const std::vector<LintLine>& lines_;

@@ -37,6 +37,16 @@ constexpr FieldSchema kSphere[] = {{"size", kFloat},          {"type", kInt},
 constexpr FieldSchema kBox[] = {{"size", kFloat},          {"type", kInt}, {"restitution", kFloat}, {"ghost", kBool},
                                 {"collision group", kInt}, {"", kVec3}};
 
+constexpr FieldSchema kGivePoints[] = {{"PointsGiven", kInt}, {"Hits To Break", kInt}, {"Is Treasure Chest", kBool}};
+
+constexpr FieldSchema kDeathTimer[] = {{"Time", kFloat}};
+constexpr FieldSchema kSegmentManager[] = {{"number of segments", kSegmentList}};
+constexpr FieldSchema kObjectiveManager[] = {{"Sections", kObjectiveList}};
+constexpr FieldSchema kSpawnsObjects[] = {{"archtypename", kString},
+                                          {"TimeBeforeFirstSpawn", kFloat},
+                                          {"spawnrate", kFloat},
+                                          {"YRange", kFloat},
+                                          {"", kVec3}};
 constexpr FieldSchema kEmitter[] = {{"textureName", kString}, {"particleCount", kInt}};
 constexpr FieldSchema kBasicEmitter[] = {{"textureName", kString},
                                          {"particleCount", kInt},
@@ -86,33 +96,66 @@ constexpr FieldSchema kWobbly[] = {{"My ID", kInt},
                                    {"_lastWobbleTime", kFloat},
                                    {"_wobbleBackwards", kBool}};
 
-constexpr std::array<BlockSchema, 6> kComponents = {{{"Transform", kTransform},
-                                                     {"ScriptBox", {}},
-                                                     {"RigidBody", kRigidBody},
-                                                     {"Sprite", kSprite},
-                                                     {"SphereCollider", kSphere},
-                                                     {"BoxCollider", kBox}}};
-constexpr std::array<BlockSchema, 21> kScripts = {{{"bpe", kBasicEmitter},
-                                                   {"CameraCenterer", {}},
-                                                   {"color-changer", {}},
-                                                   {"fishanimator", kFishAnimator},
-                                                   {"ForceCurrency", kForceCurrency},
-                                                   {"gravity", kGravity},
-                                                   {"spring", kSpring},
-                                                   {"class LerpVecAnimator", {}},
-                                                   {"class LerpSizeAnimator", {}},
-                                                   {"class LerpOpacityAnimator", {}},
-                                                   {"particleemitter", kEmitter},
-                                                   {"patricidal", {}},
-                                                   {"CharacterController", kController},
-                                                   {"ppa", {}},
-                                                   {"PrisonScript", kPrison},
-                                                   {"rainbowfish", kRainbowFish},
-                                                   {"VelocityCap", {}},
-                                                   {"InsertName", {}},
-                                                   {"ShadowGrowth", kShadowGrowth},
-                                                   {"SquidAnimator", {}},
-                                                   {"wobblypuller", kWobbly}}};
+constexpr FieldSchema kNull[] = {{"Runtime", kInt}};
+constexpr FieldSchema kCannonFall[] = {
+    {"Rate", kFloat}, {"RateVariation", kFloat}, {"Speed", kFloat}, {"speedVariation", kFloat}};
+
+constexpr auto kComponents = std::to_array<BlockSchema>({
+    {"Transform", kTransform},
+    {"ScriptBox", {}},
+    {"RigidBody", kRigidBody},
+    {"Sprite", kSprite},
+    {"GivePoints", kGivePoints},
+    {"SphereCollider", kSphere},
+    {"BoxCollider", kBox},
+});
+constexpr auto kScripts = std::to_array<BlockSchema>({
+    {"class GameTimer", {}},
+    {"bpe", kBasicEmitter},
+    {"CameraCenterer", {}},
+    {"CollisionCheckScript", {}},
+    {"color-changer", {}},
+    {"DeathTimer", kDeathTimer},
+    {"dizzy", {}},
+    {"fishanimator", kFishAnimator},
+    {"follow", {}},
+    {"ForceCurrency", kForceCurrency},
+    {"gravity", kGravity},
+    {"spring", kSpring},
+    {"class LerpVecAnimator", {}},
+    {"class LerpSizeAnimator", {}},
+    {"class LerpOpacityAnimator", {}},
+    {"ObjectiveManager", kObjectiveManager},
+    {"particleemitter", kEmitter},
+    {"patricidal", {}},
+    {"CharacterController", kController},
+    {"ppa", {}},
+    {"pointmovment", {}},
+    {"PrisonScript", kPrison},
+    {"rainbowfish", kRainbowFish},
+    {"spawner", kSpawnsObjects},
+    {"stunsonhit", {}},
+    {"VelocityCap", {}},
+    {"RespawnNodeManager", {}},
+    {"ScoreScript", {}},
+    {"InsertName", {}},
+    {"SegmentManager", kSegmentManager},
+    {"ShadowGrowth", kShadowGrowth},
+    {"Spawner", {}},
+    {"SquidAnimator", {}},
+    {"wsl", {}},
+    {"wobblypuller", kWobbly},
+});
+constexpr auto kObjectives = std::to_array<BlockSchema>({
+    {"CannonFall", kCannonFall},
+    {"HitObjects", {}},
+    {"KingOfTheHill", {}},
+    {"Crown", {}},
+    {"CollectTheRings", {}},
+    {"OctoMiners", {}},
+    {"lotbb", {}},
+    {"NULL", kNull},
+});
 
 template <std::size_t N>
 const BlockSchema* Find(const std::array<BlockSchema, N>& blocks, std::string_view name) {
@@ -125,4 +168,6 @@ const BlockSchema* Find(const std::array<BlockSchema, N>& blocks, std::string_vi
 
 const BlockSchema* FindComponentSchema(std::string_view name) { return Find(kComponents, name); }
 const BlockSchema* FindScriptSchema(std::string_view name) { return Find(kScripts, name); }
+const BlockSchema* FindObjectiveSchema(std::string_view name) { return Find(kObjectives, name); }
 std::span<const BlockSchema> ScriptSchemas() { return kScripts; }
+std::span<const BlockSchema> ObjectiveSchemas() { return kObjectives; }

@@ -5,7 +5,19 @@
 #include <span>
 #include <string_view>
 
-enum class FieldType { kFloat, kInt, kBool, kString, kVec3, kQuaternion, kMatrix33, kMatrix34, kGeneratorList };
+enum class FieldType {
+  kFloat,
+  kInt,
+  kBool,
+  kString,
+  kVec3,
+  kQuaternion,
+  kMatrix33,
+  kMatrix34,
+  kGeneratorList,
+  kSegmentList,    ///< a count, the segments, and the line that ends them
+  kObjectiveList,  ///< likewise
+};
 
 struct FieldSchema {
   std::string_view key;  ///< empty for composite values, whose lines have fixed keys
@@ -20,6 +32,9 @@ struct BlockSchema {
 /// The block of a component or script by its name in files; null for an unknown one.
 const BlockSchema* FindComponentSchema(std::string_view name);
 const BlockSchema* FindScriptSchema(std::string_view name);
+/// The values of a rule by the name that files use, without the line that names it; null for an unknown one.
+const BlockSchema* FindObjectiveSchema(std::string_view name);
 
-/// Every script that has a schema.
+/// Every script and every objective that has a schema.
 std::span<const BlockSchema> ScriptSchemas();
+std::span<const BlockSchema> ObjectiveSchemas();

@@ -35,8 +35,7 @@ bool LintFile(const std::string& file, std::FILE* out) {
   std::string text;
   if (!ReadWhole(file, text, report)) return false;
   const auto lines = ScanLines(text, report);
-  const std::string folder = std::filesystem::path(file).parent_path().string();
-  CheckObjects(lines, folder, report);
+  CheckObjects(lines, file, report);
   return !report.HasFaults();
 }
 

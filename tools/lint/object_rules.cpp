@@ -9,42 +9,21 @@
 #include "core/player_name.h"
 #include "graphics/particle_emitter.h"
 #include "graphics/preload_list.h"
-#include "tools/lint/block_reader.h"
+#include "tools/lint/lint_object.h"
+#include "tools/lint/match_rules.h"
 
 namespace {
 
+namespace fs = std::filesystem;
 using Kind = LintLine::Kind;
 
 constexpr std::string_view kHostName = "AForceBox";
 constexpr int kMaxGroup = 14;
 
-struct LintObject {
-  int line = 0;
-  bool hasName = false;
-  std::string_view name;
-  std::vector<LintBlock> components;
-  std::vector<LintBlock> scripts;
-
-  const LintBlock* Find(std::string_view component) const {
-    for (const LintBlock& block : components)
-      if (block.name == component) return &block;
-    return nullptr;
-  }
-  bool HasScript(std::string_view script) const {
-    return std::any_of(scripts.begin(), scripts.end(), [&](const LintBlock& block) { return block.name == script; });
-  }
-};
-
-const LintLine* ValueOf(const LintBlock* block, std::string_view key) {
-  if (block == nullptr) return nullptr;
-  const auto found = block->values.find(key);
-  return found == block->values.end() ? nullptr : found->second;
-}
-
 class LevelLint {
  public:
-  LevelLint(const std::vector<LintLine>& lines, std::string folder, LintReport& report)
-      : reader_(lines, report), folder_(std::move(folder)), report_(report) {}
+  LevelLint(const std::vector<LintLine>& lines, const std::string& file, LintReport& report)
+      : reader_(lines, report), folder_(fs::path(file).parent_path().string()), report_(report), match_(file, report) {}
 
   void Run() {
     while (!reader_.AtEnd()) {
@@ -57,6 +36,7 @@ class LevelLint {
       if (line.kind == Kind::kComponentOpen) reader_.SkipBlock();
     }
     CheckGenerators();
+    match_.Finish();
   }
 
  private:
@@ -84,16 +64,17 @@ class LevelLint {
     }
     const BlockSchema* schema = FindComponentSchema(header.key);
     if (schema == nullptr) {
-      report_.Fault(header.number, "unknown-component",
-                    "no component is called \"" + std::string(header.key) +
-                        "\": Transform, ScriptBox, RigidBody, Sprite, SphereCollider or BoxCollider is right");
+      report_.Fault(
+          header.number, "unknown-component",
+          "no component is called \"" + std::string(header.key) +
+              "\": Transform, ScriptBox, RigidBody, Sprite, GivePoints, SphereCollider or BoxCollider is right");
       reader_.SkipBlock();
       return;
     }
     if (object.Find(header.key) != nullptr)
       report_.Fault(header.number, "repeated-component", "the object has one already, which is lost: remove one");
     if (header.key == "ScriptBox") {
-      object.components.push_back({header.key, header.number, {}, {}});
+      object.components.push_back({.name = header.key, .line = header.number});
       ReadScripts(object);
     } else {
       object.components.push_back(reader_.ReadBlock(header, *schema));
@@ -129,6 +110,7 @@ class LevelLint {
     CheckSprite(object);
     for (const LintBlock& script : object.scripts) CheckEmitter(script);
     CollectGenerators(object);
+    match_.Check(object);
   }
 
   void CheckName(const LintObject& object) {
@@ -236,6 +218,7 @@ class LevelLint {
   BlockReader reader_;
   std::string folder_;
   LintReport& report_;
+  MatchRules match_;
   std::set<std::string_view> noted_;  // pictures that have had their note
   std::set<std::string_view> defined_;
   std::map<std::string_view, int> unread_;  // generators outside the host that no body has named yet
@@ -243,6 +226,6 @@ class LevelLint {
 
 }  // namespace
 
-void CheckObjects(const std::vector<LintLine>& lines, const std::string& folder, LintReport& report) {
-  LevelLint(lines, folder, report).Run();
+void CheckObjects(const std::vector<LintLine>& lines, const std::string& file, LintReport& report) {
+  LevelLint(lines, file, report).Run();
 }

@@ -6,5 +6,5 @@
 
 #include "tools/lint/scanner.h"
 
-/// Checks all objects of a file; `folder` is where the file lies.
-void CheckObjects(const std::vector<LintLine>& lines, const std::string& folder, LintReport& report);
+/// Checks all objects of the level at the path `file`.
+void CheckObjects(const std::vector<LintLine>& lines, const std::string& file, LintReport& report);

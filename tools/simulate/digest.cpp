@@ -14,6 +14,11 @@
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
+#include "match/game_timer.h"
+#include "match/objective_link.h"
+#include "match/objective_manager.h"
+#include "match/scoring.h"
+#include "match/segment_manager.h"
 #include "physics/rigid_body.h"
 
 namespace {
@@ -67,6 +72,29 @@ void AddParticles(Hash& hash, const ParticleEmitter& emitter) {
   for (const Particle& particle : emitter.GetPool()) hash.AddValue(particle);
 }
 
+// What runs in the match and is in no file.
+void AddMatch(Hash& hash) {
+  for (const Rank& rank : RankPlayers()) {
+    hash.AddValue(rank.player);
+    hash.AddValue(rank.points);
+  }
+  if (const SegmentManager* segments = FindSegmentManager()) {
+    hash.AddValue(segments->GetCurrentSegment());
+    hash.AddValue(segments->GetElapsed());
+  }
+  if (const auto* objectives = static_cast<const ObjectiveManager*>(FindObjectives())) {
+    const Objective* current = objectives->GetCurrentObjective();
+    hash.Add(current == nullptr ? "" : current->typeName);
+    hash.AddValue(objectives->GetElapsed());
+  }
+}
+
+void AddClock(Hash& hash, const GameObject& object) {
+  const auto* scripts = object.Get<ScriptBox>();
+  const Script* clock = scripts == nullptr ? nullptr : scripts->GetScript("class GameTimer");
+  if (clock != nullptr) hash.AddValue(static_cast<const GameTimer*>(clock)->GetRemainingTime());
+}
+
 void AddObject(Hash& hash, const GameObject& object) {
   hash.Add(object.name);
   hash.AddValue(object.alive);
@@ -76,9 +104,11 @@ void AddObject(Hash& hash, const GameObject& object) {
   hash.AddValue(transform.orientation);
   hash.AddValue(transform.graphicsScale);
   if (const auto* body = object.Get<GalePhysics::RigidBody>()) AddBody(hash, *body);
-  for (const Kind kind : {Kind::kSprite, Kind::kSphereCollider, Kind::kBoxCollider, Kind::kScriptBox})
+  for (const Kind kind :
+       {Kind::kSprite, Kind::kSphereCollider, Kind::kBoxCollider, Kind::kGivePoints, Kind::kScriptBox})
     AddAsText(hash, object.GetComponent(kind));
   if (const auto* text = object.Get<SpriteText>()) AddText(hash, *text);
+  AddClock(hash, object);
 }
 
 }  // namespace
@@ -87,6 +117,7 @@ std::uint64_t StateDigest() {
   Hash hash;
   for (const auto& object : Objects().GetObjects()) AddObject(hash, *object);
   for (const ParticleEmitter* emitter : ParticleEmitters()) AddParticles(hash, *emitter);
+  AddMatch(hash);
   const GameTime& time = Time();
   for (const float f : {time.frameStep, time.physicsStep, time.elapsedTime, GetRenderer().GetWaveTime()})
     hash.AddValue(f);

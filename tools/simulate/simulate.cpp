@@ -21,16 +21,19 @@
 #include "graphics/renderer.h"
 #include "input/gamepad.h"
 #include "input/input.h"
+#include "match/new_game.h"
 #include "match/players.h"
 #include "startup.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
+#include "tools/simulate/match_recorder.h"
 #include "tools/simulate/sound_recorder.h"
 #include "tools/simulate/trace.h"
 
 namespace {
 
 constexpr double kFrameSeconds = 1.0 / 60.0;
+constexpr int kMostFrames = 200000;       // of a match that does not end
 constexpr std::uint32_t kFirstSeed = 10;  // as the game's window start leaves it
 
 struct FileCloser {
@@ -72,7 +75,7 @@ void StartGame(ScriptedPlatform& platform, const SimulateOptions& options) {
   BindKeys();
   GetRenderer().Init();
   GetBackground();
-  SetDemoMode(options.pilots);
+  SetDemoMode(options.pilots || options.matches > 0);
   if (options.match) {
     StartFirstMatch();
     return;
@@ -91,20 +94,72 @@ void PrintSummary(std::FILE* out, int frames, double wallSeconds) {
   std::fflush(out);
 }
 
-int RunFrames(const SimulateOptions& options, ScriptedPlatform& platform, InputScript& input, Trace* trace,
-              SoundRecorder* sound) {
-  GameEvents events;
-  Frame frame(events);
-  int done = 0;
-  for (; done < options.frames && platform.running; ++done) {
-    if (trace != nullptr) trace->BeginFrame(done);
-    input.Apply(done, platform);
-    frame.Run();
-    if (trace != nullptr) trace->EndFrame();
-    if (sound != nullptr) sound->RecordFrame();
+// What a run writes down, and the loop that feeds it.
+class Run {
+ public:
+  Run(const SimulateOptions& options, ScriptedPlatform& platform, InputScript& input, std::FILE* out, Trace* trace,
+      SoundRecorder* sound)
+      : options_(options), platform_(platform), input_(input), out_(out), trace_(trace), sound_(sound) {}
+
+  /// False when a match that should end did not.
+  bool Go() {
+    if (options_.matches > 0) return PlayMatches();
+    if (options_.untilEnd) return PlayToTheEnd();
+    while (done_ < options_.frames && platform_.running) RunFrame();
+    return true;
   }
-  return done;
-}
+  int GetFrames() const { return done_; }
+  const MatchRecorder& GetMatch() const { return match_; }
+
+ private:
+  void RunFrame() {
+    if (trace_ != nullptr) trace_->BeginFrame(done_);
+    input_.Apply(done_, platform_);
+    frame_.Run();
+    match_.EndFrame();
+    if (trace_ != nullptr) trace_->EndFrame();
+    if (sound_ != nullptr) sound_->RecordFrame();
+    ++done_;
+  }
+
+  bool PlayToTheEnd() {
+    const int start = done_;
+    while (!match_.IsAtPodium() && platform_.running) {
+      if (done_ - start == kMostFrames) {
+        std::fprintf(stderr, "the match did not end in %d frames\n", kMostFrames);
+        return false;
+      }
+      RunFrame();
+    }
+    return true;
+  }
+
+  bool PlayMatches() {
+    for (int i = 0; i < options_.matches && platform_.running; ++i) {
+      if (i > 0) {
+        if (trace_ != nullptr) trace_->BeginFrame(done_);
+        NewGame();
+        match_.BeginMatch();
+      }
+      const int start = done_;
+      if (!PlayToTheEnd()) return false;
+      match_.FinishMatch(out_, done_ - start);
+    }
+    match_.PrintTables(out_);
+    return true;
+  }
+
+  const SimulateOptions& options_;
+  ScriptedPlatform& platform_;
+  InputScript& input_;
+  std::FILE* out_;
+  Trace* trace_;
+  SoundRecorder* sound_;
+  MatchRecorder match_{trace_};
+  GameEvents events_;
+  Frame frame_{events_};
+  int done_ = 0;
+};
 
 }  // namespace
 
@@ -136,19 +191,20 @@ int Simulate(const SimulateOptions& options) {
 
   std::optional<Trace> trace;
   if (traceFile) trace.emplace(traceFile.get());
+  std::FILE* out = options.traceFile == "-" ? stderr : stdout;
   ScriptedPlatform platform;
+  Run run(options, platform, input, out, trace ? &*trace : nullptr, sound ? &*sound : nullptr);
   StartGame(platform, options);
   const auto start = std::chrono::steady_clock::now();
-  const int frames = RunFrames(options, platform, input, trace ? &*trace : nullptr, sound ? &*sound : nullptr);
+  int result = run.Go() ? 0 : 1;
   const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
 
-  int result = 0;
-  std::FILE* out = options.traceFile == "-" ? stderr : stdout;
   if (options.digest) std::fprintf(out, "digest %016" PRIX64 "\n", StateDigest());
   if (!options.saveName.empty() && !Objects().SaveLevel(options.saveName))
     result = Fail(options.saveName, "could not be saved in the data folder");
   if (sound && !sound->IsWhole()) result = Fail(options.wavFile, "could not be written to its end");
-  PrintSummary(out, frames, wall.count());
+  PrintSummary(out, run.GetFrames(), wall.count());
+  if (options.match && run.GetMatch().IsDecided()) run.GetMatch().PrintRanking(out);
   Audio::Shutdown();
   return result;
 }

@@ -9,6 +9,8 @@ struct SimulateOptions {
   bool match = false;
   bool pilots = false;  ///< the computer flies player 1 too
   int frames = 0;
+  bool untilEnd = false;  ///< instead of a number of frames: until the win screen waits for a button
+  int matches = 0;        ///< above 0: that many whole matches one after the other
   std::string inputFile;  ///< empty: none
   std::string traceFile;  ///< empty: none; "-": standard output
   std::string saveName;   ///< empty: none; a plain name in the data folder

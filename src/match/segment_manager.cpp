@@ -1,0 +1,129 @@
+#include "match/segment_manager.h"
+
+#include <algorithm>
+
+#include "core/game_object.h"
+#include "core/object_manager.h"
+#include "core/pause.h"
+#include "core/platform.h"
+#include "core/print.h"
+#include "core/run_log.h"
+#include "core/script_box.h"
+#include "core/serializer.h"
+#include "core/transform.h"
+#include "input/gamepad.h"
+#include "match/objective_link.h"
+#include "physics/rigid_body.h"
+#include "scripts/death_timer.h"
+
+namespace {
+
+constexpr char kSentinelKey[] = "SentinelSegment";
+
+// The pieces that are being read now, outermost first.
+std::vector<std::string>& PiecesBeingRead() {
+  static std::vector<std::string> pieces;
+  return pieces;
+}
+
+Segment ReadSegment(Serializer& reader) {
+  Segment segment;
+  segment.levelName = reader.ReadString();
+  segment.duration = reader.ReadFloat();
+  if (!(segment.duration > 0.0f)) {
+    Print("%s: the segment \"%s\" lasts no time\n", reader.Where().c_str(), segment.levelName.c_str());
+    segment.duration = 0.0f;
+  }
+  segment.rotationAngle = reader.ReadFloat();
+  segment.distance = reader.ReadFloat();
+  return segment;
+}
+
+void Place(const std::vector<GameObject*>& piece, const Segment& segment) {
+  const Matrix33 turn = RotationAboutZ(segment.rotationAngle);
+  const Vec3 shift = turn * Vec3{0.0f, segment.distance, 0.0f};
+  for (GameObject* object : piece) {
+    Transform& transform = object->GetTransform();
+    transform.position = turn * transform.position + shift;
+    if (auto* body = object->Get<GalePhysics::RigidBody>()) body->velocity = turn * body->velocity;
+  }
+}
+
+}  // namespace
+
+void SegmentManager::Update(float step) {
+  if (!owner->alive || !active_ || !IsRunning()) return;
+  const float duration = segments_[static_cast<std::size_t>(currentSegment_)].duration;
+  elapsed_ += step;
+  if (elapsed_ >= duration) {
+    elapsed_ -= duration;
+    ++currentSegment_;
+    if (IsRunning()) BeginSegment();
+  }
+  WatchPads();
+}
+
+// Loads first and acts on the segment's copy afterwards: reading a piece may run any script.
+void SegmentManager::BeginSegment() {
+  const Segment segment = segments_[static_cast<std::size_t>(currentSegment_)];
+  auto& reading = PiecesBeingRead();
+  if (std::find(reading.begin(), reading.end(), segment.levelName) != reading.end()) {
+    Print("the piece \"%s\" brings itself: its own episode does not run\n", segment.levelName.c_str());
+    active_ = false;
+    return;
+  }
+  LogEvent("segment begin %s", segment.levelName.c_str());
+  reading.push_back(segment.levelName);
+  const std::vector<GameObject*> piece = Objects().LoadLevel(segment.levelName);
+  reading.pop_back();
+  for (const GameObject* object : piece)
+    if (DeathTimer* timer = FindDeathTimer(*object)) timer->endTime = segment.duration;
+  Place(piece, segment);
+}
+
+void SegmentManager::WatchPads() {
+  const int pads = GetPlatform().GetJoystickCount();
+  if (padCount_ == kPadsUnknown) padCount_ = pads;
+  if (pads < padCount_) padLost_ = true;
+}
+
+void SegmentManager::CheckReplugged() {
+  if (GetPlatform().GetJoystickCount() != padCount_) return;
+  padLost_ = false;
+  ReleasePause("Controller unplugged");
+  Input::ReopenGamepads();
+}
+
+float SegmentManager::MeasureEpisode() {
+  episodeLength_ = 0.0f;
+  for (const Segment& segment : segments_) episodeLength_ += segment.duration;
+  return episodeLength_;
+}
+
+void SegmentManager::Serialize(Serializer& writer) const {
+  writer.WriteInt("number of segments", static_cast<int>(segments_.size()));
+  for (const Segment& segment : segments_) {
+    writer.WriteString("levelName_", segment.levelName);
+    writer.WriteFloat("duration_", segment.duration);
+    writer.WriteFloat("rotationAngle_", segment.rotationAngle);
+    writer.WriteFloat("distance_", segment.distance);
+  }
+  writer.WriteString(kSentinelKey, "NoMoreSegments");
+}
+
+void SegmentManager::Deserialize(Serializer& reader) {
+  elapsed_ = 0.0f;
+  active_ = true;
+  const int count = reader.ReadInt();
+  const std::string where = reader.Where();
+  while (static_cast<int>(segments_.size()) < count && reader.NextIsValue() && reader.NextKey() != kSentinelKey)
+    segments_.push_back(ReadSegment(reader));
+  if (static_cast<int>(segments_.size()) != count)
+    Print("%s: says %d segments, %zu follow\n", where.c_str(), count, segments_.size());
+  reader.ReadString();
+  if (!segments_.empty()) BeginSegment();
+}
+
+SegmentManager* FindSegmentManager() {
+  return static_cast<SegmentManager*>(FindScript(kMatchController, "SegmentManager"));
+}

@@ -1,0 +1,52 @@
+// The episode: level pieces that come one after another, each loaded beside what is there, turned and shifted into
+// place. What a piece brings removes itself by its DeathTimer, which gets the segment's duration.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/script.h"
+
+struct Segment {
+  std::string levelName = "InvalidName";
+  float duration = 10.0f;      ///< seconds of game time
+  float rotationAngle = 0.0f;  ///< degrees about z, of places and velocities; orientations stay
+  float distance = 0.0f;       ///< world units along the turned y axis
+};
+
+class SegmentManager final : public Script {
+ public:
+  void Update(float step) override;
+  void Serialize(Serializer& writer) const override;
+  /// Begins the first segment at once, before there is an owner. Durations below 0 are taken as 0, and a count that
+  /// does not fit what follows as what is there, each with a message.
+  void Deserialize(Serializer& reader) override;
+  const char* GetName() const override { return "SegmentManager"; }
+
+  /// Seconds of all segments together; also stores them as the episode's length.
+  float MeasureEpisode();
+  const std::vector<Segment>& GetSegments() const { return segments_; }
+  int GetCurrentSegment() const { return currentSegment_; }
+  float GetElapsed() const { return elapsed_; }
+  bool IsPadLost() const { return padLost_; }
+  /// While paused: with all gamepads back the match counts as whole again.
+  void CheckReplugged();
+
+ private:
+  static constexpr int kPadsUnknown = -1;
+
+  bool IsRunning() const { return currentSegment_ < static_cast<int>(segments_.size()); }
+  void BeginSegment();
+  void WatchPads();
+
+  std::vector<Segment> segments_;
+  int currentSegment_ = 0;
+  float elapsed_ = 0.0f;        // seconds in the running segment
+  float episodeLength_ = 0.0f;  // seconds
+  bool active_ = true;
+  int padCount_ = kPadsUnknown;  // gamepads at the first update
+  bool padLost_ = false;
+};
+
+/// The episode of the match controller, or null while no match runs.
+SegmentManager* FindSegmentManager();

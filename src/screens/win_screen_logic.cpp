@@ -1,0 +1,96 @@
+#include "screens/win_screen_logic.h"
+
+#include <algorithm>
+
+#include "audio/audio.h"
+#include "audio/sound_ids.h"
+#include "core/game_time.h"
+#include "core/object_manager.h"
+#include "core/run_log.h"
+#include "graphics/sprite.h"
+#include "graphics/sprite_text.h"
+#include "match/archetype.h"
+#include "match/scoring.h"
+#include "screens/podium.h"
+
+namespace {
+
+// Seconds of game time that each stage lasts.
+constexpr float kFinishTime = 2.0f;
+constexpr float kFadeOutTime = 0.5f;
+constexpr float kClearTime = 0.1f;
+constexpr float kFadeInTime = 0.5f;
+constexpr float kNever = 100000000.0f;
+constexpr float kFadeSpeed = 510.0f / 255.0f;  // opacity, 0 to 1, a second of game time
+
+void HideScores() {
+  for (const char* name : kScoreObjects) {
+    const GameObject* display = Objects().FindObjectByName(name);
+    if (SpriteText* text = display == nullptr ? nullptr : display->Get<SpriteText>()) text->visible = false;
+  }
+}
+
+}  // namespace
+
+void WinScreenLogic::Initialize() {
+  nextTime_ = Time().elapsedTime + kFinishTime;
+  LogEvent("screen finish");
+  Objects().LoadLevel("finish");
+}
+
+void WinScreenLogic::Update(float /*step*/) {
+  const float fade = Time().frameStep * kFadeSpeed;
+  if (stage_ == Stage::kFadeOut) Fade(fade);
+  if (stage_ == Stage::kFadeIn) {
+    Fade(-fade);
+    HideScores();
+  }
+  if (Time().elapsedTime >= nextTime_) Advance();
+}
+
+void WinScreenLogic::Fade(float change) const {
+  const GameObject* fader = Objects().GetObject(faderId_);
+  if (Sprite* sprite = fader == nullptr ? nullptr : fader->Get<Sprite>())
+    sprite->a = std::clamp(sprite->a + change, 0.0f, 1.0f);
+}
+
+void WinScreenLogic::Advance() {
+  const float now = Time().elapsedTime;
+  switch (stage_) {
+    case Stage::kFinish: {
+      stage_ = Stage::kFadeOut;
+      nextTime_ = now + kFadeOutTime;
+      const GameObject* fader = CreateFromArchetype("fader");
+      faderId_ = fader == nullptr ? 0 : fader->id;
+      Audio::StopMusic();
+      break;
+    }
+    case Stage::kFadeOut:
+      stage_ = Stage::kClear;
+      nextTime_ = now + kClearTime;
+      ClearStage();
+      BuildPodium();
+      break;
+    case Stage::kClear:
+      stage_ = Stage::kFadeIn;
+      nextTime_ = now + kFadeInTime;
+      Objects().LoadLevel("winscreen");
+      Audio::PlayWinJingle();
+      break;
+    case Stage::kFadeIn:
+      stage_ = Stage::kWait;
+      nextTime_ = kNever;
+      Audio::Play(Sound::kPodiumMusic, Audio::kLongLived);
+      LogEvent("screen podium");
+      break;
+    case Stage::kWait:
+      break;
+  }
+}
+
+void WinScreenLogic::ClearStage() const {
+  for (int i = 0; i < kPlayers; ++i)
+    if (GameObject* player = GetPlayerObject(i)) player->alive = false;
+  for (const auto& object : Objects().GetObjects())
+    if (!object->core && object.get() != owner && object->id != faderId_) object->alive = false;
+}

@@ -1,0 +1,28 @@
+// The end of a match, from the last whistle to the podium: the stage fades out and is cleared, the four players are
+// laid out in the order of their points, and the podium fades in and waits.
+#pragma once
+
+#include <cstdint>
+
+#include "core/script.h"
+
+class WinScreenLogic final : public Script {
+ public:
+  /// Starts the sequence and shows the "finish" archetype.
+  void Initialize() override;
+  void Update(float step) override;
+  const char* GetName() const override { return "wsl"; }
+
+ private:
+  // What the screen waits for the end of, in order.
+  enum class Stage { kFinish, kFadeOut, kClear, kFadeIn, kWait };
+
+  void Advance();
+  /// Adds to the fader's opacity, 0 to 1.
+  void Fade(float change) const;
+  void ClearStage() const;
+
+  Stage stage_ = Stage::kFinish;
+  float nextTime_ = 0.0f;  // game time of the next stage
+  std::uint32_t faderId_ = 0;
+};

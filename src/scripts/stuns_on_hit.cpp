@@ -1,0 +1,14 @@
+#include "scripts/stuns_on_hit.h"
+
+#include "core/game_object.h"
+#include "core/player_name.h"
+#include "physics/contact.h"
+#include "scripts/dizzy.h"
+
+void StunsOnHit::Hit(const GameObject& other) const {
+  if (!owner->alive || !IsPlayerName(other.name)) return;
+  if (Dizzy* dizzy = FindDizzy(other)) dizzy->Stun();
+}
+
+void StunsOnHit::OnContact(const GalePhysics::Contact& contact) { Hit(*contact.secondOwner); }
+void StunsOnHit::OnCollision(const CollisionPair& pair) { Hit(*pair.other); }

@@ -1,0 +1,112 @@
+// A match on a stage of the test's own: the controller with its segments and rules, and whatever files the test wrote.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/object_manager.h"
+#include "core/run_log.h"
+#include "core/scripted_platform.h"
+#include "core/serializer.h"
+#include "core/transform.h"
+#include "frame.h"
+#include "game_events.h"
+#include "match/new_game.h"
+#include "match/players.h"
+#include "test_world.h"
+
+class EpisodeScene : public RunLogListener {
+ public:
+  EpisodeScene() {
+    SetPlatform(platform);
+    SetDemoMode(false);
+    // Nobody moves by himself, so the random stream belongs to the test.
+    for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, true);
+    SetRunLogListener(this);
+  }
+  EpisodeScene(const EpisodeScene&) = delete;
+  EpisodeScene& operator=(const EpisodeScene&) = delete;
+  ~EpisodeScene() override {
+    SetRunLogListener(nullptr);
+    for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, false);
+    platform.PumpEvents(events_);
+    static ScriptedPlatform nothing;
+    SetPlatform(nothing);
+  }
+
+  /// A file of one object of that name; `components` in the words of the format, its Transform first.
+  static std::string File(std::string_view name, std::string_view components) {
+    return "{\n\t1: {\n\t\tName: " + std::string(name) + "\n\t\tCore: false\n" + std::string(components) + "\t}\n}\n";
+  }
+  static std::string TransformAt(float x, float y) {
+    Transform transform;
+    transform.position = {x, y, 0.0f};
+    Serializer writer;
+    writer.OpenInMemory(6);
+    transform.Serialize(writer);
+    return writer.TakeText();
+  }
+  static std::string Box(std::string_view scripts) {
+    return "\t\tComponent: \"ScriptBox\" {\n" + std::string(scripts) + "\t\t}\n";
+  }
+  /// The script of that name, its values one a line.
+  static std::string ScriptText(std::string_view name, std::string_view values) {
+    return "\t\t\tComponent: \"" + std::string(name) + "\" {\n" + std::string(values) + "\t\t\t}\n";
+  }
+  /// Segments without turn or shift.
+  static std::string Segments(const std::vector<std::pair<std::string, float>>& segments) {
+    std::string text = "number of segments: " + std::to_string(segments.size()) + "\n";
+    for (const auto& [piece, seconds] : segments)
+      text +=
+          "levelName_: " + piece + "\nduration_: " + std::to_string(seconds) + "\nrotationAngle_: 0\ndistance_: 0\n";
+    return text + "SentinelSegment: NoMoreSegments\n";
+  }
+  static std::string Objectives(const std::vector<std::string>& types) {
+    std::string text = "Sections: " + std::to_string(types.size()) + "\n";
+    for (const std::string& type : types) text += "Objective: " + type + "\n";
+    return text + "No more objectives: Done\n";
+  }
+
+  /// Starts a match with a controller of these values.
+  void Start(const std::string& segments, const std::string& objectives) {
+    world.WriteFile("level1", File("segmentmanager", Box(ScriptText("SegmentManager", segments) +
+                                                         ScriptText("ObjectiveManager", objectives))));
+    NewGame();
+  }
+  void Run(int frames) {
+    for (int i = 0; i < frames; ++i, ++frame) runner_.Run();
+  }
+  void PressKeys(std::initializer_list<int> keys) {
+    for (const int key : keys) {
+      SDL_Event event{};
+      event.type = SDL_KEYDOWN;
+      event.key.keysym.sym = key;
+      platform.Push(event);
+    }
+  }
+  void OnEvent(std::string_view text) override { log.emplace_back(frame, text); }
+  /// The frames in which this happened.
+  std::vector<int> FramesOf(std::string_view event) const {
+    std::vector<int> frames;
+    for (const auto& [when, text] : log)
+      if (text == event) frames.push_back(when);
+    return frames;
+  }
+  static GameObject* Find(std::string_view name) { return Objects().FindObjectByName(name); }
+  static int CountObjects(std::string_view name) {
+    int count = 0;
+    for (const auto& object : Objects().GetObjects()) count += object->alive && object->name == name ? 1 : 0;
+    return count;
+  }
+
+  TestWorld world;
+  ScriptedPlatform platform;
+  int frame = 0;
+  std::vector<std::pair<int, std::string>> log;
+
+ private:
+  GameEvents events_;
+  Frame runner_{events_};
+};

@@ -1,0 +1,108 @@
+#include "tools/simulate/match_recorder.h"
+
+#include <algorithm>
+
+#include "match/new_game.h"
+#include "physics/generator_host.h"
+
+namespace {
+
+constexpr int kNobody = -1;
+
+// The rest of the text behind the words, or nothing.
+std::string_view After(std::string_view words, std::string_view text) {
+  return text.substr(0, words.size()) == words ? text.substr(words.size()) : std::string_view{};
+}
+
+}  // namespace
+
+MatchRecorder::MatchRecorder(RunLogListener* next) : next_(next) {
+  SetRunLogListener(this);
+  BeginMatch();
+}
+
+MatchRecorder::~MatchRecorder() { SetRunLogListener(next_); }
+
+void MatchRecorder::BeginMatch() {
+  atPodium_ = decided_ = false;
+  leader_ = running_ = kNobody;
+  leadChanges_ = 0;
+  awarded_ = GetPointsAwarded();
+  for (Objective& objective : objectives_) objective.paid = false;
+}
+
+void MatchRecorder::OnEvent(std::string_view text) {
+  if (next_ != nullptr) next_->OnEvent(text);
+  if (text == "screen podium") atPodium_ = true;
+  const std::string_view begun = After("objective begin ", text);
+  if (begun.empty() && After("objective end ", text).empty()) return;
+  NoteAwards();
+  running_ = kNobody;
+  if (begun.empty()) return;
+  const auto found =
+      std::find_if(objectives_.begin(), objectives_.end(), [&](const Objective& o) { return o.name == begun; });
+  running_ = static_cast<int>(found - objectives_.begin());
+  if (found == objectives_.end()) objectives_.push_back({std::string(begun), false, 0});
+}
+
+void MatchRecorder::NoteAwards() {
+  const long long awarded = GetPointsAwarded();
+  if (awarded > awarded_ && running_ != kNobody) objectives_[static_cast<std::size_t>(running_)].paid = true;
+  awarded_ = awarded;
+}
+
+// What arrives after the podium was read is not in it, so the standings of the frame before are the final ones.
+void MatchRecorder::EndFrame() {
+  NoteAwards();
+  if (!IsMatchRunning()) {
+    decided_ = true;
+    return;
+  }
+  decided_ = false;
+  ranks_ = RankPlayers();
+  NoteLead();
+}
+
+void MatchRecorder::NoteLead() {
+  if (ranks_[0].points == ranks_[1].points || ranks_[0].player == leader_) return;
+  if (leader_ != kNobody) ++leadChanges_;
+  leader_ = ranks_[0].player;
+}
+
+void MatchRecorder::FinishMatch(std::FILE* out, int frames) {
+  ++matches_;
+  ++wins_[static_cast<std::size_t>(ranks_[0].player)];
+  for (Objective& objective : objectives_) objective.matchesPaid += objective.paid ? 1 : 0;
+  const int best = ranks_.front().points;
+  const int worst = ranks_.back().points;
+  spreads_.push_back(best > 0 ? 100.0 * (best - worst) / best : 0.0);
+  std::array<int, kPlayers> points{};
+  for (const Rank& rank : ranks_) points[static_cast<std::size_t>(rank.player)] = rank.points;
+  std::fprintf(out, "match %d %d %d %d %d leads %d frames %d\n", matches_, points[0], points[1], points[2], points[3],
+               leadChanges_, frames);
+  std::fflush(out);
+}
+
+double MatchRecorder::MedianSpread() const {
+  if (spreads_.empty()) return 0.0;
+  std::vector<double> sorted = spreads_;
+  std::sort(sorted.begin(), sorted.end());
+  const std::size_t middle = sorted.size() / 2;
+  return sorted.size() % 2 != 0 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2.0;
+}
+
+void MatchRecorder::PrintTables(std::FILE* out) const {
+  for (const Objective& objective : objectives_)
+    std::fprintf(out, "paid %s %d\n", objective.name.c_str(), objective.matchesPaid);
+  for (int player = 0; player < kPlayers; ++player)
+    std::fprintf(out, "wins Player%d %d\n", player + 1, wins_[static_cast<std::size_t>(player)]);
+  std::fprintf(out, "spread-median %.1f\n", MedianSpread());
+  std::fprintf(out, "generators %zu\n", GalePhysics::CountGenerators());
+  std::fflush(out);
+}
+
+void MatchRecorder::PrintRanking(std::FILE* out) const {
+  int place = 1;
+  for (const Rank& rank : ranks_) std::fprintf(out, "rank %d Player%d %d\n", place++, rank.player + 1, rank.points);
+  std::fflush(out);
+}
