@@ -39,7 +39,7 @@ class MatchWatch {
     ++frame;
   }
 
-  MatchScene match;
+  MatchScene match{MatchScene::Rules::kOn};
   int frame = 0;
   std::vector<std::pair<int, std::string>> events;
   std::map<std::uint32_t, Shot> shots;
