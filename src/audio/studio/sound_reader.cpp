@@ -18,7 +18,7 @@ constexpr std::size_t kChunk = 16384;  // frames decoded at a time
 constexpr int kLowestRate = 8000;
 constexpr int kHighestRate = 192000;
 constexpr int kShortestShare = 10;  // of a second, below which a stream is no music
-constexpr int kMostRewinds = 2;             // of one reading
+constexpr int kMostRewinds = 2;     // of one reading
 constexpr std::size_t kMostFrames = static_cast<std::size_t>(kMaxSeconds) * kOutputRate;  // whatever the rate
 
 struct SoundFileCloser {
