@@ -8,10 +8,6 @@
 #include <filesystem>
 #include <fstream>
 
-// The library forgets some memory when a stream's head is damaged.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:vorbis_info_init"; }
-
 namespace {
 
 struct Memory {
