@@ -9,6 +9,7 @@
 #include "core/player_name.h"
 #include "graphics/particle_emitter.h"
 #include "graphics/preload_list.h"
+#include "tools/lint/hazard_rules.h"
 #include "tools/lint/lint_object.h"
 #include "tools/lint/match_rules.h"
 
@@ -111,6 +112,7 @@ class LevelLint {
     for (const LintBlock& script : object.scripts) CheckEmitter(script);
     CollectGenerators(object);
     match_.Check(object);
+    CheckHazards(object, folder_, report_);
   }
 
   void CheckName(const LintObject& object) {
