@@ -359,24 +359,23 @@ TEST(Lint, MatchRules) {
     const char* from;
     const char* to;
     const char* rule;
-    int line;
   } cases[] = {
-      {"levelName_: piece", "levelName_: nowhere", "missing-piece", 44},
-      {"levelName_: piece", "levelName_: hollow", "missing-piece", 44},
-      {"levelName_: piece", "levelName_: level1", "piece-of-itself", 44},
-      {"duration_: 10", "duration_: 0", "no-time", 45},
-      {"duration_: 10", "duration_: -2", "no-time", 45},
-      {"duration_: 10", "duration_: nan", "bad-value", 45},
-      {"number of segments: 1", "number of segments: 1000000000", "wrong-count", 43},
-      {"number of segments: 1", "number of segments: -1", "wrong-count", 43},
-      {"Sections: 2", "Sections: 3", "wrong-count", 51},
-      {"Objective: HitObjects", "Objective: Regatta\n\t\t\t\tBoats: 3", "unknown-objective", 52},
-      {"archtypename: piece", "archtypename: kraken", "missing-archetype", 58},
-      {"archtypename: piece", "archtypename: hollow", "missing-archetype", 58},
-      {"spawnrate: 1", "spawnrate: 0", "spawn-rate", 60},
-      {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range", 0},
-      {"Hits To Break: 2", "Hits To Break: -1", "negative-hits", 0},
-      {"Name: segmentmanager", "Name: somebody", "no-controller", 1},
+      {"levelName_: piece", "levelName_: nowhere", "missing-piece"},
+      {"levelName_: piece", "levelName_: hollow", "missing-piece"},
+      {"levelName_: piece", "levelName_: level1", "piece-of-itself"},
+      {"duration_: 10", "duration_: 0", "no-time"},
+      {"duration_: 10", "duration_: -2", "no-time"},
+      {"duration_: 10", "duration_: nan", "bad-value"},
+      {"number of segments: 1", "number of segments: 1000000000", "wrong-count"},
+      {"number of segments: 1", "number of segments: -1", "wrong-count"},
+      {"Sections: 2", "Sections: 3", "wrong-count"},
+      {"Objective: HitObjects", "Objective: Regatta\n\t\t\t\tBoats: 3", "unknown-objective"},
+      {"archtypename: piece", "archtypename: kraken", "missing-archetype"},
+      {"archtypename: piece", "archtypename: hollow", "missing-archetype"},
+      {"archtypename: piece", "archtypename: level1", "archetype-of-itself"},
+      {"spawnrate: 1", "spawnrate: 0", "spawn-rate"},
+      {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range"},
+      {"Hits To Break: 2", "Hits To Break: -1", "negative-hits"},
   };
   TestWorld world;
   int result = 0;
@@ -398,11 +397,13 @@ TEST(Lint, MatchRules) {
     const std::string report = lint(text);
     EXPECT_EQ(result, 1) << damage.to;
     EXPECT_NE(report.find(std::string(": ") + damage.rule + ": "), std::string::npos) << damage.to << "\n" << report;
-    if (damage.line > 0) {
-      EXPECT_EQ(report.find("level1:" + std::to_string(damage.line) + ": "), 0u) << damage.to << report;
-    }
+    const int line = Count(text.substr(0, text.find(damage.to)), "\n") + 1;
+    EXPECT_EQ(report.find("level1:" + std::to_string(line) + ": "), 0u) << damage.to << "\n" << report;
     EXPECT_EQ(Count(report, "\n"), 1) << damage.to << "\n" << report;
   }
+  std::string nobody = good;
+  Replace(nobody, "Name: segmentmanager", "Name: somebody");
+  EXPECT_NE(lint(nobody).find("level1:1: no-controller: "), std::string::npos);
   std::string swapped = good;
   Replace(swapped, "Component: \"SegmentManager\"", "Component: \"Spawner\"");
   EXPECT_NE(lint(swapped).find(": controller-scripts: "), std::string::npos);

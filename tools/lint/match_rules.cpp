@@ -52,7 +52,7 @@ void MatchRules::CheckSegments(const LintBlock& block) {
       report_.Fault(segment.levelName->number, "piece-of-itself", "a level cannot bring itself in: name another");
     else if (!HoldsAnObject(folder_, piece))
       report_.Fault(segment.levelName->number, "missing-piece", Quoted(piece) + " is missing here or holds no object");
-    if (!(NumberOf(*segment.duration) > 0.0f))
+    if (segment.duration != nullptr && NumberOf(*segment.duration) <= 0.0f)
       report_.Fault(segment.duration->number, "no-time", "a segment must last longer than 0 seconds");
   }
 }
@@ -68,7 +68,10 @@ void MatchRules::CheckPrize(const LintBlock& prize) {
 }
 
 void MatchRules::CheckSpawner(const LintBlock& spawner) {
-  if (const LintLine* name = ValueOf(&spawner, "archtypename"); name != nullptr && !HoldsAnObject(folder_, name->value))
+  const LintLine* name = ValueOf(&spawner, "archtypename");
+  if (name != nullptr && name->value == level_)
+    report_.Fault(name->number, "archetype-of-itself", "the spawner would spawn itself without end: name another");
+  else if (name != nullptr && !HoldsAnObject(folder_, name->value))
     report_.Fault(name->number, "missing-archetype", Quoted(name->value) + " is missing here or holds no object");
   if (const LintLine* rate = ValueOf(&spawner, "spawnrate"); rate != nullptr && !(NumberOf(*rate) > 0.0f))
     report_.Fault(rate->number, "spawn-rate", "must be above 0 seconds, or it spawns in every frame");
