@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/game_object.h"
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "physics/collider.h"
