@@ -438,8 +438,9 @@ TEST(Lint, HazardRules) {
     world.WriteFile("stage", Document({&object}));
     const std::string report = Lint("stage", result);
     EXPECT_EQ(Count(report, "\n"), one.fault == nullptr ? 0 : 1) << one.script << report;
-    if (one.fault != nullptr)
+    if (one.fault != nullptr) {
       EXPECT_NE(report.find(std::string(": ") + one.fault + ": "), std::string::npos) << one.script << report;
+    }
   }
   world.WriteFile("cannonball", Document({&world.Add("ball")}));
   GameObject& ship = world.Add("ship");

@@ -17,14 +17,6 @@ constexpr NamedArchetype kArchetypes[] = {{"broadside", "cannonball"},
 // They act on contacts, which a ghost never has.
 constexpr const char* kNeedSolid[] = {"squishy", "sandlogic", "barnaclelogic", "onewayintostage", "stunsonhit"};
 
-bool HasCollider(const LintObject& object, bool ghost) {
-  for (const LintBlock& block : object.components) {
-    const LintLine* value = ValueOf(&block, "ghost");
-    if (value != nullptr && (value->value == "true") == ghost) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 void CheckHazards(const LintObject& object, const std::string& folder, LintReport& report) {
