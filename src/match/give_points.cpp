@@ -7,6 +7,7 @@
 #include "audio/sound_ids.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
+#include "core/object_manager.h"
 #include "core/print.h"
 #include "core/random.h"
 #include "core/serializer.h"
@@ -86,4 +87,9 @@ void GivePoints::Deserialize(Serializer& reader) {
   pointsGiven = ReadClamped(reader, "PointsGiven", kMostPoints);
   hitsToBreak = ReadClamped(reader, "Hits To Break", std::numeric_limits<int>::max());
   chest = reader.ReadBool();
+}
+
+void RemovePrizes() {
+  for (const auto& object : Objects().GetObjects())
+    if (!object->core && object->Get<GivePoints>() != nullptr) object->alive = false;
 }

@@ -14,6 +14,7 @@
 #include "match/hud.h"
 #include "match/players.h"
 #include "match/scoring.h"
+#include "scripts/broad_side.h"
 
 namespace {
 
@@ -51,6 +52,7 @@ void StartGame() {
 
 void SetupMatch() {
   ClearHudObjects();
+  BroadSide::ResetSide();
   for (const char* archetype : {"core", "bubblegens", "floor"}) Objects().LoadLevel(archetype);
   for (const GameObject* object : Objects().LoadLevel("scorebacks")) AddHudObject(object->id);
   CreateScoreDisplays();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/game_object.h"
 #include "core/print.h"
 #include "core/serializer.h"
 
@@ -26,6 +27,12 @@ void Collider::DeserializeCommon(Serializer& reader) {
   collisionGroup = static_cast<std::uint32_t>(group);
   if (collisionGroup > kMaxCollisionGroup)
     Print("%s: collision group %d, must be 0 to %u\n", reader.Where().c_str(), group, kMaxCollisionGroup);
+}
+
+Collider* FindCollider(const GameObject& object) {
+  for (const Kind kind : {Kind::kSphereCollider, Kind::kBoxCollider, Kind::kPrimitiveAssemblage})
+    if (Component* collider = object.GetComponent(kind)) return static_cast<Collider*>(collider);
+  return nullptr;
 }
 
 }  // namespace GalePhysics

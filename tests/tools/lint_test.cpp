@@ -10,6 +10,7 @@
 
 #include "core/component_factory.h"
 #include "core/object_manager.h"
+#include "core/script_box.h"
 #include "core/script_registry.h"
 #include "core/serializer.h"
 #include "match/give_points.h"
@@ -407,4 +408,45 @@ TEST(Lint, MatchRules) {
   std::string swapped = good;
   Replace(swapped, "Component: \"SegmentManager\"", "Component: \"Spawner\"");
   EXPECT_NE(lint(swapped).find(": controller-scripts: "), std::string::npos);
+}
+
+// Hazards fail silently in the game when their collider is of the wrong kind or an archetype is missing.
+TEST(Lint, HazardRules) {
+  const struct {
+    const char* script;
+    bool ghost;
+    bool prize;
+    const char* fault;  // null: none
+  } cases[] = {
+      {"stunsonhit", false, false, nullptr},
+      {"stunsonhit", true, false, "not-solid"},
+      {"squishy", true, false, "not-solid"},
+      {"vortex", true, false, nullptr},
+      {"vortex", false, false, "not-a-ghost"},
+      {"barnaclelogic", false, false, nullptr},
+      {"barnaclelogic", false, true, "barnacle-prize"},
+      {"broadside", false, false, "missing-archetype"},
+      {"sandlogic", false, false, "missing-archetype"},
+  };
+  TestWorld world;
+  int result = 0;
+  world.WriteFile("stunstars", Document({&world.Add("stars")}));
+  for (const auto& one : cases) {
+    GameObject& object = world.AddSphere("thing", {}, {.ghost = one.ghost});
+    object.Insert(std::make_unique<ScriptBox>()).AddScript(one.script);
+    if (one.prize) object.Insert(std::make_unique<GivePoints>());
+    world.WriteFile("stage", Document({&object}));
+    const std::string report = Lint("stage", result);
+    EXPECT_EQ(Count(report, "\n"), one.fault == nullptr ? 0 : 1) << one.script << report;
+    if (one.fault != nullptr) {
+      EXPECT_NE(report.find(std::string(": ") + one.fault + ": "), std::string::npos) << one.script << report;
+    }
+  }
+  world.WriteFile("cannonball", Document({&world.Add("ball")}));
+  GameObject& ship = world.Add("ship");
+  ship.Insert(std::make_unique<ScriptBox>()).AddScript("broadside");
+  std::string text = Document({&ship});
+  Replace(text, "fireInterval: 3", "fireInterval: 0");
+  world.WriteFile("stage", text);
+  EXPECT_NE(Lint("stage", result).find(": fire-interval: "), std::string::npos);
 }

@@ -14,6 +14,8 @@
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
+#include "match/barnacle_logic.h"
+#include "match/boss_health.h"
 #include "match/game_timer.h"
 #include "match/objective_link.h"
 #include "match/objective_manager.h"
@@ -23,6 +25,8 @@
 #include "screens/menu_system.h"
 #include "screens/options.h"
 #include "screens/start_up.h"
+#include "scripts/broad_side.h"
+#include "scripts/pirate_pathing.h"
 
 namespace {
 
@@ -98,6 +102,32 @@ void AddClock(Hash& hash, const GameObject& object) {
   if (clock != nullptr) hash.AddValue(static_cast<const GameTimer*>(clock)->GetRemainingTime());
 }
 
+template <class T>
+const T* FindIn(const ScriptBox& scripts, const char* name) {
+  return static_cast<const T*>(scripts.GetScript(name));
+}
+
+void AddWhaleCourse(Hash& hash, const WhaleCourse& course) {
+  for (const float f : {course.pause, course.timer, course.stopX, course.cruiseSpeed}) hash.AddValue(f);
+  for (const int i : {course.sweepState, course.taken}) hash.AddValue(i);
+  hash.AddValue(course.patterns);
+  hash.AddValue(course.rightward);
+  hash.AddValue(course.sweeping);
+}
+
+// What hazards and the whale keep to themselves.
+void AddHazard(Hash& hash, const GameObject& object) {
+  const auto* scripts = object.Get<ScriptBox>();
+  if (scripts == nullptr) return;
+  if (FindIn<PiratePathing>(*scripts, "PiratePathing") != nullptr) AddWhaleCourse(hash, PiratePathing::GetCourse());
+  if (FindIn<BroadSide>(*scripts, "broadside") != nullptr) hash.AddValue(BroadSide::IsFacingBack());
+  if (const auto* boss = FindIn<BossHealth>(*scripts, "bosshealth")) hash.AddValue(boss->health);
+  if (const auto* barnacle = FindIn<BarnacleLogic>(*scripts, "barnaclelogic")) {
+    hash.AddValue(barnacle->GetHitsLeft());
+    hash.AddValue(barnacle->IsDetached());
+  }
+}
+
 void AddObject(Hash& hash, const GameObject& object) {
   hash.Add(object.name);
   hash.AddValue(object.alive);
@@ -112,6 +142,7 @@ void AddObject(Hash& hash, const GameObject& object) {
     AddAsText(hash, object.GetComponent(kind));
   if (const auto* text = object.Get<SpriteText>()) AddText(hash, *text);
   AddClock(hash, object);
+  AddHazard(hash, object);
 }
 
 void AddScreens(Hash& hash) {
