@@ -31,8 +31,8 @@ void CreateTitleAfterSkip() {
 }  // namespace
 
 void LogoScreenScript::Initialize() {
-  for (const char* picture : {"loadingtext.png", "rp.png", "HarborLogo.png", "Marlo_Controls.png",
-                              "QualityTitleBrinewhirlScreen.png"})
+  for (const char* picture :
+       {"loadingtext.png", "rp.png", "HarborLogo.png", "Marlo_Controls.png", "QualityTitleBrinewhirlScreen.png"})
     GetRenderer().LoadTexture(picture);
   loadingThread_ = std::jthread(Audio::LoadEffects);
   Audio::Play(Sound::kTitleMusic, Audio::kLongLived);

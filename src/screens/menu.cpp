@@ -69,8 +69,7 @@ void Menu::AddLabel(const char* picture, const Vec3& position) {
 }
 
 void Menu::Finish() {
-  std::stable_sort(buttons_.begin(), buttons_.end(),
-                   [](const auto& a, const auto& b) { return a->index < b->index; });
+  std::stable_sort(buttons_.begin(), buttons_.end(), [](const auto& a, const auto& b) { return a->index < b->index; });
   if (!buttons_.empty()) Select(0);
 }
 

@@ -1,5 +1,5 @@
-// One open menu: a picture behind, buttons of which one is selected, labels. All of them are objects of the scene, which
-// die with the menu; one that is missing is left out.
+// One open menu: a picture behind, buttons of which one is selected, labels. All of them are objects of the scene,
+// which die with the menu; one that is missing is left out.
 #pragma once
 
 #include <cstdint>

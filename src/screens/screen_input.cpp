@@ -13,9 +13,7 @@ bool IsContinueTriggered(int slot) {
   return pad.IsButtonTriggered(Gamepad::kButtonA) || pad.IsButtonTriggered(Gamepad::kButtonStart);
 }
 
-bool IsContinueKeyHeld() {
-  return Input::IsLetterDown('a') || Input::IsKeyDown("enter") || Input::IsKeyDown("space");
-}
+bool IsContinueKeyHeld() { return Input::IsLetterDown('a') || Input::IsKeyDown("enter") || Input::IsKeyDown("space"); }
 
 bool IsContinueKeyTriggered() {
   return Input::IsLetterTriggered('a') || Input::IsKeyTriggered("enter") || Input::IsKeyTriggered("space");

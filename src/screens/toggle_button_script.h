@@ -11,7 +11,7 @@ class ToggleButtonScript final : public Script {
   void Update(float step) override;
   const char* GetName() const override { return "ToggleButton"; }
 
-  std::string offImage;        ///< file names in Texture/
+  std::string offImage;  ///< file names in Texture/
   std::string onImage;
   const bool* flag = nullptr;  ///< not owned
 };

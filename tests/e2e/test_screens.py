@@ -5,6 +5,7 @@ Leaves its screenshots in the folder shots/ beside the program. Waits for what i
 software driver on a busy machine shows only a few frames a second.
 """
 
+import subprocess
 import sys
 import time
 import unittest
@@ -197,6 +198,13 @@ class ScreensTest(unittest.TestCase):
         time.sleep(0.5)
         picture = self.display.take_picture()
         return picture if selected(picture) else None
+
+    # Without a window the same frames go by.
+    def test_tool_shows_the_same_screens(self):
+        run = subprocess.run([str(PROGRAM.parent / "brinewhirl-tool"), "simulate", "--boot", "--frames", "400", "--trace",
+                              "-"], capture_output=True, text=True, check=True)
+        screens = [line for line in run.stdout.splitlines() if " screen " in line]
+        self.assertEqual(screens, ["event 0 screen logo", "event 176 screen notice", "event 353 screen title"])
 
     def test_ends_at_any_moment_of_the_start(self):
         for tenths in (0, 3, 7, 12, 20, 40):

@@ -179,9 +179,12 @@ class Game:
     def reach_match(self):
         """Goes through the start-up screens into a match, whose beginning counts as the start; returns the window."""
         window = self.reach_title()
-        self.display.hold_key("Return", 0.2)
-        self.started = time.monotonic()
+        self.leave_title()
         return window
+
+    def leave_title(self):
+        self.display.hold_key("Return", 0.3)
+        self.started = time.monotonic()
 
     def lose_focus(self):
         """Opens another window, gives it the keyboard and returns its process."""

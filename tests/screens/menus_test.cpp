@@ -28,7 +28,9 @@ class MenusTest : public testing::Test {
     scene.sounds.clear();
   }
 
-  static const GameObject& Selected() { return *Objects().GetObject(Menus().GetCurrentMenu()->GetSelected()->objectId); }
+  static const GameObject& Selected() {
+    return *Objects().GetObject(Menus().GetCurrentMenu()->GetSelected()->objectId);
+  }
   static std::string SelectedPicture() { return Selected().Get<Sprite>()->texturePath; }
   static std::vector<const GameObject*> Shown(std::string_view name) {
     std::vector<const GameObject*> found;
@@ -132,8 +134,9 @@ TEST_F(MenusTest, AStickMovesOnceUntilBothAreBackInTheMiddle) {
 TEST_F(MenusTest, ConfirmedRestartAndQuit) {
   for (const int key : {SDLK_ESCAPE, SDLK_DOWN, SDLK_RETURN, SDLK_LEFT, SDLK_RETURN}) scene.Press(key);
   const std::string words = scene.TakeLog();
-  EXPECT_EQ(words.substr(0, words.find("; music")), "pause on; menu open pause; menu open confirm; screen game; "
-                                                    "menu close confirm; menu close pause; pause off");
+  EXPECT_EQ(words.substr(0, words.find("; music")),
+            "pause on; menu open pause; menu open confirm; screen game; "
+            "menu close confirm; menu close pause; pause off");
   EXPECT_TRUE(Shown("menu button").empty());
   for (const int key : {SDLK_ESCAPE, SDLK_UP, SDLK_SPACE, SDLK_UP}) scene.Press(key);
   EXPECT_TRUE(scene.platform.running);

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int kLoaded = 74;         // calls that load everything, one a frame
+constexpr int kLoaded = 74;          // calls that load everything, one a frame
 constexpr int kPictureFrames = 177;  // of a picture that nobody skips
 
 class StartUpTest : public testing::Test {
