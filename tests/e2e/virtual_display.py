@@ -47,8 +47,7 @@ class VirtualDisplay:
         try:
             self._start_server()
             if self.managed:
-                self.start(["openbox"])
-                wait_until(self._has_manager, 10, "the window manager")
+                self._start_manager()
         except BaseException:
             self.__exit__()
             raise
@@ -70,6 +69,16 @@ class VirtualDisplay:
         self.environment = {**os.environ, "DISPLAY": f":{number}", "LIBGL_ALWAYS_SOFTWARE": "1",
                             "SDL_AUDIODRIVER": "dummy", "SDL_VIDEODRIVER": "x11"}
         self.environment.pop("WAYLAND_DISPLAY", None)
+
+    def _start_manager(self):
+        """Starts it until it answers: about one start in forty hangs."""
+        for _ in range(4):
+            manager = self.start(["openbox"])
+            try:
+                return wait_until(self._has_manager, 4, "the window manager")
+            except TimeoutError:
+                stop(manager)
+        raise RuntimeError("openbox did not start")
 
     def _has_manager(self):
         return "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
