@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "audio/audio.h"
+#include "audio/sound_ids.h"
+#include "audio/test_sounds.h"
 #include "core/event.h"
 #include "core/game_time.h"
 #include "core/pause.h"
@@ -167,7 +172,41 @@ TEST_F(MenusTest, OptionsShowAndHoldTheirState) {
   EXPECT_EQ(SelectedPicture(), "Muted.png");
 }
 
+// Everything plays at full loudness, so the largest sample tells what is muted.
+TEST_F(MenusTest, WhatIsMutedIsNotHeard) {
+  WriteMasterBanks(GameSources(0.1f));
+  Audio::Init(Audio::Output::kLoopback);
+  Audio::LoadEffects();
+  // A mute takes a few frames to fade in.
+  const auto loudness = [](int id, int kind) {
+    Audio::Play(id, kind);
+    std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
+    int loudest = 0;
+    for (int i = 0; i < 30; ++i) {
+      Audio::Update();
+      Audio::Render(samples);
+      if (i > 8) loudest = std::max<int>(loudest, *std::max_element(samples.begin(), samples.end()));
+    }
+    return loudest > 100;
+  };
+  const auto music = [&] { return loudness(Sound::kPodiumMusic, Audio::kLongLived); };
+  const auto effects = [&] { return loudness(Sound::kPointBubble, Audio::kOneShot); };
+  const std::uint32_t button = 0;  // of no object
+  EXPECT_TRUE(effects());
+  EXPECT_TRUE(music());
+  ToggleMusicMute(&button);
+  ToggleAllMute(&button);
+  EXPECT_FALSE(effects());
+  ToggleAllMute(&button);
+  EXPECT_FALSE(music());
+  EXPECT_TRUE(effects());
+  ToggleMusicMute(&button);
+  EXPECT_TRUE(music());
+  Audio::Shutdown();
+}
+
 TEST_F(MenusTest, AHeldEscapeCountsOnce) {
+  FinishStartUp();  // the key is bound once, however often this is called
   for (int i = 0; i < 20; ++i) {
     scene.SetKey(SDLK_ESCAPE, true);
     scene.Run();
