@@ -197,6 +197,9 @@ TEST_F(MenusTest, WhatIsMutedIsNotHeard) {
   ToggleMusicMute(&button);
   ToggleAllMute(&button);
   EXPECT_FALSE(effects());
+  ToggleMusicMute(&button);
+  EXPECT_FALSE(music()) << "nothing is heard while all sound is off";
+  ToggleMusicMute(&button);
   ToggleAllMute(&button);
   EXPECT_FALSE(music());
   EXPECT_TRUE(effects());
