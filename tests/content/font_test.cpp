@@ -154,7 +154,8 @@ TEST_F(FontFile, LettersShareHeightsAndWeight) {
 
 // FreeType hints a font by guess unless its tables keep it from it; guessed stems would make the weight uneven.
 TEST_F(FontFile, IsShownAsDrawn) {
-  for (const unsigned char code : std::string("Hamburg8&@")) {
+  for (const char letter : std::string("Hamburg8&@")) {
+    const auto code = static_cast<unsigned char>(letter);
     EXPECT_EQ(Load(code).alpha, Load(code, FT_LOAD_RENDER | FT_LOAD_NO_HINTING).alpha) << code;
   }
 }
