@@ -10,6 +10,7 @@
 #include "graphics/renderer.h"
 #include "input/gamepad.h"
 #include "input/input.h"
+#include "screens/start_up.h"
 #include "startup.h"
 
 namespace {
@@ -37,11 +38,12 @@ int main(int, char*[]) {
   Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();
+  CreateLogoScreen();
   GetBackground();
-  StartFirstMatch();
   GameEvents events;
   Frame frame(events);
   while (system.running) frame.Run();
+  AbandonStartUp();
   Audio::Shutdown();
   GetRenderer().Shutdown();
   gl::Unload();

@@ -18,6 +18,11 @@
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
+#include "screens/clickable.h"
+#include "screens/logo_screen_script.h"
+#include "screens/splash_screen_logic.h"
+#include "screens/title_screen_script.h"
+#include "screens/toggle_button_script.h"
 #include "screens/win_screen_logic.h"
 #include "scripts/broad_side.h"
 #include "scripts/clacky.h"
@@ -56,6 +61,7 @@ void RegisterAllScripts() {
   RegisterScript("broadside", CreateOwned<BroadSide>);
   RegisterScript("CameraCenterer", CreateOwned<CameraCenterer>);
   RegisterScript("Clacky", CreateOwned<Clacky>);
+  RegisterScript("Clickable", CreateOwned<Clickable>);
   RegisterScript("CollisionCheckScript", CreateOwned<CollisionCheckScript>);
   RegisterScript("color-changer", CreateOwned<ColorChanger>);
   RegisterScript("DeathTimer", CreateOwned<DeathTimer>);
@@ -70,6 +76,7 @@ void RegisterAllScripts() {
   RegisterScript("class LerpVecAnimator", CreateOwned<LerpVecAnimator>);
   RegisterScript("class LerpSizeAnimator", CreateOwned<LerpSizeAnimator>);
   RegisterScript("class LerpOpacityAnimator", CreateOwned<LerpOpacityAnimator>);
+  RegisterScript("LogoScreenScript", CreateOwned<LogoScreenScript>);
   RegisterScript("makeawhale", CreateOwned<MakeAWhale>);
   RegisterScript("ObjectiveManager", CreateOwned<ObjectiveManager>);
   RegisterScript("onewayintostage", CreateOwned<OneWayIntoStage>);
@@ -84,6 +91,7 @@ void RegisterAllScripts() {
   RegisterScript("sandlogic", CreateOwned<SandLogic>);
   RegisterScript("spawner", CreateOwned<SpawnsObjects>);
   RegisterScript("stunsonhit", CreateOwned<StunsOnHit>);
+  RegisterScript("ToggleButton", CreateOwned<ToggleButtonScript>);
   RegisterScript("VelocityCap", CreateOwned<VelocityCap>);
   RegisterScript("vortex", CreateOwned<Vortex>);
   RegisterScript("RespawnNodeManager", CreateOwned<RespawnNodeManager>);
@@ -92,8 +100,10 @@ void RegisterAllScripts() {
   RegisterScript("SegmentManager", CreateOwned<SegmentManager>);
   RegisterScript("ShadowGrowth", CreateOwned<ShadowGrowth>);
   RegisterScript("Spawner", CreateOwned<Spawner>);
+  RegisterScript("SplashScreenLogic", CreateOwned<SplashScreenLogic>);
   RegisterScript("SquidAnimator", CreateOwned<SquidAnimator>);
   RegisterScript("squishy", CreateOwned<Squishy>);
+  RegisterScript("TitleScreenScript", CreateOwned<TitleScreenScript>);
   RegisterScript("wsl", CreateOwned<WinScreenLogic>);
   RegisterScript("wobblypuller", CreateHosted<GalePhysics::WobblyPuller>);
 }

@@ -101,7 +101,7 @@ class GameTest(unittest.TestCase):
 
     def test_start_keys_and_end(self):
         with VirtualDisplay(1280, 720) as display, Game(display, PROGRAM) as game:
-            game.gain_focus(game.wait_for_window())
+            game.reach_match()
             game.sleep_until(SETTLED)
             picture = save(display.take_picture(), "start-1280x720")
             self.check_picture(picture, "1280 x 720")
@@ -121,7 +121,7 @@ class GameTest(unittest.TestCase):
 
     def test_large_display_and_closed_window(self):
         with VirtualDisplay(1920, 1080) as display, Game(display, PROGRAM) as game:
-            game.gain_focus(game.wait_for_window())
+            game.reach_match()
             game.sleep_until(SETTLED)
             self.check_picture(save(display.take_picture(), "start-1920x1080"), "1920 x 1080")
             self.check_output(game)
@@ -130,8 +130,7 @@ class GameTest(unittest.TestCase):
 
     def test_stands_still_without_focus(self):
         with VirtualDisplay(1280, 720, managed=False) as display, Game(display, PROGRAM) as game:
-            window = game.wait_for_window()
-            game.gain_focus(window)
+            window = game.reach_match()
             game.sleep_until(SETTLED)
             self.assertTrue(is_moving(display), "nothing moves while the game runs")
             game.lose_focus()
@@ -146,8 +145,7 @@ class GameTest(unittest.TestCase):
 
     def test_minimised_and_brought_back(self):
         with VirtualDisplay(1280, 720) as display, Game(display, PROGRAM) as game:
-            window = game.wait_for_window()
-            game.gain_focus(window)
+            window = game.reach_match()
             game.sleep_until(SETTLED)
             game.lose_focus().terminate()
             wait_until(lambda: not any(display.take_picture().crop(640, 360, 100, 100).rgb), 15,
@@ -162,7 +160,7 @@ class GameTest(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             program = self.install_without("wave_frag.glsl", Path(folder))
             with VirtualDisplay(1280, 720) as display, Game(display, program) as game:
-                game.gain_focus(game.wait_for_window())
+                game.reach_match()
                 game.sleep_until(SETTLED)
                 picture = save(display.take_picture(), "no-shader")
                 self.assertIn("Could not open file wave_frag.glsl", game.output)

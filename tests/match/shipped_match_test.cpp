@@ -61,7 +61,8 @@ class MatchWatch {
     }
     std::erase_if(shots, [](const auto& entry) { return Objects().GetObject(entry.first) == nullptr; });
     for (const auto& object : Objects().GetObjects())
-      if (object->name == "cannonball" && !shots.contains(object->id)) MeetShot(*object);
+      if (object->name == "cannonball" && BodyOf(*object).velocity.z < 0.0f && !shots.contains(object->id))
+        MeetShot(*object);  // the ships' own fly level
   }
   void MeetShot(GameObject& ball) {
     Shot shot = {0, ball.GetTransform().position, -BodyOf(ball).velocity.z, false};

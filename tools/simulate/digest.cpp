@@ -22,6 +22,9 @@
 #include "match/scoring.h"
 #include "match/segment_manager.h"
 #include "physics/rigid_body.h"
+#include "screens/menu_system.h"
+#include "screens/options.h"
+#include "screens/start_up.h"
 #include "scripts/broad_side.h"
 #include "scripts/pirate_pathing.h"
 
@@ -142,6 +145,17 @@ void AddObject(Hash& hash, const GameObject& object) {
   AddHazard(hash, object);
 }
 
+void AddScreens(Hash& hash) {
+  hash.AddValue(Menus().CountOpen());
+  if (const Menu* menu = Menus().GetCurrentMenu()) hash.AddValue(menu->GetSelectedIndex());
+  const Options& options = GetOptions();
+  for (const bool option : {options.musicMuted, options.allMuted, options.menuFullscreen}) hash.AddValue(option);
+  const StartUp& startUp = GetStartUp();
+  hash.AddValue(startUp.skipRequested);
+  hash.AddValue(startUp.spinnerAngle);
+  hash.AddValue(startUp.titleArmed.to_ulong());
+}
+
 }  // namespace
 
 std::uint64_t StateDigest() {
@@ -149,6 +163,7 @@ std::uint64_t StateDigest() {
   for (const auto& object : Objects().GetObjects()) AddObject(hash, *object);
   for (const ParticleEmitter* emitter : ParticleEmitters()) AddParticles(hash, *emitter);
   AddMatch(hash);
+  AddScreens(hash);
   const GameTime& time = Time();
   for (const float f : {time.frameStep, time.physicsStep, time.elapsedTime, GetRenderer().GetWaveTime()})
     hash.AddValue(f);
