@@ -75,7 +75,9 @@ PiratePathing::PiratePathing() { Course() = {}; }
 
 const WhaleCourse& PiratePathing::GetCourse() { return Course(); }
 
+// A whale that is dead already leaves the course to the next one.
 void PiratePathing::Update(float step) {
+  if (!owner->alive) return;
   WhaleCourse& course = Course();
   if (course.pause > 0.0f) {
     if (course.sweeping) {

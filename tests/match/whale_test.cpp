@@ -137,7 +137,6 @@ TEST(PiratePathing, ANewWhaleBeginsAnew) {
   while (!PiratePathing::GetCourse().sweeping && ++frames < 3000) scene.Run(1);
   ASSERT_TRUE(PiratePathing::GetCourse().sweeping);
   EpisodeScene::Find("whale")->alive = false;
-  Objects().RemoveDeadObjects();
   GameObject& second = BuildWhale();
   scene.Run(1);
   EXPECT_NEAR(PositionOf(second).x, kFirstX, 1e-3f);
