@@ -4,6 +4,7 @@
 
 #include "audio/audio.h"
 #include "core/system.h"
+#include "editor/editor.h"
 #include "frame.h"
 #include "game_events.h"
 #include "graphics/background.h"
@@ -34,6 +35,7 @@ int main(int, char*[]) {
   system.Init(gl::Load);
   Input::ReopenGamepads();
   Input::GetPointer().window = system.GetWindowRect();
+  GetEditor().Init();
   Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();
@@ -43,6 +45,7 @@ int main(int, char*[]) {
   Frame frame(events);
   while (system.running) frame.Run();
   Audio::Shutdown();
+  GetEditor().Shutdown();
   GetRenderer().Shutdown();
   gl::Unload();
   system.Shutdown();

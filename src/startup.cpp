@@ -1,6 +1,7 @@
 #include "startup.h"
 
 #include "audio/audio.h"
+#include "component_table.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"

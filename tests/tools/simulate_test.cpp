@@ -12,10 +12,10 @@
 #include "core/event.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
-#include "physics/generator_host.h"
-#include "physics/spring.h"
 #include "match/episode_scene.h"
 #include "match/scoring.h"
+#include "physics/generator_host.h"
+#include "physics/spring.h"
 #include "test_world.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
@@ -45,12 +45,12 @@ TEST(InputScript, AppliesEventsInTheirFrameWhateverTheirOrderInTheFile) {
   std::string error;
   ASSERT_TRUE(script.Parse("2 pad 1 axis 0 100\n0 pad 1 connect\n", error)) << error;
   ScriptedPlatform platform;
-  script.Apply(0, platform);
+  EXPECT_TRUE(script.Apply(0, platform, error));
   platform.OpenGamepad(1);
   EXPECT_TRUE(platform.IsGamepadConnected(1));
-  script.Apply(1, platform);
+  EXPECT_TRUE(script.Apply(1, platform, error));
   EXPECT_EQ(platform.GetGamepadAxis(1, 0), 0);
-  script.Apply(2, platform);
+  EXPECT_TRUE(script.Apply(2, platform, error));
   EXPECT_EQ(platform.GetGamepadAxis(1, 0), 100);
 }
 

@@ -16,6 +16,11 @@ struct Quaternion {
 /// Rotation by `angle` radians about the z axis.
 inline Quaternion QuaternionFromZ(float angle) { return {std::cos(angle * 0.5f), 0.0f, 0.0f, std::sin(angle * 0.5f)}; }
 
+/// The rotation's part about the z axis, in radians.
+inline float AngleAboutZ(const Quaternion& q) {
+  return std::atan2(2.0f * (q.i * q.j + q.k * q.r), 1.0f - 2.0f * (q.j * q.j + q.k * q.k));
+}
+
 /// First-order integration of an angular displacement v (angular velocity times time step, radians):
 /// q + (0, v)·q / 2 with the pure quaternion on the left. The result is not of unit length.
 constexpr Quaternion AddScaled(const Quaternion& q, const Vec3& v) {
