@@ -14,12 +14,14 @@
 #include "match/segment_manager.h"
 #include "physics/slow_motion.h"
 #include "physics/step.h"
+#include "screens/menu_system.h"
 
 void Frame::Run() {
   Platform& platform = GetPlatform();
   platform.StartFrame();
   Audio::Update();
   platform.PumpEvents(router_);
+  Menus().Update();
   UpdateSlowMotion();
   IsPaused() ? RunPaused() : RunRunning();
   UpdateCursorAndCamera();

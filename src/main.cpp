@@ -11,6 +11,7 @@
 #include "graphics/renderer.h"
 #include "input/gamepad.h"
 #include "input/input.h"
+#include "screens/start_up.h"
 #include "startup.h"
 
 namespace {
@@ -39,11 +40,12 @@ int main(int, char*[]) {
   Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();
+  CreateLogoScreen();
   GetBackground();
-  StartFirstMatch();
   GameEvents events;
   Frame frame(events);
   while (system.running) frame.Run();
+  AbandonStartUp();
   Audio::Shutdown();
   GetEditor().Shutdown();
   GetRenderer().Shutdown();

@@ -4,6 +4,8 @@
 #include "graphics/basic_particle_emitter.h"
 #include "graphics/camera_centerer.h"
 #include "graphics/screen_shake.h"
+#include "match/barnacle_logic.h"
+#include "match/boss_health.h"
 #include "match/character_controller.h"
 #include "match/force_currency.h"
 #include "match/game_timer.h"
@@ -16,30 +18,50 @@
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
+#include "screens/clickable.h"
+#include "screens/logo_screen_script.h"
+#include "screens/splash_screen_logic.h"
+#include "screens/title_screen_script.h"
+#include "screens/toggle_button_script.h"
 #include "screens/win_screen_logic.h"
+#include "scripts/broad_side.h"
+#include "scripts/clacky.h"
 #include "scripts/collision_check_script.h"
 #include "scripts/color_changer.h"
 #include "scripts/death_timer.h"
 #include "scripts/dizzy.h"
 #include "scripts/fish_animator.h"
 #include "scripts/follow.h"
+#include "scripts/fountain.h"
+#include "scripts/insert_class_name_here.h"
 #include "scripts/lerp_animators.h"
+#include "scripts/make_a_whale.h"
+#include "scripts/one_way_into_stage.h"
 #include "scripts/patricidal.h"
+#include "scripts/pirate_pathing.h"
 #include "scripts/play_player_audio.h"
 #include "scripts/prison_script.h"
 #include "scripts/rainbow_fish.h"
+#include "scripts/sand_logic.h"
 #include "scripts/shadow_growth.h"
 #include "scripts/spawner.h"
 #include "scripts/spawns_objects.h"
 #include "scripts/squid_animator.h"
+#include "scripts/squishy.h"
 #include "scripts/stuns_on_hit.h"
 #include "scripts/velocity_cap.h"
+#include "scripts/vortex.h"
 
 void RegisterAllScripts() {
   using GalePhysics::CreateHosted;
+  RegisterScript("barnaclelogic", CreateOwned<BarnacleLogic>);
   RegisterScript("class GameTimer", CreateOwned<GameTimer>);
   RegisterScript("bpe", CreateOwned<BasicParticleEmitter>);
+  RegisterScript("bosshealth", CreateOwned<BossHealth>);
+  RegisterScript("broadside", CreateOwned<BroadSide>);
   RegisterScript("CameraCenterer", CreateOwned<CameraCenterer>);
+  RegisterScript("Clacky", CreateOwned<Clacky>);
+  RegisterScript("Clickable", CreateOwned<Clickable>);
   RegisterScript("CollisionCheckScript", CreateOwned<CollisionCheckScript>);
   RegisterScript("color-changer", CreateOwned<ColorChanger>);
   RegisterScript("DeathTimer", CreateOwned<DeathTimer>);
@@ -49,27 +71,39 @@ void RegisterAllScripts() {
   RegisterScript("ForceCurrency", CreateOwned<ForceCurrency>);
   RegisterScript("gravity", CreateHosted<GalePhysics::GravityGenerator>);
   RegisterScript("spring", CreateHosted<GalePhysics::Spring>);
+  RegisterScript("fountain", CreateOwned<Fountain>);
+  RegisterScript("InsertName", CreateOwned<InsertClassNameHere>);
   RegisterScript("class LerpVecAnimator", CreateOwned<LerpVecAnimator>);
   RegisterScript("class LerpSizeAnimator", CreateOwned<LerpSizeAnimator>);
   RegisterScript("class LerpOpacityAnimator", CreateOwned<LerpOpacityAnimator>);
+  RegisterScript("LogoScreenScript", CreateOwned<LogoScreenScript>);
+  RegisterScript("makeawhale", CreateOwned<MakeAWhale>);
   RegisterScript("ObjectiveManager", CreateOwned<ObjectiveManager>);
+  RegisterScript("onewayintostage", CreateOwned<OneWayIntoStage>);
   RegisterScript("particleemitter", CreateOwned<ParticleEmitter>);
   RegisterScript("patricidal", CreateOwned<Patricidal>);
+  RegisterScript("PiratePathing", CreateOwned<PiratePathing>);
   RegisterScript("CharacterController", CreateOwned<CharacterController>);
   RegisterScript("ppa", CreateOwned<PlayPlayerAudioScript>);
   RegisterScript("pointmovment", CreateOwned<PointMovment>);
   RegisterScript("PrisonScript", CreateOwned<PrisonScript>);
   RegisterScript("rainbowfish", CreateOwned<RainbowFish>);
+  RegisterScript("sandlogic", CreateOwned<SandLogic>);
   RegisterScript("spawner", CreateOwned<SpawnsObjects>);
   RegisterScript("stunsonhit", CreateOwned<StunsOnHit>);
+  RegisterScript("ToggleButton", CreateOwned<ToggleButtonScript>);
   RegisterScript("VelocityCap", CreateOwned<VelocityCap>);
+  RegisterScript("vortex", CreateOwned<Vortex>);
   RegisterScript("RespawnNodeManager", CreateOwned<RespawnNodeManager>);
   RegisterScript("ScoreScript", CreateOwned<ScoreScript>);
   RegisterScript("InsertName", CreateOwned<ScreenShake>);
   RegisterScript("SegmentManager", CreateOwned<SegmentManager>);
   RegisterScript("ShadowGrowth", CreateOwned<ShadowGrowth>);
   RegisterScript("Spawner", CreateOwned<Spawner>);
+  RegisterScript("SplashScreenLogic", CreateOwned<SplashScreenLogic>);
   RegisterScript("SquidAnimator", CreateOwned<SquidAnimator>);
+  RegisterScript("squishy", CreateOwned<Squishy>);
+  RegisterScript("TitleScreenScript", CreateOwned<TitleScreenScript>);
   RegisterScript("wsl", CreateOwned<WinScreenLogic>);
   RegisterScript("wobblypuller", CreateHosted<GalePhysics::WobblyPuller>);
 }

@@ -7,13 +7,14 @@
 #include "core/transform.h"
 #include "graphics/camera.h"
 #include "graphics/preload_list.h"
-#include "graphics/renderer.h"
 #include "input/input.h"
 #include "input/mouse_component.h"
 #include "match/new_game.h"
 #include "physics/generator_host.h"
 #include "physics/make_physical.h"
 #include "physics/sphere_collider.h"
+#include "screens/menus.h"
+#include "screens/start_up.h"
 #include "script_table.h"
 
 namespace {
@@ -38,6 +39,11 @@ void BuildCamera(GameObject& camera) {
   scripts.AddScript("InsertName");
 }
 
+// Repeats of a held key would start match after match.
+void PressDemoKey() {
+  if (!Input::IsLetterDown('p') && !IsLogoLoading()) ToggleDemoMode();
+}
+
 }  // namespace
 
 void BuildWorld() {
@@ -45,14 +51,15 @@ void BuildWorld() {
   RegisterAllComponents();
   Objects().SetLevelExtension(&GalePhysics::GetGeneratorLinks());
   Objects().BuildSpecialObjects(BuildCursor, BuildCamera);
+  SetNewGameListener(CloseAllMenus);
 }
 
-void BindKeys() { Input::BindKeyDown(SDLK_p, ToggleDemoMode); }
+void BindKeys() { Input::BindKeyDown(SDLK_p, PressDemoKey); }
 
 void StartFirstMatch() {
   while (!LoadNextAsset()) {
   }
   Audio::LoadEffects();
-  GetRenderer().SetScreenShader("wave");
+  FinishStartUp();
   NewGame();
 }

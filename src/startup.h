@@ -4,8 +4,8 @@
 /// Fills the script and component tables and builds the cursor and camera objects; after Objects().Reset() again.
 void BuildWorld();
 
-/// Binds the keys that work at any time.
+/// Binds the keys that work from the first frame on.
 void BindKeys();
 
-/// Loads the pictures that exist and the effects, switches to the "wave" screen shader and starts the first match.
+/// Loads everything at once and starts the first match, as the title does when it ends; for runs without the screens.
 void StartFirstMatch();

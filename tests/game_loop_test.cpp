@@ -1,10 +1,15 @@
 // The real platform without a display: SDL's virtual gamepad drives the same main loop as the game.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <utility>
 
 #include "core/object_manager.h"
+#include "core/run_log.h"
+#include "core/script_box.h"
 #include "core/scripted_platform.h"
 #include "core/system.h"
 #include "frame.h"
@@ -12,6 +17,8 @@
 #include "input/gamepad.h"
 #include "match/new_game.h"
 #include "match/players.h"
+#include "screens/start_up.h"
+#include "startup.h"
 #include "test_world.h"
 
 namespace {
@@ -35,11 +42,24 @@ class VirtualPad {
     SDL_JoystickDetachVirtual(device_);
   }
   void SetAxis(int axis, std::int16_t value) { SDL_JoystickSetVirtualAxis(handle_, axis, value); }
+  void SetButton(SDL_GameControllerButton button, bool down) {
+    SDL_JoystickSetVirtualButton(handle_, button, down ? 1 : 0);
+  }
   bool IsAttached() const { return device_ >= 0 && handle_ != nullptr; }
 
  private:
   int device_ = -1;
   SDL_Joystick* handle_ = nullptr;
+};
+
+// The screens and menus of a run.
+class Words final : public RunLogListener {
+ public:
+  Words() { SetRunLogListener(this); }
+  void OnEvent(std::string_view event) override {
+    if (event.starts_with("screen ") || event.starts_with("menu ")) text += std::string(event) + ";";
+  }
+  std::string text;
 };
 
 }  // namespace
@@ -75,6 +95,78 @@ TEST(System, AVirtualGamepadChargesAndLaunchesThePlayerOfItsSlot) {
     run(3);
     EXPECT_LT(BodyOf(*Objects().FindObjectByName("Player1")).velocity.x, -1.0f);
   }
+  system.Shutdown();
+  static ScriptedPlatform nothing;
+  SetPlatform(nothing);
+}
+
+// Every pad takes a turn: the first goes past the screens, the others through the menus.
+TEST(System, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
+  ::setenv("SDL_VIDEODRIVER", "dummy", 1);
+  SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+  TestWorld world;
+  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+  System system;
+  SetPlatform(system);
+  system.Init([]() -> const char* { return nullptr; });
+  Words words;
+  {
+    std::array<VirtualPad, kGamepadSlots> pads;
+    SetDemoMode(false);
+    BindKeys();
+    CreateLogoScreen();
+    GameEvents events;
+    Frame frame(events);
+    const auto run = [&](int frames) {
+      for (int i = 0; i < frames; ++i) frame.Run();
+    };
+    const auto press = [&](std::size_t pad, SDL_GameControllerButton button) {
+      pads[pad].SetButton(button, true);
+      run(2);
+      pads[pad].SetButton(button, false);
+      run(2);
+    };
+    const auto expect = [&](const std::string& expected) { EXPECT_EQ(std::exchange(words.text, ""), expected); };
+    constexpr auto kA = SDL_CONTROLLER_BUTTON_A;
+    constexpr auto kStart = SDL_CONTROLLER_BUTTON_START;
+    constexpr auto kDown = SDL_CONTROLLER_BUTTON_DPAD_DOWN;
+    constexpr auto kUp = SDL_CONTROLLER_BUTTON_DPAD_UP;
+    run(177);
+    press(0, kStart);
+    expect("screen logo;screen notice;screen title;");
+    press(3, kA);
+    expect("screen game;");
+    press(1, kStart);
+    press(2, kDown);
+    press(2, kA);
+    press(3, kA);
+    expect("menu open pause;menu open confirm;menu close confirm;");
+    for (const SDL_GameControllerButton button : {kDown, kA, kA, kDown, kA, kDown, kA, kA, kDown, kDown, kA})
+      press(2, button);
+    expect("menu open picture;menu close picture;menu open options;menu close options;");
+    press(3, kDown);
+    press(3, kA);
+    press(0, kStart);
+    press(0, kStart);
+    expect("menu open picture;menu close picture;menu close pause;");
+    Objects().FindObjectByName("segmentmanager")->alive = false;
+    GameObject& podium = world.Add("podium");
+    podium.Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
+    run(600);
+    expect("screen finish;screen podium;");
+    press(0, kA);
+    press(2, kStart);
+    press(1, kA);
+    expect("menu open end;screen game;menu close end;");
+    press(3, kStart);
+    press(3, kUp);
+    press(1, kA);
+    press(1, kUp);
+    press(1, kA);
+    expect("menu open pause;menu open confirm;");
+    EXPECT_FALSE(system.running);
+  }
+  SetRunLogListener(nullptr);
   system.Shutdown();
   static ScriptedPlatform nothing;
   SetPlatform(nothing);

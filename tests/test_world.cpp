@@ -17,11 +17,15 @@
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "input/input.h"
+#include "match/new_game.h"
 #include "physics/box_collider.h"
 #include "physics/generator_host.h"
 #include "physics/slow_motion.h"
 #include "physics/sphere_collider.h"
 #include "physics/step.h"
+#include "screens/menu_system.h"
+#include "screens/options.h"
+#include "screens/start_up.h"
 #include "startup.h"
 
 using GalePhysics::BoxCollider;
@@ -49,7 +53,12 @@ TestWorld::~TestWorld() {
 
 void TestWorld::ResetGlobals() {
   StopSlowMotion();
+  AbandonStartUp();
+  Menus().Reset();
   Objects().Reset();
+  ResetStartUp();
+  GetOptions() = {};
+  EndMatch();
   GalePhysics::ResetGeneratorHost();
   GalePhysics::SetStepObserver(nullptr);
   ClearFileCache();

@@ -52,6 +52,7 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::Option* level = what->add_option("--level", options.level, "Load one level into an empty scene");
   level->check(CheckPlainName);
   what->add_flag("--match", options.match, "Start a match");
+  CLI::Option* boot = what->add_flag("--boot", options.boot, "Begin with the start-up screens, as the game does");
   what->require_option(0, 1);  // --matches starts matches by itself
   auto* howLong = command->add_option_group("for how long");
   howLong->add_option("--frames", options.frames, "How many frames to run; 0 only loads")
@@ -59,7 +60,8 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   howLong->add_flag("--until-end", options.untilEnd, "Until the win screen waits for a button");
   howLong->add_option("--matches", options.matches, "That many whole matches of four pilots, with tables at the end")
       ->check(CLI::Range(1, kMostMatches))
-      ->excludes(level);
+      ->excludes(level)
+      ->excludes(boot);
   howLong->require_option(1);
   command->add_flag("--pilots", options.pilots, "The computer flies player 1 too");
   command->add_option("--input", options.inputFile, "Scripted input, one event a line");
@@ -70,7 +72,8 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   command->add_flag("--digest", options.digest, "Print a hash of the final state");
   command->callback([&] {
     options.match = options.match || options.matches > 0;
-    if (!options.match && options.level.empty()) throw CLI::RequiredError("--level or --match");
+    if (!options.match && !options.boot && options.level.empty())
+      throw CLI::RequiredError("--level, --match or --boot");
     options.dataFolder = Absolute(options.dataFolder.empty() ? OwnFolder() : options.dataFolder);
     result = Simulate(options);
   });

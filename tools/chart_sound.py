@@ -29,6 +29,7 @@ LOOP_LENGTH = (40.0, 90.0)  # s
 
 def measure_event(outdir, kind, file):
     samples = measure.decode(outdir / file, 2 if kind == "music" else 1)
+    samples = samples if kind == "music" else samples.repeat(2, axis=0)  # mono is heard from both speakers
     row = {
         "file": file,
         "kind": kind,

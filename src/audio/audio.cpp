@@ -15,6 +15,7 @@ namespace Audio {
 namespace {
 
 constexpr int kVoices = 32;
+constexpr int kNoMusic = -1;
 constexpr float kChargePitch = 1.4f;
 constexpr std::array<std::string_view, 2> kBusNames = {"SFX", "Music"};
 
@@ -28,6 +29,7 @@ struct Handles {
   std::array<EventInstance, Sound::kCount> instances;
   std::array<Studio::Bus, kBusNames.size()> buses;
   EventInstance currentMusic;
+  int currentMusicId = kNoMusic;
   std::array<EventInstance, kPlayers> charges;
   EventInstance pulse;
   EventInstance winJingle;
@@ -107,7 +109,10 @@ void PlayOneShot(int id) {
 void PlayLongLived(int id) {
   LogEvent("music %d", id);
   const EventInstance instance = InstanceOf(id);
-  Write([instance](Handles& handles) { handles.currentMusic = instance; });
+  Write([instance, id](Handles& handles) {
+    handles.currentMusic = instance;
+    handles.currentMusicId = id;
+  });
   if (Studio::System* studio = GetStudio()) CheckResult(studio->Start(instance));
 }
 
@@ -236,6 +241,11 @@ void StopMusic() {
   LogEvent("music stop");
   const auto music = Read<EventInstance>([](const Handles& handles) { return handles.currentMusic; });
   if (Studio::System* studio = GetStudio()) studio->Stop(music, Studio::StopMode::kAllowFadeOut);
+}
+
+void StopMusicExcept(int id) {
+  const int current = Read<int>([](const Handles& handles) { return handles.currentMusicId; });
+  if (current != kNoMusic && current != id) StopMusic();
 }
 
 void StopLongLived(int id) {

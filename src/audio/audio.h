@@ -60,6 +60,8 @@ void PlayWinJingle();
 void SetMusicVolume(float volume);
 /// Fades the current music out, if there is any.
 void StopMusic();
+/// Fades the current music out unless it is this number's.
+void StopMusicExcept(int id);
 /// Fades the long-lived instance of this number out, whatever music is current.
 void StopLongLived(int id);
 

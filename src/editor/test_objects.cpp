@@ -10,9 +10,10 @@
 #include "match/objective_link.h"
 #include "match/objective_manager.h"
 #include "physics/make_physical.h"
-#include "physics/primitive_assemblage.h"
 #include "physics/rigid_body.h"
+#include "physics/sphere_collider.h"
 #include "scripts/death_timer.h"
+#include "scripts/make_a_whale.h"
 
 namespace {
 
@@ -23,21 +24,23 @@ constexpr char kTestPicture[] = "tstc.png";
 constexpr Vec3 kBoxSize = {2.0f, 2.0f, 0.0f};     // edges
 constexpr Vec3 kSphereSize = {1.0f, 1.0f, 0.0f};  // radius, and half the picture
 constexpr float kSphereTime = 9999.0f;            // seconds
-constexpr Vec3 kWhaleSize = {3.0f, 8.0f, 0.0f};
 
 GameObject& Create() { return *Objects().GetObject(Objects().CreateObject()); }
 
-void AddPicture(GameObject& object, const char* picture) {
-  Sprite& sprite = object.Insert(std::make_unique<Sprite>());
-  sprite.texturePath = picture;
+void LoadPicture(const std::string& picture) {
   if (GetRenderer().GetTexture(picture) == 0) GetRenderer().LoadTexture(picture);
+}
+
+void AddTestPicture(GameObject& object) {
+  object.Insert(std::make_unique<Sprite>()).texturePath = kTestPicture;
+  LoadPicture(kTestPicture);
 }
 
 GameObject* MakeBox() {
   GameObject& box = Create();
   MakePhysical(box, {.shape = PhysicalShape::kBox, .size = kBoxSize});
   box.Get<GalePhysics::RigidBody>()->damping = 1.0f;
-  AddPicture(box, kTestPicture);
+  AddTestPicture(box);
   box.Insert(std::make_unique<ScriptBox>());
   return &box;
 }
@@ -47,7 +50,7 @@ GameObject* MakeSphere() {
   MakePhysical(sphere, {.shape = PhysicalShape::kSphere, .size = kSphereSize, .mass = 0.0f, .rotationLocked = true});
   sphere.GetTransform().graphicsScale = {2.0f * kSphereSize.x, 2.0f * kSphereSize.y, 0.0f};
   sphere.Get<GalePhysics::RigidBody>()->damping = 1.0f;
-  AddPicture(sphere, kTestPicture);
+  AddTestPicture(sphere);
   sphere.Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<DeathTimer>(kSphereTime));
   sphere.Insert(std::make_unique<GivePoints>());
   return &sphere;
@@ -70,16 +73,10 @@ GameObject* MakeSegmentManager() {
   return &manager;
 }
 
+// Its picture may not be loaded yet outside a match.
 GameObject* MakeAssemblage() {
-  GameObject& whale = Create();
-  whale.name = "whale";
-  MakePhysical(whale, {.shape = PhysicalShape::kAssemblage, .size = kWhaleSize});
-  auto& parts = *whale.Get<GalePhysics::PrimitiveAssemblage>();
-  parts.AddBoxPart({2.4f, 5.0f, 0.0f}, {0.0f, 0.5f, 0.0f}, 0.0f);
-  parts.AddBoxPart({1.2f, 2.0f, 0.0f}, {0.0f, -2.8f, 0.0f}, 0.0f);
-  AddPicture(whale, "rightythewhale.png");
-  auto& scripts = whale.Insert(std::make_unique<ScriptBox>());
-  for (const char* script : {"PiratePathing", "fountain", "bosshealth"}) scripts.AddScript(script);
+  GameObject& whale = MakeWhale();
+  LoadPicture(whale.Get<Sprite>()->texturePath);
   return &whale;
 }
 

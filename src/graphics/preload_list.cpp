@@ -24,3 +24,8 @@ bool LoadNextAsset() {
   GetRenderer().LoadTexture(std::string(kPreloadedImages[assetIndex++]));
   return false;
 }
+
+void ResetPreload() {
+  assetIndex = 0;
+  fontPhase = true;
+}

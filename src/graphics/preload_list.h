@@ -78,3 +78,5 @@ inline constexpr std::array<std::string_view, 71> kPreloadedImages = {"crown.png
 
 /// Loads at most one asset of the font and the pictures above; true once everything is loaded, and at every later call.
 bool LoadNextAsset();
+/// Starts the list anew, as at the start of the process.
+void ResetPreload();

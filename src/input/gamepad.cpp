@@ -28,6 +28,10 @@ bool Gamepad::IsButtonDown(int button) const {
   return button >= 0 && button < kGamepadButtons && buttons_[static_cast<std::size_t>(button)];
 }
 
+bool Gamepad::IsButtonTriggered(int button) const {
+  return IsButtonDown(button) && !previousButtons_[static_cast<std::size_t>(button)];
+}
+
 bool Gamepad::IsTriggerHeld() const { return static_cast<float>(axes[kRightTrigger]) / kFullTilt > kTriggerThreshold; }
 
 StickPosition Gamepad::Stick(std::size_t firstAxis) const {

@@ -14,6 +14,10 @@ struct StickPosition {
 
 class Gamepad {
  public:
+  static constexpr int kButtonUp = 0;
+  static constexpr int kButtonDown = 1;
+  static constexpr int kButtonLeft = 2;
+  static constexpr int kButtonRight = 3;
   static constexpr int kButtonStart = 4;
   static constexpr int kButtonA = 10;
   static constexpr int kRightTrigger = 5;
@@ -26,6 +30,8 @@ class Gamepad {
   bool IsConnected() const { return GetPlatform().IsGamepadConnected(index); }
   /// Buttons 0 to 15; false for any other.
   bool IsButtonDown(int button) const;
+  /// Held now and not in the frame before.
+  bool IsButtonTriggered(int button) const;
   /// Each axis from -1 to 1 with a dead zone of its own; (0, 0) without a device.
   StickPosition LeftStick() const { return Stick(0); }
   StickPosition RightStick() const { return Stick(2); }

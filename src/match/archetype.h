@@ -5,6 +5,6 @@
 
 #include "core/game_object.h"
 
-/// Reads the archetype and returns its object, passing over a copy of the generator host; null when it makes nothing,
-/// of which a missing file is told in a line.
+/// Reads the archetype and returns its object, passing over a copy of the generator host; null, with a line, when it
+/// makes nothing.
 GameObject* CreateFromArchetype(const std::string& name);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "audio/audio.h"
 #include "core/game_object.h"
 #include "core/object_manager.h"
 #include "core/random.h"
@@ -81,6 +82,7 @@ void CharacterController::Update(float step) {
     if (wasCharging) {  // the pad was pulled while its player charged
       charging_ = false;
       DropCharge();
+      Audio::StopCharge(controller_);
     }
     FlyByComputer(step);
     return;

@@ -9,6 +9,7 @@
 #include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
+#include "core/object_manager.h"
 #include "core/print.h"
 #include "core/random.h"
 #include "core/serializer.h"
@@ -96,4 +97,9 @@ void GivePoints::AddToTweakBar(FieldBar& bar) {
   bar.AddLimited("Hits To Break", &hitsToBreak, 0, std::numeric_limits<int>::max());
   bar.Add("Is Treasure Chest", &chest);
   bar.EndGroup();
+}
+
+void RemovePrizes() {
+  for (const auto& object : Objects().GetObjects())
+    if (!object->core && object->Get<GivePoints>() != nullptr) object->alive = false;
 }

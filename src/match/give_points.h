@@ -30,3 +30,6 @@ class GivePoints final : public Component {
   float breakTime_ = 0.0f;  // game time, seconds
   bool broken_ = false;
 };
+
+/// Marks every object dead that has GivePoints and is not Core.
+void RemovePrizes();

@@ -2,7 +2,10 @@
 
 #include <array>
 
+#include "audio/audio.h"
+#include "audio/sound_ids.h"
 #include "core/object_manager.h"
+#include "core/run_log.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/background.h"
@@ -11,12 +14,14 @@
 #include "match/hud.h"
 #include "match/players.h"
 #include "match/scoring.h"
+#include "scripts/broad_side.h"
 
 namespace {
 
 constexpr Vec3 kClockPlace = {0.0f, 10.0f, 0.0f};
 
 bool matchRunning = false;
+void (*newGameListener)() = nullptr;
 
 const std::array<PlayerDefinition, kPlayers>& PlayerDefinitions() {
   static const std::array<PlayerDefinition, kPlayers> definitions = {{
@@ -36,6 +41,7 @@ void CreateMatchClock() {
 }
 
 void StartGame() {
+  if (newGameListener != nullptr) newGameListener();
   Objects().KillAll();
   SetupMatch();
   Objects().LoadLevel("level1");
@@ -46,20 +52,25 @@ void StartGame() {
 
 void SetupMatch() {
   ClearHudObjects();
+  BroadSide::ResetSide();
   for (const char* archetype : {"core", "bubblegens", "floor"}) Objects().LoadLevel(archetype);
   for (const GameObject* object : Objects().LoadLevel("scorebacks")) AddHudObject(object->id);
   CreateScoreDisplays();
+  // The players start the match's music, which stops no other by itself.
+  Audio::StopMusicExcept(Sound::kMatchMusic);
   for (const PlayerDefinition& player : PlayerDefinitions()) CreatePlayer(player);
   CreateMatchClock();
 }
 
 void NewGame() {
+  LogEvent("screen game");
   Objects().KillAll();
   StartGame();
   matchRunning = true;
 }
 
 bool IsMatchRunning() { return matchRunning; }
+void SetNewGameListener(void (*listener)()) { newGameListener = listener; }
 void EndMatch() { matchRunning = false; }
 
 void ToggleDemoMode() {

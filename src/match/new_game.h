@@ -8,6 +8,9 @@ bool IsMatchRunning();
 /// The match is decided: the podium is about to be read.
 void EndMatch();
 
+/// Called at the start of every new game, to put away what a floor above has open over the old one; null for nobody.
+void SetNewGameListener(void (*listener)());
+
 /// Adds the scenery, the HUD, the score displays, the four players and the match clock to the scene.
 void SetupMatch();
 

@@ -7,6 +7,7 @@
 #include "match/king_of_the_hill.h"
 #include "match/lord_of_the_beach_ball.h"
 #include "match/octo_miners.h"
+#include "match/whale_boss.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ constexpr ObjectiveType kTypes[] = {
     {"Crown", "Steal the Crown!", 20, Create<GetTheCrown>},
     {"CollectTheRings", "Collect the Rings", 20, Create<CollectTheRings>},
     {"OctoMiners", "Get The Golden Fish!", 10, Create<OctoMiners>},
+    {"WhaleBoss", "Knock the barnacles off the whale!", 10, Create<WhaleBoss>},
     {"lotbb", "Touch The Ball!", 20, Create<LordOfTheBeachBall>},
     {"NULL", "", 10, Create<NullObjective>},
 };

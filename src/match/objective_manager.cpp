@@ -67,7 +67,8 @@ bool ObjectiveManager::IsDone() const {
 }
 
 void ObjectiveManager::Update(float step) {
-  if (IsDone()) return;
+  // Dead it is updated once more: beside its successor after a new game, or when the clock has just ended the match.
+  if (!owner->alive || IsDone()) return;
   if (currentObjective_ != nullptr && Input::IsKeyDown("shift") && Input::IsLetterTriggered('l')) {
     elapsed_ = 0.0f;
     EndSection();

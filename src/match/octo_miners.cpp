@@ -6,6 +6,7 @@
 #include "core/transform.h"
 #include "graphics/renderer.h"
 #include "match/character_controller.h"
+#include "match/give_points.h"
 #include "match/players.h"
 #include "physics/rigid_body.h"
 #include "scripts/death_timer.h"
@@ -42,11 +43,6 @@ void GiveControlBack() {
   }
 }
 
-void ClearScenery() {
-  for (const auto& object : Objects().GetObjects())
-    if (!object->core && object->GetComponent(Kind::kGivePoints) != nullptr) object->alive = false;
-}
-
 void CreateMiners() {
   for (const GameObject* miner : Objects().LoadLevel("miner"))
     if (DeathTimer* timer = FindDeathTimer(*miner)) timer->endTime = kMinerTime;
@@ -72,7 +68,7 @@ void OctoMiners::Update(float /*step*/) {
 
 void OctoMiners::Release() {
   GiveControlBack();
-  ClearScenery();
+  RemovePrizes();
   CreateMiners();
   GetRenderer().StartRipple(kScreenCentre);
   Audio::PlayPulse(kPulsePitch);

@@ -54,7 +54,7 @@ void Place(const std::vector<GameObject*>& piece, const Segment& segment) {
 }  // namespace
 
 void SegmentManager::Update(float step) {
-  if (!active_ || !IsRunning()) return;
+  if (!owner->alive || !active_ || !IsRunning()) return;
   const float duration = segments_[static_cast<std::size_t>(currentSegment_)].duration;
   elapsed_ += step;
   if (elapsed_ >= duration) {

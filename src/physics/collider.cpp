@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "core/field_bar.h"
+#include "core/game_object.h"
 #include "core/print.h"
 #include "core/serializer.h"
 
@@ -35,6 +36,12 @@ void Collider::AddToTweakBar(FieldBar& bar) {
   bar.Add("restitution", &restitution);
   bar.Add("isGhost", &ghost);
   bar.AddLimited("collision group", &collisionGroup, 0, kMaxCollisionGroup);
+}
+
+Collider* FindCollider(const GameObject& object) {
+  for (const Kind kind : {Kind::kSphereCollider, Kind::kBoxCollider, Kind::kPrimitiveAssemblage})
+    if (Component* collider = object.GetComponent(kind)) return static_cast<Collider*>(collider);
+  return nullptr;
 }
 
 }  // namespace GalePhysics

@@ -37,6 +37,9 @@ class Collider : public Component {
   void DeserializeCommon(Serializer& reader);
 };
 
+/// The object's first collider in the order of kinds, or null.
+Collider* FindCollider(const GameObject& object);
+
 /// Enters a shape in its class's list and takes it out again; parts of an assemblage are never listed.
 template <class Shape>
 class ShapeListing {

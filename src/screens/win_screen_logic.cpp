@@ -11,9 +11,12 @@
 #include "core/run_log.h"
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
+#include "input/input.h"
 #include "match/archetype.h"
 #include "match/scoring.h"
+#include "screens/menus.h"
 #include "screens/podium.h"
+#include "screens/screen_input.h"
 
 namespace {
 
@@ -41,12 +44,15 @@ void WinScreenLogic::Initialize() {
 }
 
 void WinScreenLogic::Update(float /*step*/) {
+  // A new game's first frame updates the old one's dead objects once more, with the press that started it.
+  if (!owner->alive) return;
   const float fade = Time().frameStep * kFadeSpeed;
   if (stage_ == Stage::kFadeOut) Fade(fade);
   if (stage_ == Stage::kFadeIn) {
     Fade(-fade);
     HideScores();
   }
+  if (stage_ == Stage::kWait) Leave();
   if (Time().elapsedTime >= nextTime_) Advance();
 }
 
@@ -102,4 +108,19 @@ void WinScreenLogic::AddToTweakBar(FieldBar& bar) {
   bar.BeginGroup("WinScreenLogic");
   bar.Add("name", &name);
   bar.EndGroup();
+}
+
+// Slot after slot, so a key arms the screen and opens the menu in one frame; only the first pad arms it, and then every
+// pad opens. Escape lets the menu be opened again.
+void WinScreenLogic::Leave() {
+  const bool key = IsContinueKeyTriggered();
+  for (int slot = 0; slot < kGamepadSlots; ++slot) {
+    if (!exitArmed_) {
+      exitArmed_ = key || IsContinueTriggered(0);
+    } else if (!exitRequested_ && (key || IsContinueTriggered(slot))) {
+      exitRequested_ = true;
+      OpenEndMenu();
+    }
+    if (Input::IsKeyTriggered("esc")) exitRequested_ = false;
+  }
 }

@@ -59,6 +59,7 @@ void Throw(const Pattern& pattern) {
 }  // namespace
 
 void Spawner::Update(float step) {
+  if (!owner->alive) return;  // updated once more in the frame of a new game
   timer_ += step;
   if (timer_ < kInterval) return;
   timer_ = 0.0f;

@@ -26,6 +26,7 @@ float RandomOffset(float range) {
 }  // namespace
 
 void SpawnsObjects::Update(float step) {
+  if (!owner->alive) return;  // updated once more in the frame of a new game
   if (!started_) {
     started_ = true;
     if (Sprite* sprite = owner->Get<Sprite>()) sprite->visible = false;

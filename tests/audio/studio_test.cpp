@@ -142,7 +142,7 @@ TEST(StudioSystem, NothingButAStopAtOnceClicks) {
   ear.system.SetMute(bus, false);
   EXPECT_NEAR(listen(12), kMusicAmplitude, 0.05f);
   ear.system.Stop(music, StopMode::kAllowFadeOut);
-  EXPECT_GT(listen(2), 0.0f);
+  EXPECT_GT(listen(4), 0.5f * kMusicAmplitude);
   EXPECT_LT(listen(20), kSilence);
   EXPECT_LT(StepOf(heard), kLargestStep);
   ear.system.Start(music);
@@ -236,7 +236,9 @@ TEST(StudioSystem, ADeviceGoesAndAnotherComes) {
     plugged = false;
     EXPECT_LT(PeakOf(ear.Listen(10)), kSilence);
     ear.PlayOnce(ear.Effect(1));
-    EXPECT_EQ(ear.system.Start(music), Result::kOk);
+    if (again == 1) {
+      EXPECT_EQ(ear.system.Start(music), Result::kOk);
+    }
     plugged = true;
     EXPECT_NEAR(waitForMusic(), kMusicAmplitude, 0.05f);
   }

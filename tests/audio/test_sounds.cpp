@@ -8,10 +8,6 @@
 #include <filesystem>
 #include <fstream>
 
-// The library forgets some memory when a stream's head is damaged.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:vorbis_info_init"; }
-
 namespace {
 
 struct Memory {
@@ -56,7 +52,7 @@ std::vector<std::uint8_t> MakeOgg(float amplitude, float seconds, int channels, 
   std::vector<float> samples;
   for (std::size_t i = 0; i < frames; ++i)
     samples.insert(samples.end(), static_cast<std::size_t>(channels),
-                   amplitude * std::sin(2.0f * 3.14159265f * hertz / 48000.0f * static_cast<float>(i % 4800)));
+                   amplitude * std::sin(2.0f * 3.14159265f * hertz / 48000.0f * static_cast<float>(i % 19200)));
   sf_write_float(file, samples.data(), static_cast<sf_count_t>(samples.size()));
   sf_close(file);
   return memory.bytes;
@@ -77,7 +73,7 @@ void WriteMasterBanks(const std::vector<Studio::BankSource>& sources) {
 std::vector<Studio::BankSource> GameSources(float amplitude) {
   std::vector<Studio::BankSource> sources;
   for (const char* name : {"Marlo_Pirates", "Marlo_Buckaneer", "Marlo_Buckaneer_Fast", "Marlo_Baha"})
-    sources.push_back(MakeSource(std::string("event:/Music/") + name, amplitude, 1.0f));
+    sources.push_back(MakeSource(std::string("event:/Music/") + name, amplitude, 0.8f));
   for (const char* name : {"Squid/Squid_Collision",
                            "Squid/Charge",
                            "Squid/Release",

@@ -14,7 +14,7 @@ inline constexpr int kFramesAnUpdate = 800;
 /// What a wave of amplitude 1 is rendered with.
 inline constexpr float kFullScale = 32768.0f * Studio::kMasterGain;
 inline constexpr float kEffectHertz = 240.0f;  // 4 periods in a frame
-inline constexpr float kMusicHertz = 250.0f;
+inline constexpr float kMusicHertz = 247.5f;
 /// What a music wave of amplitude 1 moves from one frame to the next, at most.
 inline constexpr float kSteepness = 2.0f * 3.14159265f * kMusicHertz / 48000.0f;
 
@@ -26,7 +26,7 @@ Studio::BankSource MakeSource(const std::string& path, float amplitude, float se
 /// Writes both banks of the sources into AudioSource/ of the working folder, under the names that the game reads.
 void WriteMasterBanks(const std::vector<Studio::BankSource>& sources);
 
-/// The 28 events of the game: music of 1 s and effects of 0.3 s, all at this amplitude.
+/// The 28 events of the game: music of 0.8 s and effects of 0.3 s, all at this amplitude.
 std::vector<Studio::BankSource> GameSources(float amplitude);
 
 /// Largest sample, and largest step between two neighbouring frames.

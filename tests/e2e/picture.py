@@ -77,20 +77,35 @@ class Picture:
                 changed += sum(row[i : i + 3] != other_row[i : i + 3] for i in range(0, stride, 3))
         return changed
 
+    def mean_difference(self, other):
+        """How far two pictures of one size are apart on average, in steps of a colour of 255; looks at every 16th pixel."""
+        mine, theirs = (b"".join(p.rgb[c::48] for c in range(3)) for p in (self, other))
+        return sum(abs(a - b) for a, b in zip(mine, theirs)) / len(mine)
+
     def crop(self, left, top, width, height):
         rows = (self.row(y)[3 * left : 3 * (left + width)] for y in range(top, top + height))
         return Picture(width, height, b"".join(rows))
 
+    def find_all(self, lowest, highest):
+        """All pixels between two colours, as their centre of gravity; None when there are none."""
+        found = self._pixels_between(lowest, highest)
+        if not found:
+            return None
+        return Spot(sum(x for _, x in found) / len(found), sum(y for y, _ in found) / len(found), len(found))
+
+    def _pixels_between(self, lowest, highest):
+        """The pixels (y, x), sought in one pass over each channel."""
+        masks = [
+            int.from_bytes(self.rgb[channel::3].translate(bytes(low <= value <= high for value in range(256))), "big")
+            for channel, (low, high) in enumerate(zip(lowest, highest))
+        ]
+        both = (masks[0] & masks[1] & masks[2]).to_bytes(self.width * self.height, "big")
+        return [divmod(i, self.width) for i, value in enumerate(both) if value]
+
     def find_cluster(self, lowest, highest, reach):
         """The pixel with the most pixels between two colours within `reach` pixels of it, as their centre of gravity;
         None when there are none."""
-        (r0, g0, b0), (r1, g1, b1) = lowest, highest
-        red, green, blue = self.rgb[0::3], self.rgb[1::3], self.rgb[2::3]
-        found = [
-            divmod(i, self.width)
-            for i, value in enumerate(red)
-            if r0 <= value <= r1 and g0 <= green[i] <= g1 and b0 <= blue[i] <= b1
-        ]
+        found = self._pixels_between(lowest, highest)
         clusters = (
             [(y, x) for y, x in found if abs(y - centre_y) <= reach and abs(x - centre_x) <= reach]
             for centre_y, centre_x in found

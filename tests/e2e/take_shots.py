@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""take_shots.py PROGRAM SECONDS...: shows the program in a virtual display and leaves a screenshot for each of the
-times since its window came, in the folder shots/ beside the program."""
+"""take_shots.py PROGRAM SECONDS...: shows the program in a virtual display and leaves screenshots in the folder shots/
+beside the program: of the title, and for each of the times since the match began."""
 
 import sys
 from pathlib import Path
@@ -14,12 +14,18 @@ def main():
     shots = program.parent / "shots"
     shots.mkdir(exist_ok=True)
     with VirtualDisplay(1280, 720) as display, Game(display, program) as game:
-        game.gain_focus(game.wait_for_window())
-        for seconds in times:
-            game.sleep_until(seconds)
-            path = shots / f"play-{seconds:g}s.png"
+
+        def shoot(name):
+            path = shots / f"play-{name}.png"
             display.take_picture().save(path)
             print(path)
+
+        game.reach_title()
+        shoot("title")
+        game.leave_title()
+        for seconds in times:
+            game.sleep_until(seconds)
+            shoot(f"{seconds:g}s")
         return game.quit()
 
 

@@ -19,6 +19,13 @@ SETTLED = 5.0  # seconds after which the first ripple has left the picture
 SEA = (0x86, 0xD9, 0xDC)
 SEA_TOLERANCE = 30.0
 
+# Fractions of the picture that hold nothing but water when a match begins: left, top, width, height.
+OPEN_SEA = (0.38, 0.28, 0.22, 0.09)
+# Where the first title comes to rest, of a 1280 x 720 picture, and how many dark pixels its letters have there.
+TITLE_REST = (510, 568, 260, 34)
+DARK, TITLE_DARK_PIXELS = 30, 1200
+LONGEST_TITLE = 30.0  # seconds on a machine that draws seven pictures a second
+
 # The water inside the quay, of a 1280 x 720 picture: left, top, width, height.
 WATER = (150, 60, 985, 630)
 # The reds of player 1's picture, blended at its small size; the stage has no patch of them in the water as large.
@@ -60,12 +67,32 @@ def flies_along(display, key, direction):
     return along > LEAST_TRAVEL and across < along / 2, (round(x, 1), round(y, 1))
 
 
+def is_moving(display):
+    before = display.take_picture()
+    time.sleep(0.5)
+    return before.changed_pixels(display.take_picture()) > 0
+
+
+def has_title_come_to_rest(display):
+    before, after = (display.take_picture().crop(*TITLE_REST).rgb[0::3] for _ in range(2))
+    dark = [value < DARK for value in before]
+    return sum(dark) > TITLE_DARK_PIXELS and dark == [value < DARK for value in after]
+
+
+def wait_for_first_title(display):
+    """The match stands still until everybody has had time to read its first title."""
+    wait_until(lambda: has_title_come_to_rest(display), LONGEST_TITLE, "the first title to come to rest")
+    time.sleep(0.5)
+
+
 class GameTest(unittest.TestCase):
     def check_picture(self, picture, what):
         self.assertEqual(picture.black_edges(), [], f"{what}: edges that are all black")
-        middle = picture.crop(picture.width // 3, picture.height // 3, picture.width // 3, picture.height // 3).mean()
-        for colour, sea in zip(middle, SEA):
-            self.assertAlmostEqual(colour, sea, delta=SEA_TOLERANCE, msg=f"{what}: the middle is not sea: {middle}")
+        left, top, width, height = OPEN_SEA
+        patch = picture.crop(int(left * picture.width), int(top * picture.height), int(width * picture.width),
+                             int(height * picture.height)).mean()
+        for colour, sea in zip(patch, SEA):
+            self.assertAlmostEqual(colour, sea, delta=SEA_TOLERANCE, msg=f"{what}: no sea above the title: {patch}")
 
     def check_output(self, game):
         self.assertEqual(game.lines[:3], ["Height: 0", "Width: 0", "Refresh Rate: 0"])
@@ -74,11 +101,12 @@ class GameTest(unittest.TestCase):
 
     def test_start_keys_and_end(self):
         with VirtualDisplay(1280, 720) as display, Game(display, PROGRAM) as game:
-            game.gain_focus(game.wait_for_window())
+            game.reach_match()
             game.sleep_until(SETTLED)
             picture = save(display.take_picture(), "start-1280x720")
             self.check_picture(picture, "1280 x 720")
-            self.assertIsNotNone(find_octopus(picture), "player 1 is not to be seen")
+            wait_for_first_title(display)
+            self.assertIsNotNone(find_octopus(display.take_picture()), "player 1 is not to be seen")
             for key, direction in KEYS.items():
                 tries = []
                 while len(tries) < KEY_TRIES:
@@ -93,7 +121,7 @@ class GameTest(unittest.TestCase):
 
     def test_large_display_and_closed_window(self):
         with VirtualDisplay(1920, 1080) as display, Game(display, PROGRAM) as game:
-            game.gain_focus(game.wait_for_window())
+            game.reach_match()
             game.sleep_until(SETTLED)
             self.check_picture(save(display.take_picture(), "start-1920x1080"), "1920 x 1080")
             self.check_output(game)
@@ -102,29 +130,22 @@ class GameTest(unittest.TestCase):
 
     def test_stands_still_without_focus(self):
         with VirtualDisplay(1280, 720, managed=False) as display, Game(display, PROGRAM) as game:
-            window = game.wait_for_window()
-            game.gain_focus(window)
+            window = game.reach_match()
             game.sleep_until(SETTLED)
-            self.assertTrue(self.is_moving(display), "nothing moves while the game runs")
+            self.assertTrue(is_moving(display), "nothing moves while the game runs")
             game.lose_focus()
             # A ripple runs to its end while the octopuses wait.
-            wait_until(lambda: not self.is_moving(display), 15, "the picture to stand still after the focus is lost")
+            wait_until(lambda: not is_moving(display), 15, "the picture to stand still after the focus is lost")
             still = save(display.take_picture(), "focus-lost")
             time.sleep(2)
             self.assertEqual(still.changed_pixels(display.take_picture()), 0, "the picture moves without the focus")
             game.gain_focus(window, after=len(game.lines))
-            wait_until(lambda: self.is_moving(display), 5, "the picture to move again")
+            wait_until(lambda: is_moving(display), 5, "the picture to move again")
             self.assertEqual(game.quit(), 0)
-
-    def is_moving(self, display):
-        before = display.take_picture()
-        time.sleep(0.5)
-        return before.changed_pixels(display.take_picture()) > 0
 
     def test_minimised_and_brought_back(self):
         with VirtualDisplay(1280, 720) as display, Game(display, PROGRAM) as game:
-            window = game.wait_for_window()
-            game.gain_focus(window)
+            window = game.reach_match()
             game.sleep_until(SETTLED)
             game.lose_focus().terminate()
             wait_until(lambda: not any(display.take_picture().crop(640, 360, 100, 100).rgb), 15,
@@ -132,14 +153,14 @@ class GameTest(unittest.TestCase):
             game.gain_focus(window, after=len(game.lines))
             time.sleep(1)
             self.check_picture(save(display.take_picture(), "brought-back"), "brought back")
-            self.assertTrue(self.is_moving(display), "nothing moves after the window is back")
+            self.assertTrue(is_moving(display), "nothing moves after the window is back")
             self.assertEqual(game.quit(), 0)
 
     def test_missing_screen_shader_leaves_the_screen_black(self):
         with tempfile.TemporaryDirectory() as folder:
             program = self.install_without("wave_frag.glsl", Path(folder))
             with VirtualDisplay(1280, 720) as display, Game(display, program) as game:
-                game.gain_focus(game.wait_for_window())
+                game.reach_match()
                 game.sleep_until(SETTLED)
                 picture = save(display.take_picture(), "no-shader")
                 self.assertIn("Could not open file wave_frag.glsl", game.output)

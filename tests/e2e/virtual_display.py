@@ -164,6 +164,28 @@ class Game:
         # Asked for again and again: a window that is not shown yet cannot take it.
         self.wait_for_line("Focus GAINED", after, meanwhile=lambda: self.display.focus(window))
 
+    def reach_title(self):
+        """Waits for the window and holds Return until the title stands; lets go then and returns the window."""
+        window = self.wait_for_window()
+        self.gain_focus(window)
+        self.display.run("xdotool", "keydown", "Return")
+        try:
+            self.wait_for_line("Title Created")
+        finally:
+            self.display.run("xdotool", "keyup", "Return")
+        time.sleep(0.3)
+        return window
+
+    def reach_match(self):
+        """Goes through the start-up screens into a match, whose beginning counts as the start; returns the window."""
+        window = self.reach_title()
+        self.leave_title()
+        return window
+
+    def leave_title(self):
+        self.display.hold_key("Return", 0.3)
+        self.started = time.monotonic()
+
     def lose_focus(self):
         """Opens another window, gives it the keyboard and returns its process."""
         lines = len(self.lines)
@@ -173,7 +195,7 @@ class Game:
         return other
 
     def sleep_until(self, seconds):
-        """Sleeps until this long after the window came."""
+        """Sleeps until this long after the window came or the match began."""
         time.sleep(max(0.0, self.started + seconds - time.monotonic()))
 
     def quit(self):

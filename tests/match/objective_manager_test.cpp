@@ -114,7 +114,7 @@ TEST(ObjectiveManager, ReadsWhatItCannotUnderstand) {
     int sections;
   } cases[] = {
       {"Sections: 2\nObjective: Regatta\nBoats: 3\nWind: 0.5\nObjective: HitObjects\nNo more objectives: Done\n",
-       "line 13: no objective is called \"Regatta\"", 2},
+       "line 16: no objective is called \"Regatta\"", 2},
       {"Sections: 1000000000\nObjective: HitObjects\nNo more objectives: Done\n",
        "says 1000000000 objectives, 1 follow", 1},
       {"Sections: -1\nNo more objectives: Done\n", "says -1 objectives, 0 follow", 0},

@@ -134,8 +134,10 @@ TEST(Player, OutsideTheArenaItStandsInTheMiddleAgain) {
 
 TEST(NewGame, BuildsTheSceneAnewAndForgetsTheOld) {
   MatchScene match;
-  match.Run(10);
+  NewGame();
+  match.Run(1);
   const std::size_t objects = Objects().GetObjects().size();
+  match.Run(9);
   const std::uint32_t oldId = MatchScene::Find("Player1").id;
   match.PressKey('p', true);
   SetDemoMode(false);

@@ -151,7 +151,7 @@ TEST(GetTheCrown, PaysTheHolderAndPassesOncePerFrameToWhoRamsHim) {
   EXPECT_FALSE(crown->alive);
 }
 
-// y is drawn before x, and each ring draws both.
+// y is drawn before x.
 TEST(CollectTheRings, PlacesRingsFromTheRandomStream) {
   RuleScene scene("CollectTheRings");
   SeedRandom(77);

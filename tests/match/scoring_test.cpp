@@ -43,7 +43,7 @@ class ScoringScene : public EpisodeScene {
     BodyOf(hitter).velocity = {};
   }
   GameObject& AddPrize(int points, int hits, bool chest) {
-    GameObject& thing = world.AddSphere("prize", {6.0f, 6.0f, 0.0f}, {.inverseMass = 0.0f});
+    GameObject& thing = world.AddSphere("prize", {6.0f, 6.0f, 0.0f}, {.inverseMass = 0.0f, .locked = false});
     auto& prize = thing.Insert(std::make_unique<GivePoints>());
     prize.pointsGiven = points;
     prize.hitsToBreak = hits;
@@ -196,6 +196,6 @@ TEST(GivePoints, NumbersOutOfReasonAreMovedIntoIt) {
   EXPECT_EQ(prize->pointsGiven, GivePoints::kMostPoints);
   EXPECT_EQ(prize->hitsToBreak, 0);
   EXPECT_TRUE(prize->chest);
-  EXPECT_NE(scene.world.text().find("prize: line 5: PointsGiven 1000000000, taken as 100"), std::string::npos)
+  EXPECT_NE(scene.world.text().find("prize: line 6: PointsGiven 1000000000, taken as 100"), std::string::npos)
       << scene.world.text();
 }

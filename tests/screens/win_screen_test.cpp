@@ -5,6 +5,7 @@
 #include "core/event.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
+#include "core/pause.h"
 #include "core/run_log.h"
 #include "core/script_box.h"
 #include "core/transform.h"
@@ -12,6 +13,7 @@
 #include "graphics/sprite_text.h"
 #include "match/new_game.h"
 #include "match/scoring.h"
+#include "screens/screen_scene.h"
 #include "test_world.h"
 
 namespace {
@@ -134,4 +136,56 @@ TEST(WinScreen, RunsToItsEndWithoutItsFiles) {
   scene.Start();
   scene.Frames(400);
   EXPECT_EQ(scene.log.back(), "screen podium");
+}
+
+namespace {
+
+// The podium, waiting, in a program that runs whole frames.
+class PodiumTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    NewGame();
+    FinishStartUp();
+    GameObject& object = scene.world.Add("podium");
+    object.Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
+    for (int slot : {0, 1}) scene.platform.ConnectPad(slot, true);
+    scene.Run(400);
+    scene.TakeLog();
+  }
+
+  ScreenScene scene;
+};
+
+}  // namespace
+
+TEST_F(PodiumTest, TheFirstPadArmsItAndThenEveryPadOpensTheMenu) {
+  scene.PressPad(1, Gamepad::kButtonA);
+  EXPECT_EQ(scene.TakeLog(), "") << "only the first pad arms it";
+  scene.PressPad(0, Gamepad::kButtonStart);
+  EXPECT_EQ(scene.TakeLog(), "");
+  scene.PressPad(1, Gamepad::kButtonA);
+  EXPECT_EQ(scene.TakeLog(), "pause on; menu open end; music stop");
+  scene.PressPad(1, Gamepad::kButtonA);
+  EXPECT_EQ(scene.TakeLog().substr(0, 44), "screen game; menu close end; pause off; musi");
+  EXPECT_TRUE(IsMatchRunning());
+}
+
+TEST_F(PodiumTest, AKeyOpensTheMenuAtOnceAndEscapeLetsItOpenAgain) {
+  scene.Press(SDLK_RETURN);
+  EXPECT_EQ(scene.TakeLog(), "pause on; menu open end; music stop");
+  scene.Press(SDLK_ESCAPE);
+  EXPECT_EQ(scene.TakeLog(), "menu close end; pause off");
+  scene.SetKey(SDLK_ESCAPE, false);
+  scene.Press(SDLK_a);
+  EXPECT_EQ(scene.TakeLog(), "pause on; menu open end; music stop");
+  scene.Press(SDLK_LEFT);
+  scene.Press(SDLK_RETURN);
+  EXPECT_FALSE(scene.platform.running);
+}
+
+// The press that confirms the restart is seen once more by the podium, which is dead by then.
+TEST_F(PodiumTest, RestartingFromThePauseMenuOpensNoOther) {
+  for (const int key : {SDLK_ESCAPE, SDLK_DOWN, SDLK_RETURN, SDLK_LEFT, SDLK_RETURN}) scene.Press(key);
+  EXPECT_EQ(Count(scene.TakeLog(), "menu open end"), 0);
+  EXPECT_FALSE(IsPaused());
 }

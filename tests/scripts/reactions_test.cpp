@@ -5,10 +5,8 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "match/character_controller.h"
-#include "scripts/collision_check_script.h"
 #include "scripts/dizzy.h"
 #include "scripts/follow.h"
-#include "scripts/stuns_on_hit.h"
 #include "test_world.h"
 
 namespace {
@@ -118,16 +116,4 @@ TEST(Follow, PassesHitsOnToTheBossItFollows) {
   part.alive = false;
   scene.Touch(part, scene.player);
   EXPECT_EQ(boss.hits, 1) << "a dead part";
-}
-
-TEST(CollisionCheckScript, IsSetByAContactAndClearedByNobody) {
-  ReactionScene scene;
-  GameObject& node = scene.world.AddSphere("node", {});
-  auto& check =
-      static_cast<CollisionCheckScript&>(*node.Insert(std::make_unique<ScriptBox>()).AddScript("CollisionCheckScript"));
-  node.Update(0.01f);
-  EXPECT_FALSE(check.hit);
-  scene.Touch(node, scene.player);
-  node.Update(0.01f);
-  EXPECT_TRUE(check.hit);
 }

@@ -87,7 +87,7 @@ TEST(SpawnsObjects, AMissingArchetypeWaitsForTheNextTurn) {
   SpawnScene scene;
   scene.spawner->archetypeName = "kraken";
   scene.Run(130);
-  EXPECT_EQ(Count(scene.world.text(), "CAN'T FIND YO LEVEL"), 3);
+  EXPECT_EQ(Count(scene.world.text(), "the archetype \"kraken\" makes no object"), 3);
   scene.spawner->archetypeName = "fish";
   scene.spawner->spawnRate = 0.0f;
   scene.Run(100);

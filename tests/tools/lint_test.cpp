@@ -10,6 +10,7 @@
 
 #include "core/component_factory.h"
 #include "core/object_manager.h"
+#include "core/script_box.h"
 #include "core/script_registry.h"
 #include "core/serializer.h"
 #include "match/give_points.h"
@@ -359,24 +360,23 @@ TEST(Lint, MatchRules) {
     const char* from;
     const char* to;
     const char* rule;
-    int line;
   } cases[] = {
-      {"levelName_: piece", "levelName_: nowhere", "missing-piece", 44},
-      {"levelName_: piece", "levelName_: hollow", "missing-piece", 44},
-      {"levelName_: piece", "levelName_: level1", "piece-of-itself", 44},
-      {"duration_: 10", "duration_: 0", "no-time", 45},
-      {"duration_: 10", "duration_: -2", "no-time", 45},
-      {"duration_: 10", "duration_: nan", "bad-value", 45},
-      {"number of segments: 1", "number of segments: 1000000000", "wrong-count", 43},
-      {"number of segments: 1", "number of segments: -1", "wrong-count", 43},
-      {"Sections: 2", "Sections: 3", "wrong-count", 51},
-      {"Objective: HitObjects", "Objective: Regatta\n\t\t\t\tBoats: 3", "unknown-objective", 52},
-      {"archtypename: piece", "archtypename: kraken", "missing-archetype", 58},
-      {"archtypename: piece", "archtypename: hollow", "missing-archetype", 58},
-      {"spawnrate: 1", "spawnrate: 0", "spawn-rate", 60},
-      {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range", 0},
-      {"Hits To Break: 2", "Hits To Break: -1", "negative-hits", 0},
-      {"Name: segmentmanager", "Name: somebody", "no-controller", 1},
+      {"levelName_: piece", "levelName_: nowhere", "missing-piece"},
+      {"levelName_: piece", "levelName_: hollow", "missing-piece"},
+      {"levelName_: piece", "levelName_: level1", "piece-of-itself"},
+      {"duration_: 10", "duration_: 0", "no-time"},
+      {"duration_: 10", "duration_: -2", "no-time"},
+      {"duration_: 10", "duration_: nan", "bad-value"},
+      {"number of segments: 1", "number of segments: 1000000000", "wrong-count"},
+      {"number of segments: 1", "number of segments: -1", "wrong-count"},
+      {"Sections: 2", "Sections: 3", "wrong-count"},
+      {"Objective: HitObjects", "Objective: Regatta\n\t\t\t\tBoats: 3", "unknown-objective"},
+      {"archtypename: piece", "archtypename: kraken", "missing-archetype"},
+      {"archtypename: piece", "archtypename: hollow", "missing-archetype"},
+      {"archtypename: piece", "archtypename: level1", "archetype-of-itself"},
+      {"spawnrate: 1", "spawnrate: 0", "spawn-rate"},
+      {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range"},
+      {"Hits To Break: 2", "Hits To Break: -1", "negative-hits"},
   };
   TestWorld world;
   int result = 0;
@@ -398,12 +398,55 @@ TEST(Lint, MatchRules) {
     const std::string report = lint(text);
     EXPECT_EQ(result, 1) << damage.to;
     EXPECT_NE(report.find(std::string(": ") + damage.rule + ": "), std::string::npos) << damage.to << "\n" << report;
-    if (damage.line > 0) {
-      EXPECT_EQ(report.find("level1:" + std::to_string(damage.line) + ": "), 0u) << damage.to << report;
-    }
+    const int line = Count(text.substr(0, text.find(damage.to)), "\n") + 1;
+    EXPECT_EQ(report.find("level1:" + std::to_string(line) + ": "), 0u) << damage.to << "\n" << report;
     EXPECT_EQ(Count(report, "\n"), 1) << damage.to << "\n" << report;
   }
+  std::string nobody = good;
+  Replace(nobody, "Name: segmentmanager", "Name: somebody");
+  EXPECT_NE(lint(nobody).find("level1:1: no-controller: "), std::string::npos);
   std::string swapped = good;
   Replace(swapped, "Component: \"SegmentManager\"", "Component: \"Spawner\"");
   EXPECT_NE(lint(swapped).find(": controller-scripts: "), std::string::npos);
+}
+
+// Hazards fail silently in the game when their collider is of the wrong kind or an archetype is missing.
+TEST(Lint, HazardRules) {
+  const struct {
+    const char* script;
+    bool ghost;
+    bool prize;
+    const char* fault;  // null: none
+  } cases[] = {
+      {"stunsonhit", false, false, nullptr},
+      {"stunsonhit", true, false, "not-solid"},
+      {"squishy", true, false, "not-solid"},
+      {"vortex", true, false, nullptr},
+      {"vortex", false, false, "not-a-ghost"},
+      {"barnaclelogic", false, false, nullptr},
+      {"barnaclelogic", false, true, "barnacle-prize"},
+      {"broadside", false, false, "missing-archetype"},
+      {"sandlogic", false, false, "missing-archetype"},
+  };
+  TestWorld world;
+  int result = 0;
+  world.WriteFile("stunstars", Document({&world.Add("stars")}));
+  for (const auto& one : cases) {
+    GameObject& object = world.AddSphere("thing", {}, {.ghost = one.ghost});
+    object.Insert(std::make_unique<ScriptBox>()).AddScript(one.script);
+    if (one.prize) object.Insert(std::make_unique<GivePoints>());
+    world.WriteFile("stage", Document({&object}));
+    const std::string report = Lint("stage", result);
+    EXPECT_EQ(Count(report, "\n"), one.fault == nullptr ? 0 : 1) << one.script << report;
+    if (one.fault != nullptr) {
+      EXPECT_NE(report.find(std::string(": ") + one.fault + ": "), std::string::npos) << one.script << report;
+    }
+  }
+  world.WriteFile("cannonball", Document({&world.Add("ball")}));
+  GameObject& ship = world.Add("ship");
+  ship.Insert(std::make_unique<ScriptBox>()).AddScript("broadside");
+  std::string text = Document({&ship});
+  Replace(text, "fireInterval: 3", "fireInterval: 0");
+  world.WriteFile("stage", text);
+  EXPECT_NE(Lint("stage", result).find(": fire-interval: "), std::string::npos);
 }

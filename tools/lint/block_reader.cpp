@@ -132,8 +132,7 @@ bool BlockReader::ReadSegments(LintBlock& block) {
     for (const char* key : {"duration_", "rotationAngle_", "distance_"}) {
       const LintLine* line = Expect(Kind::kValue, key, "the value");
       if (line == nullptr) return false;
-      CheckNumber(*line, FieldType::kFloat);
-      if (segment.duration == nullptr) segment.duration = line;
+      if (CheckNumber(*line, FieldType::kFloat) && line->key == "duration_") segment.duration = line;
     }
     block.segments.push_back(segment);
   }

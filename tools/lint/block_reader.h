@@ -12,7 +12,7 @@
 /// A level piece of an episode.
 struct LintSegment {
   const LintLine* levelName;
-  const LintLine* duration;
+  const LintLine* duration;  ///< null when it is no number
 };
 
 /// One component or script as it was read: where it stands and its single values by key.

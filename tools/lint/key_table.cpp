@@ -96,6 +96,13 @@ constexpr FieldSchema kWobbly[] = {{"My ID", kInt},
                                    {"_lastWobbleTime", kFloat},
                                    {"_wobbleBackwards", kBool}};
 
+constexpr FieldSchema kBroadSide[] = {{"fireInterval", kFloat}};
+constexpr FieldSchema kOneWay[] = {{"Butts", kBool}};
+constexpr FieldSchema kVortex[] = {{"pulling constant", kFloat},
+                                   {"point distance", kFloat},
+                                   {"points given", kInt},
+                                   {"is used to exit the stage", kBool}};
+
 constexpr FieldSchema kNull[] = {{"Runtime", kInt}};
 constexpr FieldSchema kCannonFall[] = {
     {"Rate", kFloat}, {"RateVariation", kFloat}, {"Speed", kFloat}, {"speedVariation", kFloat}};
@@ -110,9 +117,14 @@ constexpr auto kComponents = std::to_array<BlockSchema>({
     {"BoxCollider", kBox},
 });
 constexpr auto kScripts = std::to_array<BlockSchema>({
+    {"barnaclelogic", {}},
     {"class GameTimer", {}},
     {"bpe", kBasicEmitter},
+    {"bosshealth", {}},
+    {"broadside", kBroadSide},
     {"CameraCenterer", {}},
+    {"Clacky", {}},
+    {"Clickable", {}},
     {"CollisionCheckScript", {}},
     {"color-changer", {}},
     {"DeathTimer", kDeathTimer},
@@ -122,27 +134,38 @@ constexpr auto kScripts = std::to_array<BlockSchema>({
     {"ForceCurrency", kForceCurrency},
     {"gravity", kGravity},
     {"spring", kSpring},
+    {"fountain", {}},
     {"class LerpVecAnimator", {}},
     {"class LerpSizeAnimator", {}},
     {"class LerpOpacityAnimator", {}},
+    {"LogoScreenScript", {}},
+    {"makeawhale", {}},
     {"ObjectiveManager", kObjectiveManager},
+    {"onewayintostage", kOneWay},
     {"particleemitter", kEmitter},
     {"patricidal", {}},
+    {"PiratePathing", {}},
     {"CharacterController", kController},
     {"ppa", {}},
     {"pointmovment", {}},
     {"PrisonScript", kPrison},
     {"rainbowfish", kRainbowFish},
+    {"sandlogic", {}},
     {"spawner", kSpawnsObjects},
     {"stunsonhit", {}},
+    {"ToggleButton", {}},
     {"VelocityCap", {}},
+    {"vortex", kVortex},
     {"RespawnNodeManager", {}},
     {"ScoreScript", {}},
     {"InsertName", {}},
     {"SegmentManager", kSegmentManager},
     {"ShadowGrowth", kShadowGrowth},
     {"Spawner", {}},
+    {"SplashScreenLogic", {}},
     {"SquidAnimator", {}},
+    {"squishy", {}},
+    {"TitleScreenScript", {}},
     {"wsl", {}},
     {"wobblypuller", kWobbly},
 });
@@ -153,6 +176,7 @@ constexpr auto kObjectives = std::to_array<BlockSchema>({
     {"Crown", {}},
     {"CollectTheRings", {}},
     {"OctoMiners", {}},
+    {"WhaleBoss", {}},
     {"lotbb", {}},
     {"NULL", kNull},
 });

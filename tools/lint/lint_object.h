@@ -32,3 +32,12 @@ inline const LintLine* ValueOf(const LintBlock* block, std::string_view key) {
   const auto found = block->values.find(key);
   return found == block->values.end() ? nullptr : found->second;
 }
+
+/// Whether it has a collider that is a ghost, or one that is none.
+inline bool HasCollider(const LintObject& object, bool ghost) {
+  for (const LintBlock& block : object.components) {
+    const LintLine* value = ValueOf(&block, "ghost");
+    if (value != nullptr && (value->value == "true") == ghost) return true;
+  }
+  return false;
+}

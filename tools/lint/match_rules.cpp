@@ -1,10 +1,10 @@
 #include "tools/lint/match_rules.h"
 
 #include <filesystem>
-#include <fstream>
 
 #include "match/give_points.h"
 #include "tools/lint/game_folder.h"
+#include "tools/lint/level_file.h"
 
 namespace {
 
@@ -49,9 +49,9 @@ void MatchRules::CheckSegments(const LintBlock& block) {
     const std::string_view piece = segment.levelName->value;
     if (piece == level_)
       report_.Fault(segment.levelName->number, "piece-of-itself", "a level cannot bring itself in: name another");
-    else if (!HoldsAnObject(piece))
+    else if (!HoldsAnObject(folder_, piece))
       report_.Fault(segment.levelName->number, "missing-piece", Quoted(piece) + " is missing here or holds no object");
-    if (!(NumberOf(*segment.duration) > 0.0f))
+    if (segment.duration != nullptr && NumberOf(*segment.duration) <= 0.0f)
       report_.Fault(segment.duration->number, "no-time", "a segment must last longer than 0 seconds");
   }
 }
@@ -67,20 +67,11 @@ void MatchRules::CheckPrize(const LintBlock& prize) {
 }
 
 void MatchRules::CheckSpawner(const LintBlock& spawner) {
-  if (const LintLine* name = ValueOf(&spawner, "archtypename"); name != nullptr && !HoldsAnObject(name->value))
+  const LintLine* name = ValueOf(&spawner, "archtypename");
+  if (name != nullptr && name->value == level_)
+    report_.Fault(name->number, "archetype-of-itself", "the spawner would spawn itself without end: name another");
+  else if (name != nullptr && !HoldsAnObject(folder_, name->value))
     report_.Fault(name->number, "missing-archetype", Quoted(name->value) + " is missing here or holds no object");
   if (const LintLine* rate = ValueOf(&spawner, "spawnrate"); rate != nullptr && !(NumberOf(*rate) > 0.0f))
     report_.Fault(rate->number, "spawn-rate", "must be above 0 seconds, or it spawns in every frame");
-}
-
-// Objects open with their number, one level in; nothing else in a file begins like that.
-bool MatchRules::HoldsAnObject(std::string_view level) const {
-  if (level.empty() || level.find('/') != std::string_view::npos || level.front() == '.') return false;
-  std::error_code error;
-  const auto path = std::filesystem::path(folder_) / level;
-  if (!std::filesystem::is_regular_file(path, error)) return false;
-  std::ifstream file(path);
-  for (std::string line; std::getline(file, line);)
-    if (line.size() > 2 && line[0] == '\t' && line[1] >= '0' && line[1] <= '9' && line.back() == '{') return true;
-  return false;
 }

@@ -19,7 +19,6 @@ class MatchRules {
   void CheckSegments(const LintBlock& segments);
   void CheckPrize(const LintBlock& prize);
   void CheckSpawner(const LintBlock& spawner);
-  bool HoldsAnObject(std::string_view level) const;
 
   std::string folder_;
   std::string level_;  // plain name

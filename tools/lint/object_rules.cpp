@@ -10,6 +10,7 @@
 #include "graphics/particle_emitter.h"
 #include "graphics/preload_list.h"
 #include "tools/lint/game_folder.h"
+#include "tools/lint/hazard_rules.h"
 #include "tools/lint/lint_object.h"
 #include "tools/lint/match_rules.h"
 
@@ -112,6 +113,7 @@ class LevelLint {
     for (const LintBlock& script : object.scripts) CheckEmitter(script);
     CollectGenerators(object);
     match_.Check(object);
+    CheckHazards(object, folder_, report_);
   }
 
   void CheckName(const LintObject& object) {
@@ -136,7 +138,9 @@ class LevelLint {
     const LintLine* locked = ValueOf(body, "rotationLocked_");
     if (inverseMass != nullptr && NumberOf(*inverseMass) < 0.0f)
       report_.Fault(inverseMass->number, "negative-mass", "inverseMass is read as 0: write 0 or more");
-    if (inverseMass != nullptr && locked != nullptr && NumberOf(*inverseMass) == 0.0f && locked->value != "true")
+    // What nothing can hit may spin by itself.
+    if (inverseMass != nullptr && locked != nullptr && NumberOf(*inverseMass) == 0.0f && locked->value != "true" &&
+        HasCollider(object, false))
       report_.Fault(locked->number, "immovable-unlocked", "a hit makes it spin: rotationLocked_ must be true");
     if (damping != nullptr && NumberOf(*damping) == 0.0f)
       report_.Note(damping->number, "damping-0", "it stops at once, and slow motion leaves it at 1: write more than 0");

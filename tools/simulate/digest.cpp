@@ -14,12 +14,19 @@
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
+#include "match/barnacle_logic.h"
+#include "match/boss_health.h"
 #include "match/game_timer.h"
 #include "match/objective_link.h"
 #include "match/objective_manager.h"
 #include "match/scoring.h"
 #include "match/segment_manager.h"
 #include "physics/rigid_body.h"
+#include "screens/menu_system.h"
+#include "screens/options.h"
+#include "screens/start_up.h"
+#include "scripts/broad_side.h"
+#include "scripts/pirate_pathing.h"
 
 namespace {
 
@@ -95,6 +102,32 @@ void AddClock(Hash& hash, const GameObject& object) {
   if (clock != nullptr) hash.AddValue(static_cast<const GameTimer*>(clock)->GetRemainingTime());
 }
 
+template <class T>
+const T* FindIn(const ScriptBox& scripts, const char* name) {
+  return static_cast<const T*>(scripts.GetScript(name));
+}
+
+void AddWhaleCourse(Hash& hash, const WhaleCourse& course) {
+  for (const float f : {course.pause, course.timer, course.stopX, course.cruiseSpeed}) hash.AddValue(f);
+  for (const int i : {course.sweepState, course.taken}) hash.AddValue(i);
+  hash.AddValue(course.patterns);
+  hash.AddValue(course.rightward);
+  hash.AddValue(course.sweeping);
+}
+
+// What hazards and the whale keep to themselves.
+void AddHazard(Hash& hash, const GameObject& object) {
+  const auto* scripts = object.Get<ScriptBox>();
+  if (scripts == nullptr) return;
+  if (FindIn<PiratePathing>(*scripts, "PiratePathing") != nullptr) AddWhaleCourse(hash, PiratePathing::GetCourse());
+  if (FindIn<BroadSide>(*scripts, "broadside") != nullptr) hash.AddValue(BroadSide::IsFacingBack());
+  if (const auto* boss = FindIn<BossHealth>(*scripts, "bosshealth")) hash.AddValue(boss->health);
+  if (const auto* barnacle = FindIn<BarnacleLogic>(*scripts, "barnaclelogic")) {
+    hash.AddValue(barnacle->GetHitsLeft());
+    hash.AddValue(barnacle->IsDetached());
+  }
+}
+
 void AddObject(Hash& hash, const GameObject& object) {
   hash.Add(object.name);
   hash.AddValue(object.alive);
@@ -109,6 +142,18 @@ void AddObject(Hash& hash, const GameObject& object) {
     AddAsText(hash, object.GetComponent(kind));
   if (const auto* text = object.Get<SpriteText>()) AddText(hash, *text);
   AddClock(hash, object);
+  AddHazard(hash, object);
+}
+
+void AddScreens(Hash& hash) {
+  hash.AddValue(Menus().CountOpen());
+  if (const Menu* menu = Menus().GetCurrentMenu()) hash.AddValue(menu->GetSelectedIndex());
+  const Options& options = GetOptions();
+  for (const bool option : {options.musicMuted, options.allMuted, options.menuFullscreen}) hash.AddValue(option);
+  const StartUp& startUp = GetStartUp();
+  hash.AddValue(startUp.skipRequested);
+  hash.AddValue(startUp.spinnerAngle);
+  hash.AddValue(startUp.titleArmed.to_ulong());
 }
 
 }  // namespace
@@ -118,6 +163,7 @@ std::uint64_t StateDigest() {
   for (const auto& object : Objects().GetObjects()) AddObject(hash, *object);
   for (const ParticleEmitter* emitter : ParticleEmitters()) AddParticles(hash, *emitter);
   AddMatch(hash);
+  AddScreens(hash);
   const GameTime& time = Time();
   for (const float f : {time.frameStep, time.physicsStep, time.elapsedTime, GetRenderer().GetWaveTime()})
     hash.AddValue(f);

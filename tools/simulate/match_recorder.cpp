@@ -24,7 +24,7 @@ MatchRecorder::MatchRecorder(RunLogListener* next) : next_(next) {
 MatchRecorder::~MatchRecorder() { SetRunLogListener(next_); }
 
 void MatchRecorder::BeginMatch() {
-  atPodium_ = decided_ = false;
+  atPodium_ = begun_ = decided_ = false;
   leader_ = running_ = kNobody;
   leadChanges_ = 0;
   awarded_ = GetPointsAwarded();
@@ -33,6 +33,7 @@ void MatchRecorder::BeginMatch() {
 
 void MatchRecorder::OnEvent(std::string_view text) {
   if (next_ != nullptr) next_->OnEvent(text);
+  if (text == "screen game") BeginMatch();
   if (text == "screen podium") atPodium_ = true;
   const std::string_view begun = After("objective begin ", text);
   if (begun.empty() && After("objective end ", text).empty()) return;
@@ -55,9 +56,10 @@ void MatchRecorder::NoteAwards() {
 void MatchRecorder::EndFrame() {
   NoteAwards();
   if (!IsMatchRunning()) {
-    decided_ = true;
+    decided_ = begun_;
     return;
   }
+  begun_ = true;
   decided_ = false;
   ranks_ = RankPlayers();
   NoteLead();

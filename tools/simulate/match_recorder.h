@@ -21,7 +21,7 @@ class MatchRecorder final : public RunLogListener {
 
   /// After every frame.
   void EndFrame();
-  /// Forgets the present match, for the next one.
+  /// Forgets the present match, for the next one; a new game does so by itself.
   void BeginMatch();
   /// The win screen has its podium and waits for a button.
   bool IsAtPodium() const { return atPodium_; }
@@ -49,6 +49,7 @@ class MatchRecorder final : public RunLogListener {
 
   RunLogListener* next_;
   bool atPodium_ = false;
+  bool begun_ = false;  // its standings have been read
   bool decided_ = false;
   std::array<Rank, kPlayers> ranks_{};
   int leader_;  // player index

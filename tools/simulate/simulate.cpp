@@ -24,6 +24,7 @@
 #include "input/input.h"
 #include "match/new_game.h"
 #include "match/players.h"
+#include "screens/start_up.h"
 #include "startup.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
@@ -76,8 +77,10 @@ void StartGame(ScriptedPlatform& platform, const SimulateOptions& options) {
   BindKeys();
   GetEditor().Init();
   GetRenderer().Init();
-  GetBackground();
   SetDemoMode(options.pilots || options.matches > 0);
+  if (options.boot) CreateLogoScreen();
+  GetBackground();
+  if (options.boot) return;
   if (options.match) {
     StartFirstMatch();
     return;
@@ -146,7 +149,6 @@ class Run {
       if (i > 0) {
         if (trace_ != nullptr) trace_->BeginFrame(done_);
         NewGame();
-        match_.BeginMatch();
       }
       const int start = done_;
       if (!PlayToTheEnd()) return false;
@@ -194,7 +196,7 @@ int Simulate(const SimulateOptions& options) {
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);
   if (error) return Fail(options.dataFolder, "is no folder that can be entered");
-  const std::string level = options.match ? "level1" : options.level;
+  const std::string level = options.level.empty() ? "level1" : options.level;
   if (!IsReadableLevel(level)) return Fail(level, "no such level, or an empty one, in the data folder");
 
   std::optional<Trace> trace;
@@ -216,7 +218,8 @@ int Simulate(const SimulateOptions& options) {
     result = Fail(options.saveName, "could not be saved in the data folder");
   if (sound && !sound->IsWhole()) result = Fail(options.wavFile, "could not be written to its end");
   PrintSummary(out, run.GetFrames(), wall.count());
-  if (options.match && run.GetMatch().IsDecided()) run.GetMatch().PrintRanking(out);
+  if (run.GetMatch().IsDecided()) run.GetMatch().PrintRanking(out);
+  AbandonStartUp();
   Audio::Shutdown();
   return result;
 }

@@ -5,8 +5,9 @@
 
 struct SimulateOptions {
   std::string dataFolder;  ///< absolute
-  std::string level;       ///< one level into an empty scene; empty: start a match
+  std::string level;       ///< one level into an empty scene; empty: one of the two below
   bool match = false;
+  bool boot = false;    ///< begin with the start-up screens
   bool pilots = false;  ///< the computer flies player 1 too
   int frames = 0;
   bool untilEnd = false;  ///< instead of a number of frames: until the win screen waits for a button

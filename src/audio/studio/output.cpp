@@ -14,14 +14,6 @@ namespace {
 
 void IgnoreMessage(const char*, int, const char*, int, const char*, ...) {}
 
-// Without a device both libraries write ten lines to standard error at every attempt, and one is made all the time.
-void SilenceLibraries() {
-  constexpr char kNothing[] = "0";
-  constexpr int kKeepTheUsersOwn = 0;
-  ::setenv("ALSOFT_LOGLEVEL", kNothing, kKeepTheUsersOwn);
-  snd_lib_error_set_handler(IgnoreMessage);
-}
-
 // Head-related filters would colour a mix that is made for two speakers.
 constexpr ALCint kDeviceAttributes[] = {ALC_FREQUENCY, kOutputRate, ALC_HRTF_SOFT, ALC_FALSE, 0};
 // The limiter, which a device of 16 bits has by itself, keeps several loud sounds at once from being clipped.
@@ -46,6 +38,14 @@ ALCcontext* CreateContext(ALCdevice* device, const ALCint* attributes) {
 
 }  // namespace
 
+// Without a device both libraries write ten lines to standard error at every attempt, and one is made all the time.
+void Output::SilenceLibraries() {
+  constexpr char kNothing[] = "0";
+  constexpr int kKeepTheUsersOwn = 0;
+  ::setenv("ALSOFT_LOGLEVEL", kNothing, kKeepTheUsersOwn);
+  snd_lib_error_set_handler(IgnoreMessage);
+}
+
 Output::Output(ALCdevice* device, ALCcontext* context, bool loopback)
     : device_(device), context_(context), loopback_(loopback) {}
 
@@ -62,8 +62,6 @@ Output::~Output() {
 }
 
 std::unique_ptr<Output> Output::OpenDevice() {
-  static const bool silenced = (SilenceLibraries(), true);
-  (void)silenced;
   ALCdevice* device = alcOpenDevice(nullptr);
   ALCcontext* context = CreateContext(device, kDeviceAttributes);
   if (context == nullptr) return nullptr;

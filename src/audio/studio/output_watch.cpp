@@ -9,7 +9,10 @@ namespace {
 constexpr int kUpdatesBetween = 120;  // 2 s
 }
 
-OutputWatch::OutputWatch(OutputOpener opener) : opener_(std::move(opener)) { BeginToLook(); }
+OutputWatch::OutputWatch(OutputOpener opener) : opener_(std::move(opener)) {
+  Output::SilenceLibraries();
+  BeginToLook();
+}
 
 void OutputWatch::BeginToLook() {
   if (!opener_) return;

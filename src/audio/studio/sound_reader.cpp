@@ -3,10 +3,12 @@
 #include <sndfile.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
 
 #include "audio/studio/bank_file.h"
+#include "audio/studio/output.h"
 
 namespace Studio {
 
@@ -15,6 +17,9 @@ namespace {
 constexpr std::size_t kChunk = 16384;  // frames decoded at a time
 constexpr int kLowestRate = 8000;
 constexpr int kHighestRate = 192000;
+constexpr int kShortestShare = 10;  // of a second, below which a stream is no music
+constexpr int kMostRewinds = 2;     // of one reading
+constexpr std::size_t kMostFrames = static_cast<std::size_t>(kMaxSeconds) * kOutputRate;  // whatever the rate
 
 struct SoundFileCloser {
   void operator()(SNDFILE* file) const { sf_close(file); }
@@ -77,6 +82,7 @@ Result SoundReader::Open(std::span<const std::uint8_t> data) {
     stream_->file.reset();
     return Result::kSoundDamaged;
   }
+  frames_ = info.frames;
   rate_ = info.samplerate;
   channels_ = info.channels;
   return Result::kOk;
@@ -98,14 +104,20 @@ std::size_t SoundReader::Read(float* stereo, std::size_t frames) {
 
 std::size_t SoundReader::ReadLooped(float* stereo, std::size_t frames) {
   std::size_t done = 0;
-  bool rewound = false;
-  while (done < frames) {
+  // A stream that is far shorter than its head says must not be begun again and again within an update.
+  for (int rewinds = 0; done < frames;) {
     const std::size_t got = Read(stereo + kStereo * done, frames - done);
-    if (got == 0 && (rewound || !Rewind())) break;  // a stream without frames must not be asked for ever
-    rewound = got == 0;
+    if (got == 0 && (++rewinds > kMostRewinds || !Rewind())) break;
     done += got;
   }
   return done;
+}
+
+Result SoundReader::CheckMusic() {
+  if (frames_ > static_cast<std::int64_t>(rate_) * kMaxSeconds) return Result::kSoundTooLong;
+  std::array<float, kStereo> first{};
+  const bool sounds = frames_ >= rate_ / kShortestShare && Read(first.data(), 1) == 1 && Rewind();
+  return sounds ? Result::kOk : Result::kSoundDamaged;
 }
 
 bool SoundReader::Rewind() { return stream_->file && sf_seek(stream_->file.get(), 0, SEEK_SET) == 0; }
@@ -115,14 +127,13 @@ Result DecodeAll(std::span<const std::uint8_t> data, Samples& samples) {
   const Result result = reader.Open(data);
   if (result != Result::kOk) return result;
   Samples decoded{{}, reader.GetRate(), reader.GetChannels()};
-  const std::size_t limit = static_cast<std::size_t>(reader.GetRate()) * kMaxSeconds;
   for (std::size_t frames = 0;;) {
     decoded.stereo.resize(kStereo * (frames + kChunk));
     const std::size_t got = reader.Read(decoded.stereo.data() + kStereo * frames, kChunk);
     frames += got;
     decoded.stereo.resize(kStereo * frames);
     if (got == 0) break;
-    if (frames > limit) return Result::kSoundTooLong;
+    if (frames > kMostFrames) return Result::kSoundTooLong;
   }
   if (decoded.stereo.empty()) return Result::kSoundDamaged;
   decoded.stereo.shrink_to_fit();

@@ -25,6 +25,9 @@ class SoundReader {
   std::size_t Read(float* stereo, std::size_t frames);
   /// As Read, and goes on at the beginning after the end; fewer than asked for only when the stream gives nothing.
   std::size_t ReadLooped(float* stereo, std::size_t frames);
+  /// Whether the stream can be music: a tenth of a second to kMaxSeconds long, and gives sound. Leaves it at its
+  /// beginning.
+  Result CheckMusic();
   /// Back to the first frame; false when the stream does not let itself be read again.
   bool Rewind();
 
@@ -34,6 +37,7 @@ class SoundReader {
  private:
   struct Stream;
   std::unique_ptr<Stream> stream_;
+  std::int64_t frames_ = 0;  // as its head says
   int rate_ = 0;
   int channels_ = 0;
 };

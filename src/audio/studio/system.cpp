@@ -15,6 +15,12 @@ namespace Studio {
 
 namespace {
 
+Result CheckMusic(std::span<const std::uint8_t> sound) {
+  SoundReader reader;
+  const Result result = reader.Open(sound);
+  return result == Result::kOk ? reader.CheckMusic() : result;
+}
+
 constexpr int kVoicesOfAnEvent = 4;
 constexpr std::uint64_t kUpdatesBetweenStarts = 3;  // contacts can fire in every sub-step of a frame
 constexpr int kFadeOutUpdates = 12;                 // 0.2 s
@@ -215,8 +221,7 @@ Result System::LoadSampleData(EventDescription description) {
     if (event->loaded || event->failure != Result::kOk) return event->failure;
   }
   Samples samples;
-  const Result result =
-      event->IsMusic() ? SoundReader().Open(event->source.sound) : DecodeAll(event->source.sound, samples);
+  const Result result = event->IsMusic() ? CheckMusic(event->source.sound) : DecodeAll(event->source.sound, samples);
   const std::lock_guard lock(state_->mutex);
   event->failure = result == Result::kOk ? state_->catalogue.Keep(*event, std::move(samples)) : result;
   return event->failure;

@@ -78,6 +78,7 @@ void Voice::Cut() {
   if (state_ == State::kFree) return;
   alSourceStop(source_);
   alSourcei(source_, AL_BUFFER, 0);  // lets go of a queue too
+  alSourceRewind(source_);           // a source that has not begun has not ended either, see HasEnded
   reader_ = nullptr;
   state_ = State::kFree;
   fresh_ = false;

@@ -16,7 +16,7 @@ struct Quaternion {
 /// Rotation by `angle` radians about the z axis.
 inline Quaternion QuaternionFromZ(float angle) { return {std::cos(angle * 0.5f), 0.0f, 0.0f, std::sin(angle * 0.5f)}; }
 
-/// The rotation's part about the z axis, in radians.
+/// The rotation's part about the z axis, radians from -pi to pi.
 inline float AngleAboutZ(const Quaternion& q) {
   return std::atan2(2.0f * (q.i * q.j + q.k * q.r), 1.0f - 2.0f * (q.j * q.j + q.k * q.k));
 }

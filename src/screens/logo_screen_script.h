@@ -1,0 +1,26 @@
+// The makers' logo: shows itself at once and loads everything else behind it, pictures one a frame and the sounds on a
+// thread of their own.
+#pragma once
+
+#include <thread>
+
+#include "core/script.h"
+
+class LogoScreenScript final : public Script {
+ public:
+  /// Loads what the screens show, starts the loading thread and the title's music.
+  void Initialize() override;
+  void Update(float step) override;
+  const char* GetName() const override { return "LogoScreenScript"; }
+  /// Finishes loading if need be and brings the notice, or the title when the player asked for it.
+  ~LogoScreenScript() override;
+
+  /// Returns when the sounds are registered.
+  void WaitForThread();
+
+ private:
+  void Load(float step);
+  void FinishLoading();
+
+  std::jthread loadingThread_;  // runs Audio::LoadEffects; the one thread beside the main one
+};

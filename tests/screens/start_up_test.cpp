@@ -1,0 +1,161 @@
+#include "screens/start_up.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "audio/audio.h"
+#include "audio/sound_ids.h"
+#include "audio/test_sounds.h"
+#include "core/game_time.h"
+#include "graphics/preload_list.h"
+#include "match/new_game.h"
+#include "screens/screen_scene.h"
+
+namespace {
+
+constexpr int kLoaded = 74;          // calls that load everything, one a frame
+constexpr int kPictureFrames = 177;  // of a picture that nobody skips
+
+class StartUpTest : public testing::Test {
+ protected:
+  void SetUp() override { CreateLogoScreen(); }
+  void ReachTitle() { scene.Run(2 * kPictureFrames); }
+
+  ScreenScene scene;
+};
+
+}  // namespace
+
+TEST_F(StartUpTest, ScreensFollowByThemselvesAndTheTitleWaits) {
+  EXPECT_EQ(scene.Find("logo")->Get<Sprite>()->meshType, Sprite::kFullScreen);
+  scene.Run(10);
+  EXPECT_FLOAT_EQ(GetStartUp().spinnerAngle, 10 * 0.0085f * 7.0f);
+  EXPECT_EQ(scene.Find("loading spinner")->GetTransform().orientation.k, std::sin(GetStartUp().spinnerAngle * 0.5f));
+  scene.Run(kLoaded - 10 - 1);
+  EXPECT_NE(scene.Find("loading text"), nullptr);
+  scene.Run(1000);
+  EXPECT_EQ(scene.Find("loading text"), nullptr);
+  EXPECT_EQ(scene.FrameOf("screen notice"), kPictureFrames - 1);
+  EXPECT_EQ(scene.FrameOf("screen title"), 2 * kPictureFrames - 1);
+  EXPECT_EQ(scene.TakeLog(), "screen logo; music 0; screen notice; screen title");
+  scene.Press(SDLK_ESCAPE);
+  scene.Click(SDL_BUTTON_LEFT);
+  EXPECT_EQ(scene.TakeLog(), "");
+  EXPECT_EQ(scene.world.text().find("Title Created"), std::string::npos);
+  scene.Press(SDLK_SPACE);
+  EXPECT_EQ(scene.TakeLog().substr(0, 36), "music stop; screen game; music stop;");
+  EXPECT_TRUE(IsMatchRunning());
+}
+
+TEST_F(StartUpTest, AHeldButtonSkipsTheLogoOnceLoadedAndNothingElse) {
+  scene.platform.ConnectPad(0, true);
+  scene.platform.SetPadButton(0, Gamepad::kButtonA, true);
+  scene.Run(kLoaded);
+  EXPECT_EQ(scene.TakeLog(), "screen logo; music 0") << "it counts from the frame after the last picture";
+  scene.Run();
+  EXPECT_EQ(scene.TakeLog(), "screen title");
+  EXPECT_EQ(Count(scene.world.text(), "Title Created\n"), 1);
+  scene.Run(100);
+  scene.platform.ConnectPad(2, true);
+  scene.Run();
+  EXPECT_TRUE(Input::GetGamepad(2).IsConnected()) << "a pad that comes under the title is opened";
+  EXPECT_EQ(scene.TakeLog(), "");
+  scene.PressPad(2, Gamepad::kButtonStart);
+  EXPECT_EQ(scene.TakeLog().substr(0, 23), "music stop; screen game") << "each pad is armed by itself";
+}
+
+TEST_F(StartUpTest, EscapeAndClicksSkipLogoAndNotice) {
+  scene.Run(kLoaded);
+  scene.TakeLog();
+  scene.Click(SDL_BUTTON_RIGHT);
+  EXPECT_EQ(scene.TakeLog(), "screen title");
+  CreateSplashScreen();
+  scene.Press(SDLK_ESCAPE);
+  CreateSplashScreen();
+  scene.Click(SDL_BUTTON_LEFT);
+  EXPECT_EQ(scene.TakeLog(), "screen notice; screen title; screen notice; screen title");
+}
+
+// The timer may end the logo before the last picture is there.
+TEST_F(StartUpTest, ALogoThatEndsEarlyLoadsTheRestAtOnce) {
+  Time().frameStep = 0.2f;
+  scene.Run(8);
+  EXPECT_EQ(scene.FrameOf("screen notice"), 7);
+  EXPECT_FALSE(GetStartUp().loading);
+  EXPECT_TRUE(LoadNextAsset());
+  EXPECT_EQ(scene.Find("loading spinner"), nullptr);
+}
+
+TEST_F(StartUpTest, TheDemoKeyStartsOneMatchFromAnyScreen) {
+  scene.Press(SDLK_p);
+  EXPECT_EQ(scene.TakeLog(), "screen logo; music 0") << "not while the logo loads";
+  for (const int screen : {0, 1, 2}) {
+    if (screen > 0) {
+      scene.world.Restart();
+      BindKeys();
+      SetDemoMode(false);
+      CreateLogoScreen();
+    }
+    scene.Run(screen == 0 ? kLoaded : screen * kPictureFrames + 1);
+    scene.TakeLog();
+    scene.Press(SDLK_p);
+    scene.Run(3 * kPictureFrames);
+    std::string words = scene.TakeLog();
+    EXPECT_EQ(Count(words, "screen "), 1) << screen << ": " << words;
+    EXPECT_EQ(Count(words, "screen game"), 1) << screen;
+    EXPECT_EQ(scene.Find("title"), nullptr);
+    scene.Press(SDLK_ESCAPE);
+    EXPECT_EQ(scene.TakeLog(), "pause on; menu open pause") << screen << ": Escape is bound, once";
+    scene.Press(SDLK_ESCAPE);
+  }
+}
+
+TEST_F(StartUpTest, AHeldDemoKeyCountsOnce) {
+  ReachTitle();
+  scene.TakeLog();
+  for (int i = 0; i < 30; ++i) {
+    scene.SetKey(SDLK_p, true);
+    scene.Run();
+  }
+  EXPECT_EQ(Count(scene.TakeLog(), "screen game"), 1);
+  EXPECT_TRUE(IsDemoMode());
+  SetDemoMode(false);
+}
+
+TEST_F(StartUpTest, NothingFollowsOnceTheProgramEnds) {
+  for (const int frames : {0, 1, 40, kLoaded, kPictureFrames + 5, 2 * kPictureFrames + 5}) {
+    scene.world.Restart();
+    CreateLogoScreen();
+    scene.Run(frames);
+    scene.TakeLog();
+    AbandonStartUp();
+    Objects().KillAll();
+    Objects().RemoveDeadObjects();
+    EXPECT_EQ(scene.TakeLog(), "") << frames;
+    EXPECT_TRUE(Objects().GetObjects().empty()) << frames;
+  }
+}
+
+TEST(StartUp, EffectsAreRegisteredBesideTheTitleMusic) {
+  ScreenScene scene;
+  WriteMasterBanks(GameSources(0.1f));
+  Audio::Init(Audio::Output::kLoopback);
+  CreateLogoScreen();
+  scene.Run(kLoaded);
+  EXPECT_FALSE(GetStartUp().loading);
+  scene.world.ClearText();
+  Audio::Play(Sound::kPointBubble, Audio::kOneShot);
+  EXPECT_EQ(scene.world.text(), "") << "the thread was waited for";
+  AbandonStartUp();
+  Audio::Shutdown();
+}
+
+TEST(StartUp, ABankThatIsNotThereHoldsNobodyUp) {
+  ScreenScene scene;
+  Audio::Init(Audio::Output::kLoopback);
+  CreateLogoScreen();
+  scene.Run(2 * kPictureFrames);
+  EXPECT_NE(scene.Find("title"), nullptr);
+  Audio::Shutdown();
+}
