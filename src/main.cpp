@@ -1,3 +1,4 @@
+#include <tools/lint/lint.h>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -37,6 +38,7 @@ int main(int, char*[]) {
   Input::ReopenGamepads();
   Input::GetPointer().window = system.GetWindowRect();
   GetEditor().Init();
+  GetEditor().SetLevelChecker(LintLines);
   Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();

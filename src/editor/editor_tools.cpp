@@ -20,6 +20,8 @@ namespace {
 constexpr std::size_t kTextBytes = 499;  // of a name on the bar
 constexpr std::size_t kMaxFound = 8;     // lines of the palette
 
+constexpr std::size_t kMaxFaults = 12;  // lines of the list
+
 struct ComponentChoice {
   int value;
   std::string_view textName;
@@ -140,7 +142,12 @@ void Editor::SaveLevel() {
   }
   const bool saved = SaveLevelWithAutosave(fileName_, levelDuration_, autosaveCount_++);
   faults_.clear();
-  if (saved && checker_ != nullptr) faults_ = checker_(fileName_);
+  if (!saved || checker_ == nullptr) return;
+  faults_ = checker_(fileName_);
+  if (faults_.empty()) Print("lint finds nothing wrong with %s\n", fileName_.c_str());
+  if (faults_.size() <= kMaxFaults) return;
+  faults_.resize(kMaxFaults);
+  faults_.push_back("and more: brinewhirl-tool lint " + fileName_);
 }
 
 void Editor::LoadLevel() {

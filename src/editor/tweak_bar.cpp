@@ -70,13 +70,14 @@ bool TweakBar::Matches(const Entry& entry, std::string_view label) const {
   const std::string_view last = label.substr(slash + 1);
   if (Trimmed(entry.name) != last && Trimmed(entry.label) != last) return false;
   std::string_view groups = label.substr(0, slash);
+  const std::string inside = '/' + name_ + entry.inside;
   std::size_t from = 0;
   while (!groups.empty()) {
     const auto end = groups.find('/');
     std::string group(1, '/');
     group += groups.substr(0, end);
     group += '/';
-    const auto found = entry.inside.find(group, from);
+    const auto found = inside.find(group, from);
     if (found == std::string::npos) return false;
     from = found + 1;
     groups = end == std::string_view::npos ? std::string_view{} : groups.substr(end + 1);

@@ -41,7 +41,8 @@ class TweakBar final : public FieldBar {
   const std::string& GetName() const { return name_; }
   const std::vector<Entry>& GetEntries() const { return entries_; }
   /// The first variable or button of that name or label. "GROUP/LABEL" looks within groups of that name only, which may
-  /// be several, outer ones first. Blanks at the ends do not count. Null when there is none.
+  /// be several, outer ones first; the bar's own name is the outermost. Blanks at the ends do not count. Null when
+  /// there is none.
   const Entry* Find(std::string_view label) const;
 
  protected:

@@ -43,6 +43,7 @@ TEST(TweakBar, FindsByLabelNameAndGroupsFirstInOrder) {
   EXPECT_EQ(valueOf("inner/x"), 2.0f);
   EXPECT_EQ(valueOf("a/b/x"), 1.0f);
   EXPECT_EQ(valueOf("a/b/inner/x"), 2.0f);
+  EXPECT_EQ(valueOf("bar/x"), 1.0f);
   EXPECT_EQ(bar.Find("other/x"), nullptr);
   EXPECT_EQ(bar.Find("inner"), nullptr) << "a group is neither variable nor button";
   bar.Find("Add Objective")->press();

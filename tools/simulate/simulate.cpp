@@ -26,6 +26,7 @@
 #include "match/players.h"
 #include "screens/start_up.h"
 #include "startup.h"
+#include "tools/lint/lint.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
 #include "tools/simulate/match_recorder.h"
@@ -76,6 +77,7 @@ void StartGame(ScriptedPlatform& platform, const SimulateOptions& options) {
   Audio::Init(options.wavFile.empty() ? Audio::Output::kNone : Audio::Output::kLoopback);
   BindKeys();
   GetEditor().Init();
+  GetEditor().SetLevelChecker(LintLines);
   GetRenderer().Init();
   SetDemoMode(options.pilots || options.matches > 0);
   if (options.boot) CreateLogoScreen();
