@@ -5,6 +5,7 @@
 #include "core/object_manager.h"
 #include "core/pause.h"
 #include "core/transform.h"
+#include "editor/editor.h"
 #include "graphics/background.h"
 #include "graphics/camera.h"
 #include "graphics/renderer.h"
@@ -26,6 +27,7 @@ void Frame::Run() {
   UpdateCursorAndCamera();
   DrawScene();
   GetRenderer().ComposeScreen();
+  GetEditor().Draw();
   Objects().GetCursor().GetTransform().Rebuild();
   platform.Present();
   platform.EndFrame();

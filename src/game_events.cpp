@@ -2,6 +2,7 @@
 
 #include "core/pause.h"
 #include "core/print.h"
+#include "editor/editor.h"
 #include "graphics/renderer.h"
 #include "input/gamepad.h"
 #include "input/input.h"
@@ -20,6 +21,7 @@ void GameEvents::BeginFrame() {
 }
 
 void GameEvents::Route(const SDL_Event& event) {
+  if (GetEditor().HandleEvent(event)) return;
   Input::TrackMouseEvent(event);
   switch (event.type) {
     case SDL_QUIT:
@@ -51,7 +53,10 @@ void GameEvents::Route(const SDL_Event& event) {
   }
 }
 
-void GameEvents::EndFrame() { Input::EndMouseFrame(); }
+void GameEvents::EndFrame() {
+  GetEditor().Update();
+  Input::EndMouseFrame();
+}
 
 void GameEvents::RouteWindowEvent(const SDL_WindowEvent& event) {
   switch (event.event) {

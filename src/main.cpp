@@ -1,9 +1,11 @@
+#include <tools/lint/lint.h>
 #include <filesystem>
 #include <memory>
 #include <system_error>
 
 #include "audio/audio.h"
 #include "core/system.h"
+#include "editor/editor.h"
 #include "frame.h"
 #include "game_events.h"
 #include "graphics/background.h"
@@ -35,6 +37,8 @@ int main(int, char*[]) {
   system.Init(gl::Load);
   Input::ReopenGamepads();
   Input::GetPointer().window = system.GetWindowRect();
+  GetEditor().Init();
+  GetEditor().SetLevelChecker(LintLines);
   Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();
@@ -45,6 +49,7 @@ int main(int, char*[]) {
   while (system.running) frame.Run();
   AbandonStartUp();
   Audio::Shutdown();
+  GetEditor().Shutdown();
   GetRenderer().Shutdown();
   gl::Unload();
   system.Shutdown();

@@ -13,6 +13,7 @@
 #include "core/script_registry.h"
 #include "script_table.h"
 #include "tools/bank/bank_tool.h"
+#include "tools/lint/descriptions.h"
 #include "tools/lint/lint.h"
 #include "tools/simulate/simulate.h"
 
@@ -121,6 +122,9 @@ int main(int argc, char** argv) {
   CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
   lint->add_option("FILE", files, "Level and archetype files")->required();
   lint->callback([&] { result = LintFiles(files, stdout); });
+  app.add_subcommand("reference", "Print what every block of a level file holds, in Markdown")->callback([] {
+    PrintReference(stdout);
+  });
   app.add_subcommand("scripts", "Print the names of all behaviour scripts")->callback([&] { result = PrintScripts(); });
   try {
     app.parse(argc, argv);

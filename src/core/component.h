@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+class FieldBar;
 class GameObject;
 class Serializer;
 struct Event;
@@ -48,6 +49,8 @@ class Component {
   /// Reads the values back in the same order. The header has been read; the closing line stays for the loader, except
   /// that ScriptBox reads its own.
   virtual void Deserialize(Serializer& /*reader*/) {}
+  /// Shows the editable fields on the bar, in a group of their own.
+  virtual void AddToTweakBar(FieldBar& /*bar*/) {}
   virtual void HandleEvent(const Event& /*event*/) {}
   /// An overlap in which at least one side is a ghost; called once per sub-step.
   virtual void OnCollision(const CollisionPair& /*pair*/) {}

@@ -43,4 +43,5 @@ const std::string* ReadCachedFile(const std::string& fileName) {
   return texts.emplace(fileName, std::move(text)).first->second.get();
 }
 
+bool IsFileCached(const std::string& fileName) { return Texts().contains(fileName); }
 void ClearFileCache() { Texts().clear(); }

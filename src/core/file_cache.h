@@ -11,5 +11,8 @@ inline constexpr long long kMaxFileBytes = 16LL * 1024 * 1024;
 /// kMaxFileBytes (which gets a message); nothing is kept then.
 const std::string* ReadCachedFile(const std::string& fileName);
 
+/// Whether the file has been read in this run.
+bool IsFileCached(const std::string& fileName);
+
 /// Forgets every text; no reader may be open.
 void ClearFileCache();

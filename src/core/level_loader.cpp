@@ -37,17 +37,27 @@ std::vector<GameObject*> ObjectManager::LoadLevel(const std::string& fileName) {
     return created;
   }
   Serializer reader;
-  if (!reader.OpenForRead(fileName)) {
+  if (reader.OpenForRead(fileName))
+    ReadDocument(reader, created);
+  else
     Print("CAN'T FIND YO LEVEL, YA DON GOOFED!\n");
-    return created;
-  }
+  return created;
+}
+
+std::vector<GameObject*> ObjectManager::LoadText(const std::string& name, const std::string& text) {
+  std::vector<GameObject*> created;
+  Serializer reader;
+  if (reader.OpenText(name, text)) ReadDocument(reader, created);
+  return created;
+}
+
+void ObjectManager::ReadDocument(Serializer& reader, std::vector<GameObject*>& created) {
   ++loadDepth_;
   if (extension_ != nullptr) extension_->BeginLoad();
   ReadObjects(reader, created);
   if (objects_.size() < kMaxObjects) ReportEnd(reader);
   if (extension_ != nullptr) extension_->EndLoad();
   --loadDepth_;
-  return created;
 }
 
 // A component leaves its closing line unread, except for ScriptBox; so one closing line may end a component or an

@@ -68,6 +68,19 @@ void ObjectManager::SortIfNeeded() {
   });
 }
 
+void ObjectManager::SetOrder(const std::vector<std::uint32_t>& ids) {
+  std::unordered_map<const GameObject*, std::size_t> places;
+  for (const std::uint32_t id : ids)
+    if (const GameObject* object = GetObject(id)) places.emplace(object, places.size());
+  const auto placeOf = [&](const auto& object) {
+    const auto found = places.find(object.get());
+    return found == places.end() ? places.size() : found->second;
+  };
+  std::stable_sort(objects_.begin(), objects_.end(),
+                   [&](const auto& a, const auto& b) { return placeOf(a) < placeOf(b); });
+  needsSort_ = false;
+}
+
 bool ObjectManager::SaveLevel(const std::string& fileName) {
   Serializer writer;
   writer.OpenForWrite(fileName);

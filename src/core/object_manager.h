@@ -60,9 +60,14 @@ class ObjectManager {
   /// Stable sort by depth, lowest z first, if something was created or loaded since the last call.
   void SortIfNeeded();
 
+  /// Puts the objects of these IDs in this order, those not named behind them; no sort is due afterwards.
+  void SetOrder(const std::vector<std::uint32_t>& ids);
+
   /// Makes the objects of a level or archetype file and returns those of this file in its order. A missing or empty
   /// file gets a message and gives nothing; a damaged one gives what could be read.
   std::vector<GameObject*> LoadLevel(const std::string& fileName = "TempSave");
+  /// The same from a text in memory; `name` stands for it in messages.
+  std::vector<GameObject*> LoadText(const std::string& name, const std::string& text);
   /// Writes the extension's object and every non-Core object; false with a message when the file cannot be written.
   bool SaveLevel(const std::string& fileName = "TempSave");
 
@@ -70,6 +75,7 @@ class ObjectManager {
   void Reset();
 
  private:
+  void ReadDocument(Serializer& reader, std::vector<GameObject*>& created);
   void ReadObjects(Serializer& reader, std::vector<GameObject*>& created);
   GameObject* BeginObject(Serializer& reader, std::vector<GameObject*>& created);
 

@@ -40,6 +40,8 @@ class Platform {
   virtual bool IsFullscreen() const = 0;
   virtual void SetFullscreen(bool fullscreen) = 0;
   virtual void Minimise() = 0;
+  /// Shows or hides the system's own mouse pointer over the window.
+  virtual void ShowPointer(bool shown) = 0;
   /// Shows the finished frame.
   virtual void Present() = 0;
 

@@ -2,6 +2,7 @@
 // so that level files can list them. A script never removes itself: it marks its owner dead.
 #pragma once
 
+class FieldBar;
 class GameObject;
 class Serializer;
 struct CollisionPair;
@@ -25,6 +26,8 @@ class Script {
   virtual void HandleEvent(const Event& /*event*/) {}
   virtual void OnCollision(const CollisionPair& /*pair*/) {}
   virtual void OnContact(const GalePhysics::Contact& /*contact*/) {}
+  /// Shows the editable fields on the bar, in a group of their own.
+  virtual void AddToTweakBar(FieldBar& /*bar*/) {}
   /// Writes the values; the box writes the block around them.
   virtual void Serialize(Serializer& /*writer*/) const {}
   /// Reads the values in the same order. Runs before the owner is set.

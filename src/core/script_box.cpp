@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/object_manager.h"
 #include "core/print.h"
@@ -60,6 +61,12 @@ void ScriptBox::Deserialize(Serializer& reader) {
       reader.SkipToDepth(boxDepth);
     }
   }
+}
+
+void ScriptBox::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("ScriptBox");
+  for (const Entry& entry : entries_) entry.script->AddToTweakBar(bar);
+  bar.EndGroup();
 }
 
 Script& ScriptBox::AddScript(std::unique_ptr<Script> script) {

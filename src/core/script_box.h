@@ -21,6 +21,7 @@ class ScriptBox final : public Component {
   void Serialize(Serializer& writer) override;
   /// Reads scripts up to and including the box's closing line. An unregistered one gets a message and is skipped.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   void HandleEvent(const Event& event) override;
   void OnCollision(const CollisionPair& pair) override;
   void OnContact(const GalePhysics::Contact& contact) override;

@@ -25,6 +25,8 @@ class ScriptedPlatform final : public Platform {
   bool IsFullscreen() const override { return fullscreen_; }
   void SetFullscreen(bool fullscreen) override { fullscreen_ = fullscreen; }
   void Minimise() override {}
+  void ShowPointer(bool shown) override { pointerShown_ = shown; }
+  bool IsPointerShown() const { return pointerShown_; }
   void Present() override {}
   int GetJoystickCount() const override;
   void OpenGamepad(int slot) override;
@@ -47,4 +49,5 @@ class ScriptedPlatform final : public Platform {
   std::vector<SDL_Event> events_;
   std::array<Pad, kGamepadSlots> pads_;
   bool fullscreen_ = true;
+  bool pointerShown_ = false;
 };

@@ -3,17 +3,38 @@
 #include <algorithm>
 
 namespace {
-std::vector<std::uint32_t>& Selected() {
-  static std::vector<std::uint32_t> selected;
-  return selected;
+
+struct Selection {
+  std::vector<std::uint32_t> ids;
+  std::uint32_t last = 0;
+  unsigned picks = 0;
+};
+
+Selection& Get() {
+  static Selection selection;
+  return selection;
 }
+
 }  // namespace
 
-void ClearSelection() { Selected().clear(); }
-
-void AddToSelection(std::uint32_t objectId) {
-  auto& selected = Selected();
-  if (std::find(selected.begin(), selected.end(), objectId) == selected.end()) selected.push_back(objectId);
+void ClearSelection() {
+  Get().ids.clear();
+  Get().last = 0;
 }
 
-const std::vector<std::uint32_t>& GetSelection() { return Selected(); }
+void AddToSelection(std::uint32_t objectId) {
+  auto& ids = Get().ids;
+  if (std::find(ids.begin(), ids.end(), objectId) == ids.end()) ids.push_back(objectId);
+  Get().last = objectId;
+  ++Get().picks;
+}
+
+std::uint32_t GetLastSelected() { return Get().last; }
+unsigned CountPicks() { return Get().picks; }
+
+void RenameInSelection(std::uint32_t oldId, std::uint32_t newId) {
+  std::replace(Get().ids.begin(), Get().ids.end(), oldId, newId);
+  if (Get().last == oldId) Get().last = newId;
+}
+
+const std::vector<std::uint32_t>& GetSelection() { return Get().ids; }

@@ -7,7 +7,16 @@
 /// Empties the selection.
 void ClearSelection();
 
-/// Appends an object; one that is selected already stays where it is.
+/// Appends an object; one that is selected already stays where it is, but counts as picked last.
 void AddToSelection(std::uint32_t objectId);
+
+/// The object that was picked last; 0 when the selection is empty.
+std::uint32_t GetLastSelected();
+
+/// Rises with every pick, also of what is selected already.
+unsigned CountPicks();
+
+/// An object has come back under another ID.
+void RenameInSelection(std::uint32_t oldId, std::uint32_t newId);
 
 const std::vector<std::uint32_t>& GetSelection();

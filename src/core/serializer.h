@@ -47,6 +47,8 @@ class Serializer {
 
   /// Opens a document through the file cache and passes its first line; false when there is none or it is empty.
   bool OpenForRead(const std::string& fileName);
+  /// Reads a text that stays where it is for as long as the Serializer; `name` stands for it in messages.
+  bool OpenText(const std::string& name, std::string_view text);
   /// The next non-empty line without its tabs. `key`: the object ID, the component's name or the text before the first
   /// colon; `value`: the text after ": ", for kKeyValue only.
   LineKind ReadLine(std::string_view& key, std::string_view& value);

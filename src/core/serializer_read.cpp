@@ -33,12 +33,16 @@ bool ClosesBlock(std::string_view line) { return line.front() == '}'; }
 }  // namespace
 
 bool Serializer::OpenForRead(const std::string& fileName) {
-  fileName_ = fileName;
   const std::string* text = ReadCachedFile(fileName);
-  if (text == nullptr || text->empty()) return false;
-  position_ = text->data();
-  end_ = position_ + text->size();
-  const auto* lineEnd = static_cast<const char*>(std::memchr(position_, '\n', text->size()));
+  return OpenText(fileName, text == nullptr ? std::string_view{} : *text);
+}
+
+bool Serializer::OpenText(const std::string& name, std::string_view text) {
+  fileName_ = name;
+  if (text.empty()) return false;
+  position_ = text.data();
+  end_ = position_ + text.size();
+  const auto* lineEnd = static_cast<const char*>(std::memchr(position_, '\n', text.size()));
   position_ = lineEnd == nullptr ? end_ : lineEnd + 1;
   lineNumber_ = 1;
   depth_ = 1;

@@ -1,24 +1,21 @@
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
+#include <cstring>
 #include <fstream>
-#include <system_error>
 
 #include "core/print.h"
+#include "core/replace_file.h"
 #include "core/serializer.h"
-
-namespace {
-std::string TemporaryOf(const std::string& fileName) { return fileName + ".tmp"; }
-}  // namespace
 
 bool Serializer::OpenForWrite(const std::string& fileName) {
   fileName_ = fileName;
   writing_ = std::ofstream(TemporaryOf(fileName), std::ios::binary | std::ios::trunc).is_open();
   out_ = "{\n";
   indent_ = 1;
-  if (!writing_) Print("%s: cannot be written\n", fileName.c_str());
+  if (!writing_) Print("%s: cannot be written: %s\n", fileName.c_str(), std::strerror(errno));
   return writing_;
 }
 
@@ -34,15 +31,9 @@ bool Serializer::Close() {
   if (!writing_) return false;
   out_ += "}\n";
   writing_ = false;
-  const std::string temporary = TemporaryOf(fileName_);
-  std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-  file << out_;
-  file.close();
-  std::error_code error;
-  if (file) std::filesystem::rename(temporary, fileName_, error);
-  if (file && !error) return true;
-  Print("%s: could not be saved, the old file is kept\n", fileName_.c_str());
-  std::filesystem::remove(temporary, error);
+  const std::string reason = ReplaceFile(fileName_, out_);
+  if (reason.empty()) return true;
+  Print("%s: could not be saved, the old file is kept: %s\n", fileName_.c_str(), reason.c_str());
   return false;
 }
 

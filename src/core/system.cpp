@@ -97,6 +97,8 @@ void System::Minimise() {
   if (window_ != nullptr) SDL_MinimizeWindow(window_);
 }
 
+void System::ShowPointer(bool shown) { SDL_ShowCursor(shown ? SDL_ENABLE : SDL_DISABLE); }
+
 void System::Present() {
   if (glContext_ != nullptr) SDL_GL_SwapWindow(window_);
 }

@@ -32,6 +32,7 @@ class System final : public Platform {
   bool IsFullscreen() const override { return fullscreen_; }
   void SetFullscreen(bool fullscreen) override;
   void Minimise() override;
+  void ShowPointer(bool shown) override;
   void Present() override;
   int GetJoystickCount() const override;
   void OpenGamepad(int slot) override;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/field_bar.h"
 #include "core/serializer.h"
 
 namespace {
@@ -53,4 +54,11 @@ void Transform::Deserialize(Serializer& reader) {
   // The file's matrix stands until the next rebuild, which must not be skipped: NaN equals no orientation.
   flat_ = false;
   builtFrom_.r = std::numeric_limits<float>::quiet_NaN();
+}
+
+void Transform::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("Transform");
+  bar.Add("position", &position);
+  bar.Add("graphicsScale", &graphicsScale);
+  bar.EndGroup();
 }

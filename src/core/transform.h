@@ -20,6 +20,7 @@ class Transform final : public Component {
   void Update(float step) override;
   void Serialize(Serializer& writer) override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
 
   /// Rebuilds the cached matrix from `orientation` and `position`; a rotation that stayed the same is not made again.
   void Rebuild();

@@ -1,5 +1,6 @@
 #include "graphics/basic_particle_emitter.h"
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/random.h"
 #include "core/serializer.h"
@@ -103,4 +104,23 @@ void BasicParticleEmitter::Deserialize(Serializer& reader) {
     ReadFlat(reader, *v);
   spawnIntervalMin = reader.ReadFloat();
   spawnIntervalMax = reader.ReadFloat();
+}
+
+void BasicParticleEmitter::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("BasicParticleEmitter");
+  AddPoolToBar(bar);
+  bar.Add("setcolor", &colour);
+  bar.Add("minLifespan", &minLifespan);
+  bar.Add("maxLifeSpan", &maxLifeSpan);
+  bar.Add("startingPositionMin", &startingPositionMin);
+  bar.Add("startingPositionMax", &startingPositionMax);
+  bar.Add("minVelocity", &minVelocity);
+  bar.Add("maxVelocity", &maxVelocity);
+  bar.Add("minAcceleration", &minAcceleration);
+  bar.Add("maxAcceleration", &maxAcceleration);
+  bar.Add("minScale", &minScale);
+  bar.Add("maxScale", &maxScale);
+  bar.Add("spawnIntervalMin", &spawnIntervalMin);
+  bar.Add("spawnIntervalMax", &spawnIntervalMax);
+  bar.EndGroup();
 }

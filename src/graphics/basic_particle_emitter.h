@@ -10,6 +10,7 @@ class BasicParticleEmitter final : public ParticleEmitter {
   void Update(float step) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "bpe"; }
 
   std::array<float, 3> colour = {1.0f, 1.0f, 1.0f};  ///< 0 to 1; not kept in files

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "core/field_bar.h"
 #include "core/print.h"
 #include "core/serializer.h"
 #include "graphics/meshes.h"
@@ -113,4 +114,15 @@ void ParticleEmitter::Deserialize(Serializer& reader) {
   maxParticles = std::clamp(count, 0, kMaxParticles);
   if (maxParticles != count)
     Print("%s: particleCount %d, must be 0 to %d\n", reader.Where().c_str(), count, kMaxParticles);
+}
+
+void ParticleEmitter::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup(GetName());
+  AddPoolToBar(bar);
+  bar.EndGroup();
+}
+
+void ParticleEmitter::AddPoolToBar(FieldBar& bar) {
+  bar.Add("TextureName", &textureName);
+  bar.AddLimited("MaxParticles", &maxParticles, 0, kMaxParticles);
 }

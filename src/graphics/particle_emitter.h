@@ -32,6 +32,7 @@ class ParticleEmitter : public Script {
   void Serialize(Serializer& writer) const override;
   /// A particle count outside 0 to kMaxParticles is moved to the nearest of them, with a message.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "particleemitter"; }
 
   const std::vector<Particle>& GetPool() const { return particles_; }
@@ -43,6 +44,8 @@ class ParticleEmitter : public Script {
   int maxParticles = 100;   ///< size of the pool from the next update on
 
  protected:
+  /// The fields that all emitters have, into the group that is open.
+  void AddPoolToBar(FieldBar& bar);
   /// Called when the pool has a new size.
   virtual void Resize(int /*size*/) {}
   /// Gives the pool the size of `maxParticles`, which is lowered when that is too much.

@@ -1,5 +1,6 @@
 #include "graphics/sprite.h"
 
+#include "core/field_bar.h"
 #include "core/serializer.h"
 #include "graphics/renderer.h"
 
@@ -46,4 +47,19 @@ void Sprite::Deserialize(Serializer& reader) {
   shaderName = reader.ReadString();
   texturePath = reader.ReadString();
   if (GetRenderer().GetTexture(texturePath) == 0) GetRenderer().LoadTexture(texturePath);
+}
+
+void Sprite::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("Sprite");
+  bar.Add("row", &row);
+  bar.Add("columns", &columns);
+  bar.Add("start frame", &startFrame);
+  bar.Add("end frame", &endFrame);
+  bar.Add("r", &r);
+  bar.Add("g", &g);
+  bar.Add("b", &b);
+  bar.Add("a", &a);
+  bar.Add("visibility", &visible);
+  bar.Add("Sprite Name", &texturePath);
+  bar.EndGroup();
 }

@@ -16,6 +16,7 @@ class Sprite final : public Component {
   void Serialize(Serializer& writer) override;
   /// Also loads the picture unless it is loaded already.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
 
   // The window of the picture: (u, v) shows (u * row + startFrame, v * columns + endFrame).
   float row = 1.0f;

@@ -11,6 +11,7 @@ class SpriteText final : public Component {
  public:
   static constexpr Kind kKind = Kind::kSpriteText;
 
+  void AddToTweakBar(FieldBar& bar) override;
   void SetText(const std::string& line) { text = line; }
   /// Sets the diagonal of `shape`. A glyph is as many world units tall as it has pixels, up to 96, so texts are small:
   /// a title has 0.03, a label 0.01, here or in the Transform's graphics scale.

@@ -171,6 +171,8 @@ void SetMousePixel(float pixelX, float pixelY) {
 
 void BeginMouseFrame() { Get().previousMouseButtons = Get().mouseButtons; }
 
+bool IsMouseButtonDown(MouseButton button) { return Get().mouseButtons[static_cast<std::size_t>(button)]; }
+
 bool IsMouseButtonTriggered(MouseButton button) {
   const auto bit = static_cast<std::size_t>(button);
   return Get().mouseButtons[bit] && !Get().previousMouseButtons[bit];

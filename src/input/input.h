@@ -52,6 +52,7 @@ void SetMouseButton(MouseButton button, bool down, float pixelX, float pixelY);
 void SetMousePixel(float pixelX, float pixelY);
 /// Keeps the buttons of this moment as the previous ones.
 void BeginMouseFrame();
+bool IsMouseButtonDown(MouseButton button);
 bool IsMouseButtonTriggered(MouseButton button);
 
 /// Where the window is and where the mouse is in it, in pixels; and the mouse's place in the world at depth 0.

@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
+#include "core/field_bar.h"
 #include "core/script_box.h"
 #include "scripts/fast_player.h"
 #include "scripts/pirate_pathing.h"
@@ -12,4 +13,10 @@ void BossHealth::OnContact(const GalePhysics::Contact& contact) {
   if (--health >= 1) return;
   if (Script* course = owner->Get<ScriptBox>()->GetScript("PiratePathing"))
     static_cast<PiratePathing*>(course)->Finish();
+}
+
+void BossHealth::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("BossHealth");
+  bar.Add("health", &health);
+  bar.EndGroup();
 }

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
@@ -87,6 +89,14 @@ void GivePoints::Deserialize(Serializer& reader) {
   pointsGiven = ReadClamped(reader, "PointsGiven", kMostPoints);
   hitsToBreak = ReadClamped(reader, "Hits To Break", std::numeric_limits<int>::max());
   chest = reader.ReadBool();
+}
+
+void GivePoints::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("GivePoints");
+  bar.AddLimited("Points Given", &pointsGiven, 0, kMostPoints);
+  bar.AddLimited("Hits To Break", &hitsToBreak, 0, std::numeric_limits<int>::max());
+  bar.Add("Is Treasure Chest", &chest);
+  bar.EndGroup();
 }
 
 void RemovePrizes() {

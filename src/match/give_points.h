@@ -14,6 +14,7 @@ class GivePoints final : public Component {
   void Serialize(Serializer& writer) override;
   /// Points outside 0 to kMostPoints and negative hits are moved to the nearest end, with a message.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
 
   /// Lets everything pass through the owner and sends it off; again has no effect.
   void Break();

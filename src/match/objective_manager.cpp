@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/object_manager.h"
 #include "core/print.h"
@@ -151,4 +152,23 @@ void ObjectiveManager::Deserialize(Serializer& reader) {
   if (static_cast<int>(objectives_.size()) != count)
     Print("%s: says %d objectives, %zu follow\n", where.c_str(), count, objectives_.size());
   reader.ReadString();
+}
+
+void ObjectiveManager::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("ObjectiveManager");
+  bar.AddReadOnlyCopy("Sections", static_cast<int>(objectives_.size()));
+  bar.Add("SectionTime", &sectionTime_);
+  bar.Add("ObjectiveName", &objectiveName_);
+  bar.AddButton("Add Objective", "Add above objective", [this] { AddNamedObjective(); });
+  bar.EndGroup();
+}
+
+// In front of the next one to start.
+void ObjectiveManager::AddNamedObjective() {
+  auto objective = CreateObjective(objectiveName_);
+  if (objective == nullptr) {
+    Print("no objective is called \"%s\"\n", objectiveName_.c_str());
+    return;
+  }
+  objectives_.insert(objectives_.begin() + static_cast<std::ptrdiff_t>(nextIndex_), std::move(objective));
 }

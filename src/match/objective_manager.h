@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "core/script.h"
@@ -24,6 +25,7 @@ class ObjectiveManager final : public Script {
   void Serialize(Serializer& writer) const override;
   /// A type that the factory does not know becomes a rule that does nothing, with a message.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "ObjectiveManager"; }
 
   /// Appends a rule to the sequence.
@@ -34,6 +36,7 @@ class ObjectiveManager final : public Script {
   float GetEpisodeLength() const { return episodeLength_; }
 
  private:
+  void AddNamedObjective();
   bool IsAnyLeft() const { return nextIndex_ < objectives_.size(); }
   bool IsDone() const;
   void BeginNext();
@@ -48,4 +51,5 @@ class ObjectiveManager final : public Script {
   Objective* currentObjective_ = nullptr;
   std::vector<std::unique_ptr<Objective>> objectives_;
   std::size_t nextIndex_ = 0;
+  std::string objectiveName_;  // the type that the editor would add
 };

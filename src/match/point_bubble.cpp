@@ -5,6 +5,7 @@
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/event.h"
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
@@ -112,4 +113,10 @@ void PointMovment::AdvanceState() {
   if (state_ == 1) stateDuration_ = 0.0f;
   if (state_ == 2) stateDuration_ = kPullDuration;
   if (state_ < 3) ++state_;
+}
+
+void PointMovment::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("pointmovment");
+  bar.Add("state duration", &stateDuration_);
+  bar.EndGroup();
 }

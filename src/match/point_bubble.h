@@ -19,6 +19,7 @@ class PointMovment final : public Script {
   ~PointMovment() override;
 
   void Update(float step) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "pointmovment"; }
 
  private:

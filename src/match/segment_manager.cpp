@@ -1,7 +1,9 @@
 #include "match/segment_manager.h"
 
 #include <algorithm>
+#include <limits>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/object_manager.h"
 #include "core/pause.h"
@@ -76,6 +78,8 @@ void SegmentManager::BeginSegment() {
   reading.push_back(segment.levelName);
   const std::vector<GameObject*> piece = Objects().LoadLevel(segment.levelName);
   reading.pop_back();
+  pieceIds_.clear();
+  for (const GameObject* object : piece) pieceIds_.push_back(object->id);
   for (const GameObject* object : piece)
     if (DeathTimer* timer = FindDeathTimer(*object)) timer->endTime = segment.duration;
   Place(piece, segment);
@@ -122,6 +126,47 @@ void SegmentManager::Deserialize(Serializer& reader) {
     Print("%s: says %d segments, %zu follow\n", where.c_str(), count, segments_.size());
   reader.ReadString();
   if (!segments_.empty()) BeginSegment();
+}
+
+void SegmentManager::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("SegmentManager");
+  bar.Add("episode length", &episodeLength_);
+  bar.Add("active", &active_);
+  bar.AddLimited("current segment", &currentSegment_, 0, static_cast<double>(segments_.size()));
+  bar.AddButton("Test Episode", [this] { RestartEpisode(); });
+  for (std::size_t i = 0; i < segments_.size(); ++i) AddSegmentToBar(bar, i);
+  bar.AddButton("Add Segment", [this] { segments_.emplace_back(); });
+  bar.EndGroup();
+}
+
+void SegmentManager::AddSegmentToBar(FieldBar& bar, std::size_t index) {
+  Segment& segment = segments_[index];
+  const std::string number = std::to_string(index + 1);
+  bar.BeginGroup("Segment" + number);
+  bar.Add("levelName" + number, &segment.levelName);
+  bar.AddLimited("duration", &segment.duration, 0.0, std::numeric_limits<float>::max());
+  bar.Add("rotation", &segment.rotationAngle);
+  bar.Add("distance", &segment.distance);
+  bar.EndGroup();
+  bar.AddButton("Insert Segment Before " + number, [this, index] { InsertSegment(index); });
+}
+
+// The running segment goes on running, at its new place.
+void SegmentManager::InsertSegment(std::size_t index) {
+  segments_.emplace(segments_.begin() + static_cast<std::ptrdiff_t>(index));
+  if (currentSegment_ >= static_cast<int>(index)) ++currentSegment_;
+}
+
+// What the present piece brought goes, as far as it would go by its time; then the first one comes again.
+void SegmentManager::RestartEpisode() {
+  for (const std::uint32_t id : pieceIds_) {
+    GameObject* object = Objects().GetObject(id);
+    if (object != nullptr && FindDeathTimer(*object) != nullptr) object->alive = false;
+  }
+  currentSegment_ = 0;
+  elapsed_ = 0.0f;
+  active_ = true;
+  if (IsRunning()) BeginSegment();
 }
 
 SegmentManager* FindSegmentManager() {

@@ -2,6 +2,7 @@
 // place. What a piece brings removes itself by its DeathTimer, which gets the segment's duration.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@ class SegmentManager final : public Script {
   /// Begins the first segment at once, before there is an owner. Durations below 0 are taken as 0, and a count that
   /// does not fit what follows as what is there, each with a message.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "SegmentManager"; }
 
   /// Seconds of all segments together; also stores them as the episode's length.
@@ -37,9 +39,13 @@ class SegmentManager final : public Script {
 
   bool IsRunning() const { return currentSegment_ < static_cast<int>(segments_.size()); }
   void BeginSegment();
+  void AddSegmentToBar(FieldBar& bar, std::size_t index);
+  void InsertSegment(std::size_t index);
+  void RestartEpisode();
   void WatchPads();
 
   std::vector<Segment> segments_;
+  std::vector<std::uint32_t> pieceIds_;  // objects of the piece that was brought last
   int currentSegment_ = 0;
   float elapsed_ = 0.0f;        // seconds in the running segment
   float episodeLength_ = 0.0f;  // seconds

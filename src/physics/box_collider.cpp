@@ -1,7 +1,9 @@
 #include "physics/box_collider.h"
 
 #include <algorithm>
+#include <limits>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/serializer.h"
 #include "core/transform.h"
@@ -30,6 +32,16 @@ void BoxCollider::Deserialize(Serializer& reader) {
   DeserializeCommon(reader);
   const Vec3 extents = reader.ReadVec3();
   halfExtents = {std::max(0.0f, extents.x), std::max(0.0f, extents.y), std::max(0.0f, extents.z)};
+}
+
+void BoxCollider::AddToTweakBar(FieldBar& bar) {
+  constexpr float kMost = std::numeric_limits<float>::max();
+  bar.BeginGroup("BoxCollider");
+  Collider::AddToTweakBar(bar);
+  bar.AddLimited("x size", &halfExtents.x, 0.0, kMost);
+  bar.AddLimited("y size", &halfExtents.y, 0.0, kMost);
+  bar.AddLimited("z size", &halfExtents.z, 0.0, kMost);
+  bar.EndGroup();
 }
 
 }  // namespace GalePhysics

@@ -17,6 +17,7 @@ class BoxCollider final : public Collider {
 
   void Serialize(Serializer& writer) override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   ColliderType GetColliderType() const override { return ColliderType::kBox; }
 
   /// The map from the box's own frame to the world, by the owner's cached matrix.

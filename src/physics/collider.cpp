@@ -1,7 +1,9 @@
 #include "physics/collider.h"
 
 #include <algorithm>
+#include <limits>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/print.h"
 #include "core/serializer.h"
@@ -27,6 +29,13 @@ void Collider::DeserializeCommon(Serializer& reader) {
   collisionGroup = static_cast<std::uint32_t>(group);
   if (collisionGroup > kMaxCollisionGroup)
     Print("%s: collision group %d, must be 0 to %u\n", reader.Where().c_str(), group, kMaxCollisionGroup);
+}
+
+void Collider::AddToTweakBar(FieldBar& bar) {
+  bar.AddLimited("broad phase size", &broadPhaseSize, 0.0, std::numeric_limits<float>::max());
+  bar.Add("restitution", &restitution);
+  bar.Add("isGhost", &ghost);
+  bar.AddLimited("collision group", &collisionGroup, 0, kMaxCollisionGroup);
 }
 
 Collider* FindCollider(const GameObject& object) {

@@ -20,6 +20,8 @@ constexpr bool GroupsMeet(std::uint32_t a, std::uint32_t b) { return a != 0 || b
 
 class Collider : public Component {
  public:
+  /// The fields that all shapes have, in no group: shapes open theirs.
+  void AddToTweakBar(FieldBar& bar) override;
   virtual ColliderType GetColliderType() const = 0;
 
   float broadPhaseSize = 0.0f;  ///< radius around the owner's position within which partners are looked for

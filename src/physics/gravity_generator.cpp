@@ -1,5 +1,6 @@
 #include "physics/gravity_generator.h"
 
+#include "core/field_bar.h"
 #include "core/game_time.h"
 #include "core/serializer.h"
 #include "physics/rigid_body.h"
@@ -19,6 +20,12 @@ void GravityGenerator::Serialize(Serializer& writer) const {
 void GravityGenerator::Deserialize(Serializer& reader) {
   ForceGenerator::Deserialize(reader);
   gravity = reader.ReadVec3();
+}
+
+void GravityGenerator::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("Gravity Generator");
+  bar.Add("Gravity", &gravity);
+  bar.EndGroup();
 }
 
 }  // namespace GalePhysics

@@ -14,6 +14,7 @@ class GravityGenerator final : public ForceGenerator {
   void UpdateForce(RigidBody& body) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "gravity"; }
 
   Vec3 gravity = {0.0f, -1.0f, 0.0f};  ///< world units per second squared

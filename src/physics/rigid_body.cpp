@@ -1,7 +1,9 @@
 #include "physics/rigid_body.h"
 
 #include <cmath>
+#include <limits>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/print.h"
@@ -148,6 +150,20 @@ void RigidBody::Deserialize(Serializer& reader) {
   };
   readList([this](ForceGenerator& generator) { AddGenerator(&generator); });
   readList([this](ForceGenerator& generator) { generator.SetBase(*owner); });
+}
+
+void RigidBody::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("RigidBody");
+  bar.AddCopy("Rotation", AngleAboutZ(owner->GetTransform().orientation));
+  bar.Add("angular velocity", &angularVelocity);
+  bar.Add("rotation locked", &rotationLocked);
+  bar.Add("velocity", &velocity);
+  bar.Add("acceleration", &acceleration);
+  bar.AddReadOnly("forceTotal", &forceTotal);
+  bar.Add("damping", &damping);
+  bar.AddLimited("inverseMass", &inverseMass, 0.0, std::numeric_limits<float>::max());
+  for (ForceGenerator* generator : generators) generator->AddToTweakBar(bar);
+  bar.EndGroup();
 }
 
 }  // namespace GalePhysics

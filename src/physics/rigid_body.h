@@ -24,6 +24,7 @@ class RigidBody final : public PointMass {
   void Serialize(Serializer& writer) override;
   /// Generators are linked by the IDs of this load; unknown ones are left out with a message.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
 
   /// One sub-step of Time().physicsStep seconds: the position moves by the old velocity, then the velocities change
   /// (the explicit Euler method). A step that would leave the finite numbers is undone and the body stopped.

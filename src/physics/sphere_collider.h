@@ -17,6 +17,7 @@ class SphereCollider final : public Collider {
 
   void Serialize(Serializer& writer) override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   ColliderType GetColliderType() const override { return ColliderType::kSphere; }
 
   /// The centre in the world, by the owner's cached matrix; a part's offset is not turned.

@@ -1,5 +1,6 @@
 #include "physics/spring.h"
 
+#include "core/field_bar.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/serializer.h"
@@ -47,6 +48,17 @@ void Spring::Deserialize(Serializer& reader) {
   breakLength = reader.ReadFloat();
   breakIfOverLength = reader.ReadBool();
   breakable = reader.ReadBool();
+}
+
+void Spring::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("Spring Generator");
+  bar.Add("springConstant_", &springConstant);
+  bar.Add("restLength_", &restLength);
+  bar.Add("breakLength_", &breakLength);
+  bar.Add("breakIfOverLength_", &breakIfOverLength);
+  bar.Add("breakable_", &breakable);
+  bar.Add("base id ", &baseId);
+  bar.EndGroup();
 }
 
 }  // namespace GalePhysics

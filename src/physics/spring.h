@@ -23,6 +23,7 @@ class Spring final : public ForceGenerator {
   /// Also enters the spring at its anchor's body, which writes the link; it does so at every save.
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "spring"; }
 
   std::int32_t baseId = kNoBase;  ///< object ID of the anchor

@@ -1,5 +1,6 @@
 #include "physics/wobbly_puller.h"
 
+#include "core/field_bar.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/serializer.h"
@@ -45,6 +46,16 @@ void WobblyPuller::Deserialize(Serializer& reader) {
   sidewaysPeriod = reader.ReadFloat();
   lastWobbleTime = reader.ReadFloat();
   wobbleBackwards = reader.ReadBool();
+}
+
+void WobblyPuller::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("Wobbly Generator");
+  bar.Add("forwardPower", &forwardPower);
+  bar.Add("_sidewaysPower", &sidewaysPower);
+  bar.Add("_sidewaysPeriod", &sidewaysPeriod);
+  bar.Add("_lastWobbleTime", &lastWobbleTime);
+  bar.Add("_wobbleBackwards", &wobbleBackwards);
+  bar.EndGroup();
 }
 
 }  // namespace GalePhysics

@@ -22,6 +22,7 @@ class WobblyPuller final : public ForceGenerator {
   void UpdateForce(RigidBody& body) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "wobblypuller"; }
 
   std::uint32_t targetId;

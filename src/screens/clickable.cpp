@@ -1,6 +1,7 @@
 #include "screens/clickable.h"
 
 #include "core/event.h"
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/transform.h"
 #include "input/input.h"
@@ -29,4 +30,11 @@ void Clickable::OnCollision(const CollisionPair& pair) {
   owner->GetTransform().graphicsScale = kHoveredScale;
   hovered = true;
   if (Input::IsLeftClicked()) clicked = true;
+}
+
+void Clickable::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("Clickable");
+  bar.Add("clicked", &clicked);
+  bar.Add("hovered", &hovered);
+  bar.EndGroup();
 }

@@ -10,6 +10,7 @@ class Clickable final : public Script {
   void HandleEvent(const Event& event) override;
   /// Overlaps with the mouse cursor alone count.
   void OnCollision(const CollisionPair& pair) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "Clickable"; }
 
   bool clicked = false;  ///< since the last update

@@ -1,9 +1,11 @@
 #include "screens/win_screen_logic.h"
 
 #include <algorithm>
+#include <string>
 
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
+#include "core/field_bar.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/run_log.h"
@@ -99,6 +101,13 @@ void WinScreenLogic::ClearStage() const {
     if (GameObject* player = GetPlayerObject(i)) player->alive = false;
   for (const auto& object : Objects().GetObjects())
     if (!object->core && object.get() != owner && object->id != faderId_) object->alive = false;
+}
+
+void WinScreenLogic::AddToTweakBar(FieldBar& bar) {
+  static std::string name;  // shown by the editor; has no effect
+  bar.BeginGroup("WinScreenLogic");
+  bar.Add("name", &name);
+  bar.EndGroup();
 }
 
 // Slot after slot, so a key arms the screen and opens the menu in one frame; only the first pad arms it, and then every

@@ -11,6 +11,7 @@ class WinScreenLogic final : public Script {
   /// Starts the sequence and shows the "finish" archetype.
   void Initialize() override;
   void Update(float step) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "wsl"; }
 
  private:

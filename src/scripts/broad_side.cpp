@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/random.h"
@@ -64,3 +65,5 @@ void BroadSide::Fire() const {
 
 void BroadSide::Serialize(Serializer& writer) const { writer.WriteFloat("fireInterval", fireInterval); }
 void BroadSide::Deserialize(Serializer& reader) { fireInterval = reader.ReadFloat(); }
+
+void BroadSide::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("broadside"); }

@@ -15,6 +15,7 @@ class BroadSide final : public Script {
   void Update(float step) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "broadside"; }
 
   float fireInterval = 3.0f;  ///< seconds of game time from the end of a volley to the next

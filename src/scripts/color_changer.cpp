@@ -1,5 +1,6 @@
 #include "scripts/color_changer.h"
 
+#include "core/field_bar.h"
 #include "core/game_time.h"
 #include "match/players.h"
 #include "scripts/fast_player.h"
@@ -26,3 +27,5 @@ void ColorChanger::Update(float /*step*/) {
   saved_.reset();
   restoreTime_ = kNever;
 }
+
+void ColorChanger::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("ColorChanger"); }

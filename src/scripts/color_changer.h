@@ -12,6 +12,7 @@ class ColorChanger final : public Script {
   /// Gives the colour back when the flash is over.
   void Update(float step) override;
   void OnContact(const GalePhysics::Contact& contact) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "color-changer"; }
 
  private:

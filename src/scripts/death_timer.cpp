@@ -1,5 +1,6 @@
 #include "scripts/death_timer.h"
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/script_box.h"
 #include "core/serializer.h"
@@ -21,4 +22,11 @@ void DeathTimer::Deserialize(Serializer& reader) { endTime = reader.ReadFloat();
 DeathTimer* FindDeathTimer(const GameObject& object) {
   const auto* scripts = object.Get<ScriptBox>();
   return scripts == nullptr ? nullptr : static_cast<DeathTimer*>(scripts->GetScript("DeathTimer"));
+}
+
+void DeathTimer::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("DeathTimer");
+  bar.Add("timer", &timer_);
+  bar.Add("end time", &endTime);
+  bar.EndGroup();
 }

@@ -14,6 +14,7 @@ class DeathTimer final : public Script {
   void Update(float step) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "DeathTimer"; }
 
   float endTime;  ///< seconds of game time since the timer was made

@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/run_log.h"
@@ -50,3 +51,5 @@ Dizzy* FindDizzy(const GameObject& object) {
   ScriptBox* scripts = object.Get<ScriptBox>();
   return scripts == nullptr ? nullptr : static_cast<Dizzy*>(scripts->GetScript("dizzy"));
 }
+
+void Dizzy::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("dizzy"); }

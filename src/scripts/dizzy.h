@@ -14,6 +14,7 @@ class Dizzy final : public Script {
   /// Gives control back when the time is over.
   void Update(float step) override;
   void Initialize() override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "dizzy"; }
 
   /// Starts or restarts the stun; each one spins the other way round than the one before.

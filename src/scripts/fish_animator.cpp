@@ -1,5 +1,6 @@
 #include "scripts/fish_animator.h"
 
+#include "core/field_bar.h"
 #include "core/serializer.h"
 #include "graphics/sprite.h"
 #include "scripts/fast_player.h"
@@ -38,3 +39,9 @@ void FishAnimator::ShowOffset() const {
 
 void FishAnimator::Serialize(Serializer& writer) const { writer.WriteInt("NumberOfAnimationFrames", frames_); }
 void FishAnimator::Deserialize(Serializer& reader) { frames_ = reader.ReadInt(); }
+
+void FishAnimator::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("fishanimator");
+  bar.Add("NumberofFramesinAnimation", &frames_);
+  bar.EndGroup();
+}

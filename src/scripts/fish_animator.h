@@ -13,6 +13,7 @@ class FishAnimator final : public Script {
   void OnContact(const GalePhysics::Contact& contact) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "fishanimator"; }
 
   /// Shows another frame at once; frame 0 is the leftmost.

@@ -1,5 +1,6 @@
 #include "scripts/follow.h"
 
+#include "core/field_bar.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
@@ -15,4 +16,10 @@ void Follow::OnContact(const GalePhysics::Contact& contact) {
   const GameObject* leader = owner->alive ? Objects().GetObject(leaderId_) : nullptr;
   ScriptBox* scripts = leader == nullptr ? nullptr : leader->Get<ScriptBox>();
   if (Script* health = scripts == nullptr ? nullptr : scripts->GetScript("bosshealth")) health->OnContact(contact);
+}
+
+void Follow::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("follow");
+  bar.Add("ID to follow", &leaderId_);
+  bar.EndGroup();
 }

@@ -15,6 +15,7 @@ class Follow final : public Script {
 
   void Update(float step) override;
   void OnContact(const GalePhysics::Contact& contact) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "follow"; }
 
  private:

@@ -4,6 +4,7 @@
 
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/random.h"
@@ -48,4 +49,10 @@ void Fountain::Fire() const {
   const float angle = (side * kSpread + kUp) * kPi / 180.0f;
   const Vec3 direction = {std::cos(angle), std::sin(angle), 0.0f};
   FireCannonball(owner->GetTransform().position + direction * kMuzzle, direction * kShotSpeed);
+}
+
+void Fountain::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("fountain");
+  bar.Add("MadeItToTheEditor", &FountainsOn());
+  bar.EndGroup();
 }

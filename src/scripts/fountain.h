@@ -14,6 +14,7 @@ class Fountain final : public Script {
   Fountain();
 
   void Update(float step) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "fountain"; }
 
   /// Asks for a burst, which begins with the next update that finds the fountains on. A new fountain is asked already.

@@ -2,11 +2,13 @@
 // AddScript never make it.
 #pragma once
 
+#include "core/field_bar.h"
 #include "core/script.h"
 
 class InsertClassNameHere final : public Script {
  public:
   void Update(float /*step*/) override { started_ = true; }
+  void AddToTweakBar(FieldBar& bar) override { bar.AddEmptyGroup(GetName()); }
   const char* GetName() const override { return "InsertName"; }
 
   bool HasStarted() const { return started_; }

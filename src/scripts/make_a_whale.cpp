@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "core/field_bar.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "graphics/sprite.h"
@@ -40,6 +41,10 @@ void MakeBody(GameObject& whale) {
 
 GameObject& BuildWhale() {
   RemovePrizes();
+  return MakeWhale();
+}
+
+GameObject& MakeWhale() {
   GameObject& whale = *Objects().GetObject(Objects().CreateObject());
   whale.name = kWhaleName;
   MakeBody(whale);
@@ -56,3 +61,5 @@ void MakeAWhale::Update(float /*step*/) {
   BuildWhale();
   owner->alive = false;
 }
+
+void MakeAWhale::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("makeawhale"); }

@@ -11,11 +11,14 @@ inline constexpr char kWhaleName[] = "whale";
 /// Marks dead whatever gives points and is not Core, then makes the whale in the middle of the stage. Its first update
 /// sends it on its course.
 GameObject& BuildWhale();
+/// Makes the whale alone.
+GameObject& MakeWhale();
 
 /// Turns its owner into a whale: builds one and marks the owner dead.
 class MakeAWhale final : public Script {
  public:
   void Update(float step) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "makeawhale"; }
 
  private:

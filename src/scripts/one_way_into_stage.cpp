@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/serializer.h"
 #include "core/transform.h"
@@ -32,3 +33,9 @@ void OneWayIntoStage::Update(float /*step*/) {
 // The value is a bool that means nothing; the key is the field's.
 void OneWayIntoStage::Serialize(Serializer& writer) const { writer.WriteBool(kKey, true); }
 void OneWayIntoStage::Deserialize(Serializer& reader) { reader.ReadBool(); }
+
+void OneWayIntoStage::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("onewayintostage");
+  bar.AddReadOnly("Butts", &butts);
+  bar.EndGroup();
+}

@@ -9,6 +9,7 @@ class OneWayIntoStage final : public Script {
   void Update(float step) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "onewayintostage"; }
 
   float butts = 5.0f;  ///< shown by the editor and used by nobody

@@ -1,5 +1,6 @@
 #include "scripts/patricidal.h"
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/script_box.h"
 
@@ -10,3 +11,5 @@ void Patricidal::Update(float /*step*/) {
 }
 
 void Patricidal::Deserialize(Serializer& /*reader*/) { armed_ = true; }
+
+void Patricidal::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("patricidal"); }

@@ -10,6 +10,7 @@ class Patricidal final : public Script {
   void Update(float step) override;
   /// Reads no value; being read is what arms it, so the live host's own stays harmless.
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "patricidal"; }
 
  private:

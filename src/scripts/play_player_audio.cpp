@@ -4,6 +4,7 @@
 
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/player_name.h"
 #include "physics/contact.h"
@@ -31,3 +32,5 @@ void PlayPlayerAudioScript::OnContact(const GalePhysics::Contact& contact) {
   for (const NamedSound& sound : kSounds)
     if (name == sound.name) Audio::Play(sound.id, Audio::kOneShot);
 }
+
+void PlayPlayerAudioScript::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("PlayPlayerAudioScript"); }

@@ -6,5 +6,6 @@
 class PlayPlayerAudioScript final : public Script {
  public:
   void OnContact(const GalePhysics::Contact& contact) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "ppa"; }
 };

@@ -1,5 +1,6 @@
 #include "scripts/rainbow_fish.h"
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/script_box.h"
 #include "core/serializer.h"
@@ -14,3 +15,9 @@ void RainbowFish::Update(float /*step*/) {
 
 void RainbowFish::Serialize(Serializer& writer) const { writer.WriteInt("startingframe", startingFrame_); }
 void RainbowFish::Deserialize(Serializer& reader) { startingFrame_ = reader.ReadInt(); }
+
+void RainbowFish::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("rainbowfish");
+  bar.Add("startingframe", &startingFrame_);
+  bar.EndGroup();
+}

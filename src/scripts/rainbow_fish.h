@@ -9,6 +9,7 @@ class RainbowFish final : public Script {
   void Update(float step) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "rainbowfish"; }
 
  private:

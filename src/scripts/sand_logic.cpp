@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
+#include "core/field_bar.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "match/archetype.h"
@@ -29,3 +30,5 @@ void SandLogic::OnContact(const GalePhysics::Contact& contact) {
   for (int i = 0; i < kPuffs; ++i) CreatePuff(contact.point);
   Audio::Play(Sound::kSandHit, Audio::kOneShot);
 }
+
+void SandLogic::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("sandlogic"); }

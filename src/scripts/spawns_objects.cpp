@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/random.h"
 #include "core/serializer.h"
@@ -64,4 +65,14 @@ void SpawnsObjects::Deserialize(Serializer& reader) {
   spawnRate = reader.ReadFloat();
   yRange = reader.ReadFloat();
   spawnVelocity = reader.ReadVec3();
+}
+
+void SpawnsObjects::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("spawner");
+  bar.Add("ArchType Name", &archetypeName);
+  bar.Add("spawnvelocity", &spawnVelocity);
+  bar.Add("Spawn Rate", &spawnRate);
+  bar.Add("Time Before First Spawn", &timeBeforeFirstSpawn);
+  bar.Add("YRange", &yRange);
+  bar.EndGroup();
 }

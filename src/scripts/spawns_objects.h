@@ -11,6 +11,7 @@ class SpawnsObjects final : public Script {
   void Update(float step) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "spawner"; }
 
   std::string archetypeName;          ///< file name; one that makes nothing is tried again every interval

@@ -1,5 +1,6 @@
 #include "scripts/squishy.h"
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/transform.h"
@@ -35,3 +36,5 @@ void Squishy::Update(float step) {
     squishing_ = false;
   }
 }
+
+void Squishy::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("squishy"); }

@@ -11,6 +11,7 @@ class Squishy final : public Script {
   void Update(float step) override;
   /// Ignored while it bulges.
   void OnContact(const GalePhysics::Contact& contact) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "squishy"; }
 
   Vec3 savedScale;  ///< graphics scale when the last squish began; it is never written back

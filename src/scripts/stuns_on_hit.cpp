@@ -1,5 +1,6 @@
 #include "scripts/stuns_on_hit.h"
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/player_name.h"
 #include "physics/contact.h"
@@ -12,3 +13,9 @@ void StunsOnHit::Hit(const GameObject& other) const {
 
 void StunsOnHit::OnContact(const GalePhysics::Contact& contact) { Hit(*contact.secondOwner); }
 void StunsOnHit::OnCollision(const CollisionPair& pair) { Hit(*pair.other); }
+
+void StunsOnHit::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("stunsonhit");
+  bar.Add("Script Name", &scriptName_);
+  bar.EndGroup();
+}

@@ -8,5 +8,6 @@ class VelocityCap final : public Script {
   static constexpr float kTopSpeed = 13.0f;  ///< world units per second, after every update
 
   void Update(float step) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "VelocityCap"; }
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/player_name.h"
 #include "core/serializer.h"
@@ -95,4 +96,13 @@ void Vortex::Deserialize(Serializer& reader) {
   pointDistance = reader.ReadFloat();
   pointsGiven = reader.ReadInt();
   isExit = reader.ReadBool();
+}
+
+void Vortex::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("vortex");
+  bar.Add("pulling constant", &pullingConstant);
+  bar.Add("point distance", &pointDistance);
+  bar.Add("points given", &pointsGiven);
+  bar.Add("is used to exit the stage", &isExit);
+  bar.EndGroup();
 }

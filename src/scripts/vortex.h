@@ -18,6 +18,7 @@ class Vortex final : public Script {
   void OnCollision(const CollisionPair& pair) override;
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
+  void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "vortex"; }
 
   float pullingConstant = 0.001f;  ///< force of one overlap; not scaled by time, so it acts 15 times a frame

@@ -12,6 +12,7 @@
 #include "core/event.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
+#include "editor/editor.h"
 #include "match/episode_scene.h"
 #include "match/scoring.h"
 #include "physics/generator_host.h"
@@ -40,17 +41,45 @@ TEST(InputScript, WrongLinesAreNamed) {
     EXPECT_EQ(ErrorOf(line).substr(0, 8), "line 1: ") << line;
 }
 
+// The label goes up to " =", what follows is the value; a label that the bars do not have ends the script there.
+TEST(InputScript, DrivesTheEditor) {
+  TestWorld world;
+  GetEditor().Init();
+  InputScript script;
+  std::string error;
+  ASSERT_TRUE(
+      script.Parse("0 bar FileName = my stage\n0 bar Level Duration = 7.5 # seconds\n"
+                   "1 bar Component Type To Add = BoxCollider\n1 bar options/Undo it\n2 bar FileName =\n3 bar Undo\n"
+                   "4 bar Level Duration = long\n",
+                   error))
+      << error;
+  ScriptedPlatform platform;
+  EXPECT_TRUE(script.Apply(0, platform, error)) << error;
+  EXPECT_EQ(GetEditor().Get("FileName"), "my stage");
+  EXPECT_EQ(GetEditor().Get("Level Duration"), "7.5");
+  EXPECT_FALSE(script.Apply(1, platform, error));
+  EXPECT_EQ(error, "line 4: the bars have no button \"options/Undo it\"");
+  InputScript rest;
+  ASSERT_TRUE(rest.Parse("2 bar FileName =\n3 bar Undo\n4 bar Level Duration = long\n", error));
+  EXPECT_TRUE(rest.Apply(3, platform, error)) << error;
+  EXPECT_EQ(GetEditor().Get("FileName"), "");
+  EXPECT_FALSE(rest.Apply(4, platform, error));
+  EXPECT_EQ(error, "line 3: \"long\" is no value for Level Duration");
+  EXPECT_EQ(ErrorOf("0 bar").substr(0, 8), "line 1: ");
+  GetEditor().Init();
+}
+
 TEST(InputScript, AppliesEventsInTheirFrameWhateverTheirOrderInTheFile) {
   InputScript script;
   std::string error;
   ASSERT_TRUE(script.Parse("2 pad 1 axis 0 100\n0 pad 1 connect\n", error)) << error;
   ScriptedPlatform platform;
-  script.Apply(0, platform);
+  EXPECT_TRUE(script.Apply(0, platform, error));
   platform.OpenGamepad(1);
   EXPECT_TRUE(platform.IsGamepadConnected(1));
-  script.Apply(1, platform);
+  EXPECT_TRUE(script.Apply(1, platform, error));
   EXPECT_EQ(platform.GetGamepadAxis(1, 0), 0);
-  script.Apply(2, platform);
+  EXPECT_TRUE(script.Apply(2, platform, error));
   EXPECT_EQ(platform.GetGamepadAxis(1, 0), 100);
 }
 

@@ -193,5 +193,6 @@ const BlockSchema* Find(const std::array<BlockSchema, N>& blocks, std::string_vi
 const BlockSchema* FindComponentSchema(std::string_view name) { return Find(kComponents, name); }
 const BlockSchema* FindScriptSchema(std::string_view name) { return Find(kScripts, name); }
 const BlockSchema* FindObjectiveSchema(std::string_view name) { return Find(kObjectives, name); }
+std::span<const BlockSchema> ComponentSchemas() { return kComponents; }
 std::span<const BlockSchema> ScriptSchemas() { return kScripts; }
 std::span<const BlockSchema> ObjectiveSchemas() { return kObjectives; }

@@ -35,6 +35,7 @@ const BlockSchema* FindScriptSchema(std::string_view name);
 /// The values of a rule by the name that files use, without the line that names it; null for an unknown one.
 const BlockSchema* FindObjectiveSchema(std::string_view name);
 
-/// Every script and every objective that has a schema.
+/// Everything that has a schema.
+std::span<const BlockSchema> ComponentSchemas();
 std::span<const BlockSchema> ScriptSchemas();
 std::span<const BlockSchema> ObjectiveSchemas();

@@ -1,8 +1,10 @@
 #include "tools/lint/lint.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <system_error>
 
 #include "core/file_cache.h"
@@ -45,4 +47,18 @@ int LintFiles(const std::vector<std::string>& files, std::FILE* out) {
   bool good = true;
   for (const std::string& file : files) good = LintFile(file, out) && good;
   return good ? 0 : 1;
+}
+
+std::vector<std::string> LintLines(const std::string& file) {
+  char* text = nullptr;
+  std::size_t size = 0;
+  std::FILE* out = ::open_memstream(&text, &size);
+  if (out == nullptr) return {file + ": not checked, no memory"};
+  LintFiles({file}, out);
+  std::fclose(out);
+  std::istringstream all(std::string(text, size));
+  std::free(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(all, line);) lines.push_back(line);
+  return lines;
 }

@@ -9,3 +9,6 @@
 /// Checks each file and prints "FILE:LINE: rule: text" for every fault and "FILE:LINE: rule: note: text" for what is
 /// merely worth knowing; pictures are looked for in Texture/ beside the file. 1 when there are faults, else 0.
 int LintFiles(const std::vector<std::string>& files, std::FILE* out);
+
+/// The same lines for one file, each without its end.
+std::vector<std::string> LintLines(const std::string& file);

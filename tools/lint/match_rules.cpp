@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "match/give_points.h"
+#include "tools/lint/game_folder.h"
 #include "tools/lint/level_file.h"
 
 namespace {
@@ -15,9 +16,7 @@ std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\
 }  // namespace
 
 MatchRules::MatchRules(const std::string& file, LintReport& report)
-    : folder_(std::filesystem::path(file).parent_path().string()),
-      level_(std::filesystem::path(file).filename().string()),
-      report_(report) {}
+    : folder_(GameFolderOf(file)), level_(std::filesystem::path(file).filename().string()), report_(report) {}
 
 void MatchRules::Check(const LintObject& object) {
   if (object.name == kController) CheckController(object);

@@ -9,6 +9,7 @@
 #include "core/player_name.h"
 #include "graphics/particle_emitter.h"
 #include "graphics/preload_list.h"
+#include "tools/lint/game_folder.h"
 #include "tools/lint/hazard_rules.h"
 #include "tools/lint/lint_object.h"
 #include "tools/lint/match_rules.h"
@@ -24,7 +25,7 @@ constexpr int kMaxGroup = 14;
 class LevelLint {
  public:
   LevelLint(const std::vector<LintLine>& lines, const std::string& file, LintReport& report)
-      : reader_(lines, report), folder_(fs::path(file).parent_path().string()), report_(report), match_(file, report) {}
+      : reader_(lines, report), folder_(GameFolderOf(file)), report_(report), match_(file, report) {}
 
   void Run() {
     while (!reader_.AtEnd()) {

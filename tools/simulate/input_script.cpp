@@ -7,6 +7,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "editor/editor.h"
 #include "input/input.h"
 
 namespace {
@@ -50,6 +51,14 @@ class WordReader {
 
   void End() {
     if (next_ < words_.size()) Fail("\"" + words_[next_] + "\" is too much");
+  }
+
+  // All words that are left, with one blank between.
+  std::string Rest(const char* what) {
+    std::string rest;
+    for (; next_ < words_.size(); ++next_) rest += (rest.empty() ? "" : " ") + words_[next_];
+    if (rest.empty()) Fail(std::string(what) + " is missing");
+    return rest;
   }
 
   void Fail(const std::string& error) {
@@ -139,6 +148,26 @@ std::function<void(ScriptedPlatform&)> ParseClick(WordReader& words, const std::
   };
 }
 
+// "LABEL" presses a button, "LABEL = VALUE" sets a variable.
+std::function<std::string(ScriptedPlatform&)> ParseBar(WordReader& words) {
+  const std::string rest = words.Rest("the label");
+  const auto equals = rest.find(" =");
+  if (equals == std::string::npos) return [rest](ScriptedPlatform&) { return GetEditor().Press(rest); };
+  const std::string label = rest.substr(0, equals);
+  const std::string value = equals + 3 < rest.size() ? rest.substr(equals + 3) : std::string{};
+  return [label, value](ScriptedPlatform&) { return GetEditor().Set(label, value); };
+}
+
+std::string LineError(int number, const std::string& error) { return "line " + std::to_string(number) + ": " + error; }
+
+// Events that the platform takes cannot fail.
+std::function<std::string(ScriptedPlatform&)> AlwaysWell(std::function<void(ScriptedPlatform&)> action) {
+  return [action = std::move(action)](ScriptedPlatform& platform) {
+    action(platform);
+    return std::string{};
+  };
+}
+
 }  // namespace
 
 bool InputScript::Parse(const std::string& text, std::string& error) {
@@ -154,26 +183,34 @@ bool InputScript::Parse(const std::string& text, std::string& error) {
     const std::string kind = words.Word("the kind of event");
     Action action;
     if (kind == "key")
-      action = ParseKey(words);
+      action = AlwaysWell(ParseKey(words));
     else if (kind == "pad")
-      action = ParsePad(words);
+      action = AlwaysWell(ParsePad(words));
     else if (kind == "mouse")
-      action = ParseMouse(words, mouse);
+      action = AlwaysWell(ParseMouse(words, mouse));
     else if (kind == "click")
-      action = ParseClick(words, mouse);
+      action = AlwaysWell(ParseClick(words, mouse));
+    else if (kind == "bar")
+      action = ParseBar(words);
     else
-      words.Fail("an event is key, pad, mouse or click, not \"" + kind + "\"");
+      words.Fail("an event is key, pad, mouse, click or bar, not \"" + kind + "\"");
     words.End();
     if (!words.IsGood()) {
-      error = "line " + std::to_string(number) + ": " + words.GetError();
+      error = LineError(number, words.GetError());
       return false;
     }
-    lines_.push_back({frame, std::move(action)});
+    lines_.push_back({frame, number, std::move(action)});
   }
   std::stable_sort(lines_.begin(), lines_.end(), [](const Line& a, const Line& b) { return a.frame < b.frame; });
   return true;
 }
 
-void InputScript::Apply(int frame, ScriptedPlatform& platform) {
-  for (; next_ < lines_.size() && lines_[next_].frame <= frame; ++next_) lines_[next_].action(platform);
+bool InputScript::Apply(int frame, ScriptedPlatform& platform, std::string& error) {
+  for (; next_ < lines_.size() && lines_[next_].frame <= frame; ++next_) {
+    const std::string fault = lines_[next_].action(platform);
+    if (fault.empty()) continue;
+    error = LineError(lines_[next_].number, fault);
+    return false;
+  }
+  return true;
 }

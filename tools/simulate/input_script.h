@@ -11,13 +11,16 @@ class InputScript {
  public:
   /// Parses the text of an input file; false when a line is wrong, with its number and what is wrong in `error`.
   bool Parse(const std::string& text, std::string& error);
-  /// Applies the events of a frame, in the order of the file's lines. Frames must be asked for in rising order.
-  void Apply(int frame, ScriptedPlatform& platform);
+  /// Applies the events of a frame, in the order of the file's lines. Frames must be asked for in rising order. False
+  /// when the editor's bars do not have what a line asks for, with the line and what is wrong in `error`; the rest is
+  /// not applied.
+  bool Apply(int frame, ScriptedPlatform& platform, std::string& error);
 
  private:
-  using Action = std::function<void(ScriptedPlatform&)>;
+  using Action = std::function<std::string(ScriptedPlatform&)>;  // what went wrong, or empty
   struct Line {
     int frame;
+    int number;  // in the file
     Action action;
   };
 

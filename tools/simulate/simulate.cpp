@@ -15,6 +15,7 @@
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/random.h"
+#include "editor/editor.h"
 #include "frame.h"
 #include "game_events.h"
 #include "graphics/background.h"
@@ -25,6 +26,7 @@
 #include "match/players.h"
 #include "screens/start_up.h"
 #include "startup.h"
+#include "tools/lint/lint.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
 #include "tools/simulate/match_recorder.h"
@@ -74,6 +76,8 @@ void StartGame(ScriptedPlatform& platform, const SimulateOptions& options) {
   Input::GetPointer().window = platform.GetWindowRect();
   Audio::Init(options.wavFile.empty() ? Audio::Output::kNone : Audio::Output::kLoopback);
   BindKeys();
+  GetEditor().Init();
+  GetEditor().SetLevelChecker(LintLines);
   GetRenderer().Init();
   SetDemoMode(options.pilots || options.matches > 0);
   if (options.boot) CreateLogoScreen();
@@ -112,12 +116,17 @@ class Run {
     return true;
   }
   int GetFrames() const { return done_; }
+  /// What was wrong with the input line that ended the run; empty when none did.
+  const std::string& GetInputError() const { return inputError_; }
   const MatchRecorder& GetMatch() const { return match_; }
 
  private:
   void RunFrame() {
     if (trace_ != nullptr) trace_->BeginFrame(done_);
-    input_.Apply(done_, platform_);
+    if (!input_.Apply(done_, platform_, inputError_)) {
+      platform_.running = false;
+      return;
+    }
     frame_.Run();
     match_.EndFrame();
     if (trace_ != nullptr) trace_->EndFrame();
@@ -161,6 +170,7 @@ class Run {
   GameEvents events_;
   Frame frame_{events_};
   int done_ = 0;
+  std::string inputError_;
 };
 
 }  // namespace
@@ -201,6 +211,10 @@ int Simulate(const SimulateOptions& options) {
   int result = run.Go() ? 0 : 1;
   const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
 
+  if (!run.GetInputError().empty()) {
+    std::fprintf(stderr, "%s: %s\n", options.inputFile.c_str(), run.GetInputError().c_str());
+    return 2;
+  }
   if (options.digest) std::fprintf(out, "digest %016" PRIX64 "\n", StateDigest());
   if (!options.saveName.empty() && !Objects().SaveLevel(options.saveName))
     result = Fail(options.saveName, "could not be saved in the data folder");

@@ -1,0 +1,79 @@
+// Shows bars over the running game and takes the events that are meant for them. Widgets, text editing and drawing are
+// Dear ImGui's, which nothing outside this page reaches. Works without a GL context too: then nothing is seen, and the
+// events do the same. While the bars are hidden no frame runs and no event is taken. Main thread only.
+#pragma once
+
+#include <SDL.h>
+
+#include <array>
+#include <bitset>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "editor/field_value.h"
+#include "editor/tweak_bar.h"
+
+/// What somebody did on the bars in one frame.
+struct BarActions {
+  struct Edit {
+    const TweakBar* bar;
+    std::string path;
+    FieldValue value;
+    bool done;  ///< false while the mouse still pulls at the value
+  };
+  struct Press {
+    const TweakBar* bar;
+    std::string path;
+  };
+  std::vector<Edit> edits;
+  std::vector<Press> presses;
+};
+
+/// A closed line over the picture, in window pixels.
+using Outline = std::vector<std::array<float, 2>>;
+
+class BarView {
+ public:
+  BarView() = default;
+  BarView(const BarView&) = delete;
+  BarView& operator=(const BarView&) = delete;
+  ~BarView() { Shutdown(); }
+
+  bool IsShown() const { return shown_; }
+  /// Hiding drops what is being typed.
+  void SetShown(bool shown);
+
+  /// Takes an event if it is the bars': true, and nobody else may see it. What has gone down for the game also comes up
+  /// for the game.
+  bool HandleEvent(const SDL_Event& event);
+  /// True while keys go into a text.
+  bool IsTyping() const;
+
+  /// One frame of the shown bars in a window of that size: the first bar at the left, the second at the right.
+  BarActions Run(std::span<const TweakBar* const> bars, std::span<const Outline> outlines, int width, int height);
+  /// Draws the last frame that was run over the window. GL's state is afterwards as it was.
+  void Draw();
+  /// Frees everything, the GL objects too; the next showing starts anew.
+  void Shutdown();
+
+ private:
+  static constexpr std::size_t kMouseButtons = 3;
+
+  void Start();
+  void FeedMouse();
+  bool HandleMouseButton(const SDL_MouseButtonEvent& event);
+  bool HandleKey(const SDL_KeyboardEvent& event);
+  bool IsOverBar(int x, int y) const;
+
+  bool shown_ = false;
+  bool started_ = false;
+  bool drawable_ = false;  // Run has made something since the bars were shown
+  bool glReady_ = false;
+  bool clickedBar_ = false;  // since the last Run: keys that follow belong to what was clicked
+  std::bitset<kMouseButtons> held_;
+  std::bitset<kMouseButtons> pressed_;    // since the last Run, so that a short click is seen
+  std::bitset<kMouseButtons> takenHere_;  // went down on a bar
+  std::vector<int> keysTaken_;            // held keys that went to the bars
+  std::vector<int> keysReleased_;         // since the last Run
+};

@@ -1,0 +1,188 @@
+#include "editor/editor.h"
+
+#include "core/object_manager.h"
+#include "core/platform.h"
+#include "core/print.h"
+#include "core/script_registry.h"
+#include "core/selection.h"
+#include "core/transform.h"
+#include "editor/object_fields.h"
+#include "editor/outlines.h"
+#include "input/input.h"
+
+namespace {
+
+constexpr std::size_t kMaxStatusLines = 6;
+
+// Lines printed while an action runs.
+std::vector<std::string>& Heard() {
+  static std::vector<std::string> heard;
+  return heard;
+}
+
+void Hear(std::string_view text) {
+  while (!text.empty() && text.back() == '\n') text.remove_suffix(1);
+  if (!text.empty()) Heard().emplace_back(text);
+}
+
+// "before "label"after"
+std::string Telling(std::string_view before, std::string_view label, std::string_view after = {}) {
+  std::string text(before);
+  text += '"';
+  text += label;
+  text += '"';
+  text += after;
+  return text;
+}
+
+}  // namespace
+
+Editor& GetEditor() {
+  static Editor editor;
+  return editor;
+}
+
+void Editor::Init() {
+  Shutdown();
+  fileName_ = "Enter File Name Here";
+  archetypeName_ = "Enter Archetype Name Here";
+  textureName_ = "Enter Texture Name Here";
+  levelDuration_ = 5.0f;
+  scriptName_ = "Enter Script Name here";
+  componentToAdd_ = 0;
+  find_.clear();
+  autosaveCount_ = 0;
+  status_.clear();
+  faults_.clear();
+  history_.Clear();
+  drag_.ForgetPicks();
+  FillBars();
+}
+
+bool Editor::HandleEvent(const SDL_Event& event) {
+  const bool keyDown = event.type == SDL_KEYDOWN;
+  if (keyDown && event.key.keysym.sym == SDLK_F1) {
+    if (event.key.repeat == 0) Toggle();
+    return true;
+  }
+  if (view_.HandleEvent(event)) return true;
+  if (!keyDown || !IsShown() || !(Input::IsKeyDown("ctrl") || Input::IsKeyDown("rctrl"))) return false;
+  const int key = event.key.keysym.sym;
+  if (key == SDLK_z) Do([this] { Hear(history_.Undo()); });
+  if (key == SDLK_y) Do([this] { Hear(history_.Redo()); });
+  return key == SDLK_z || key == SDLK_y;
+}
+
+void Editor::Toggle() {
+  view_.SetShown(!IsShown());
+  GetPlatform().ShowPointer(IsShown());
+  drag_.ForgetPicks();
+}
+
+// The bars are filled anew in every shown frame: fields move and go with the scene, and nothing else runs between the
+// filling and the last use of them.
+void Editor::Update() {
+  if (!IsShown()) return;
+  drag_.Update(history_);
+  FillBars();
+  const WindowRect window = GetPlatform().GetWindowRect();
+  std::vector<Outline> outlines;
+  for (const std::uint32_t id : GetSelection())
+    if (const GameObject* object = Objects().GetObject(id))
+      outlines.push_back(OutlineOf(*object, window.width, window.height));
+  const TweakBar* const bars[] = {&tools_, &properties_};
+  const BarActions actions = view_.Run(bars, outlines, window.width, window.height);
+  const auto find = [](const TweakBar& bar, const std::string& path) -> const TweakBar::Entry* {
+    for (const TweakBar::Entry& entry : bar.GetEntries())
+      if (entry.path == path) return &entry;
+    return nullptr;
+  };
+  for (const BarActions::Edit& edit : actions.edits)
+    if (const auto* entry = find(*edit.bar, edit.path)) ApplyEdit(*edit.bar, *entry, edit.value, edit.done);
+  for (const BarActions::Press& press : actions.presses) {
+    FillBars();
+    const auto* entry = find(*press.bar, press.path);
+    if (entry != nullptr && entry->press) Do(entry->press);
+  }
+}
+
+const TweakBar* Editor::FindBarOf(std::string_view label, const TweakBar::Entry** entry) const {
+  for (const TweakBar* bar : {&tools_, &properties_})
+    if ((*entry = bar->Find(label)) != nullptr) return bar;
+  return nullptr;
+}
+
+std::string Editor::Press(std::string_view label) {
+  FillBars();
+  const TweakBar::Entry* entry = nullptr;
+  if (FindBarOf(label, &entry) == nullptr || !entry->press) return Telling("the bars have no button ", label);
+  Do(entry->press);
+  return {};
+}
+
+std::string Editor::Set(std::string_view label, std::string_view value) {
+  FillBars();
+  const TweakBar::Entry* entry = nullptr;
+  const TweakBar* bar = FindBarOf(label, &entry);
+  if (bar == nullptr || entry->kind != TweakBar::Entry::Kind::kVariable)
+    return Telling("the bars have no variable ", label);
+  if (entry->field.readOnly) return Telling("", label, " can only be read");
+  FieldValue parsed;
+  if (!ParseValue(entry->field, value, parsed)) return Telling("", value, " is no value for ") + std::string(label);
+  ApplyEdit(*bar, *entry, parsed, true);
+  return {};
+}
+
+std::string Editor::Get(std::string_view label) {
+  FillBars();
+  const TweakBar::Entry* entry = nullptr;
+  const bool isVariable = FindBarOf(label, &entry) != nullptr && entry->kind == TweakBar::Entry::Kind::kVariable;
+  return isVariable ? TextOf(entry->field) : std::string{};
+}
+
+// A step of the history names the variable as it stands on a bar of its object alone.
+void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done) {
+  const FieldValue before = GetValue(entry.field);
+  SetValue(entry.field, value);
+  if (&bar != &properties_) return;
+  const FieldValue after = GetValue(entry.field);
+  const auto index = static_cast<std::size_t>(&entry - bar.GetEntries().data());
+  for (const ObjectRange& range : ranges_) {
+    GameObject* object = Objects().GetObject(range.id);
+    if (index < range.first || index >= range.end || object == nullptr) continue;
+    TweakBar alone("object");
+    AddObjectFields(alone, *object);
+    object->GetTransform().Rebuild();  // a save before the next update writes the matrix too
+    history_.RecordEdit(range.id, alone.GetEntries()[index - range.first].path, before, after, !done);
+  }
+}
+
+// A copy of the action, since it may empty the bar that holds it.
+void Editor::Do(const std::function<void()>& action) {
+  const std::function<void()> kept = action;
+  Heard().clear();
+  SetPrintListener(Hear);
+  kept();
+  SetPrintListener(nullptr);
+  status_ = Heard();
+  if (status_.size() > kMaxStatusLines) status_.erase(status_.begin(), status_.end() - kMaxStatusLines);
+}
+
+void Editor::FillBars() {
+  FillTools();
+  FillProperties();
+}
+
+void Editor::FillProperties() {
+  properties_.RemoveAll();
+  ranges_.clear();
+  for (const std::uint32_t id : GetSelection()) {
+    GameObject* object = Objects().GetObject(id);
+    if (object == nullptr || !object->alive) continue;
+    properties_.BeginGroup(object->name.empty() ? "Nameless-Object" : object->name);
+    const std::size_t first = properties_.GetEntries().size();
+    AddObjectFields(properties_, *object);
+    ranges_.push_back({id, first, properties_.GetEntries().size()});
+    properties_.EndGroup();
+  }
+}

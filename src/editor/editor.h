@@ -1,0 +1,104 @@
+// The level editor inside the running game: a bar of tools, "options", and a bar of the selected objects' fields,
+// "GaleEditor". F1 shows and hides both; hidden they take no event and cost nothing. Everything on them can also be set
+// and pressed by label, without a window. What changes the scene runs while events are taken, never inside a walk over
+// the objects. Main thread only.
+#pragma once
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/game_object.h"
+#include "editor/bar_view.h"
+#include "editor/drag.h"
+#include "editor/history.h"
+#include "editor/tweak_bar.h"
+
+struct TestObject;
+
+class Editor {
+ public:
+  /// What a strict reader says about a file, line by line; empty when all is well.
+  using LevelChecker = std::vector<std::string> (*)(const std::string& fileName);
+
+  /// Both bars with their first values, hidden. Once at the start; again for a fresh state.
+  void Init();
+  /// Frees what showing the bars took; before the GL context goes.
+  void Shutdown() { view_.Shutdown(); }
+  /// Asked about every level that has been saved; null for none.
+  void SetLevelChecker(LevelChecker checker) { checker_ = checker; }
+
+  /// An event of the window, before anybody else: true when it was the editor's.
+  bool HandleEvent(const SDL_Event& event);
+  /// After the events of a frame: what was done on the bars happens.
+  void Update();
+  /// Over the composed picture.
+  void Draw() { view_.Draw(); }
+  bool IsShown() const { return view_.IsShown(); }
+
+  /// Presses the first button, or sets the first variable from text, of this label on "options", else on "GaleEditor";
+  /// "GROUP/LABEL" chooses. What is wrong, or empty.
+  std::string Press(std::string_view label);
+  std::string Set(std::string_view label, std::string_view value);
+  /// What the variable holds, as text; empty when there is none.
+  std::string Get(std::string_view label);
+  /// What the last action said, oldest line first.
+  const std::vector<std::string>& GetStatus() const { return status_; }
+
+ private:
+  // Which entries of the property bar show an object.
+  struct ObjectRange {
+    std::uint32_t id;
+    std::size_t first;
+    std::size_t end;
+  };
+
+  void FillBars();
+  void FillTools();
+  void FillTestButtons();
+  void FillFileButtons();
+  void FillObjectButtons();
+  void FillPalette();
+  void FillProperties();
+  const TweakBar* FindBarOf(std::string_view label, const TweakBar::Entry** entry) const;
+  void ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done);
+  void Do(const std::function<void()>& action);
+  void Toggle();
+
+  void MakeTestObject(const TestObject& test);
+  void SaveLevel();
+  void LoadLevel();
+  void LoadArchetype();
+  void AddComponent(std::string_view textName);
+  void AddScript(const std::string& name);
+  void Kill();
+  /// The object that was selected first or last, or null with a line.
+  GameObject* FirstSelected() const;
+  GameObject* LastSelected() const;
+
+  TweakBar tools_{"options"};
+  TweakBar properties_{"GaleEditor"};
+  std::vector<ObjectRange> ranges_;
+  BarView view_;
+  History history_;
+  Drag drag_;
+  LevelChecker checker_ = nullptr;
+
+  std::string fileName_;
+  std::string archetypeName_;
+  std::string textureName_;
+  float levelDuration_ = 0.0f;  // seconds
+  std::string scriptName_;
+  int componentToAdd_ = 0;
+  std::string find_;
+  int autosaveCount_ = 0;
+  std::vector<std::string> status_;
+  std::vector<std::string> faults_;  // of the level saved last
+};
+
+/// The process-wide editor.
+Editor& GetEditor();

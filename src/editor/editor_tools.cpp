@@ -1,0 +1,207 @@
+// The tools bar: its variables, its buttons, and what they do.
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "core/object_manager.h"
+#include "core/print.h"
+#include "core/script_box.h"
+#include "core/script_registry.h"
+#include "core/selection.h"
+#include "core/transform.h"
+#include "editor/editor.h"
+#include "editor/level_files.h"
+#include "editor/test_objects.h"
+#include "graphics/renderer.h"
+#include "match/new_game.h"
+
+namespace {
+
+constexpr std::size_t kTextBytes = 499;  // of a name on the bar
+constexpr std::size_t kMaxFound = 8;     // lines of the palette
+
+constexpr std::size_t kMaxFaults = 12;  // lines of the list
+
+struct ComponentChoice {
+  int value;
+  std::string_view textName;
+};
+constexpr std::array<ComponentChoice, 6> kComponentTypes = {
+    {{1, "RigidBody"}, {0, "Sprite"}, {2, "BoxCollider"}, {3, "SphereCollider"}, {4, "ScriptBox"}, {5, "GivePoints"}}};
+
+std::string Lowered(std::string_view text) {
+  std::string lowered(text);
+  std::transform(lowered.begin(), lowered.end(), lowered.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return lowered;
+}
+
+std::string NameOf(const GameObject& object) { return object.name.empty() ? "Nameless-Object" : object.name; }
+
+GameObject* Alive(std::uint32_t id) {
+  GameObject* object = Objects().GetObject(id);
+  if (object != nullptr && object->alive) return object;
+  Print("nothing is selected\n");
+  return nullptr;
+}
+
+}  // namespace
+
+void Editor::FillTools() {
+  tools_.RemoveAll();
+  const auto addText = [this](const char* label, std::string* text) {
+    Field field{label, text};
+    field.maxLength = kTextBytes;
+    tools_.Add(field);
+  };
+  addText("FileName", &fileName_);
+  addText("ArchetypeName", &archetypeName_);
+  addText("TextureName", &textureName_);
+  tools_.Add("Level Duration", &levelDuration_);
+  tools_.Add("Script Name", &scriptName_);
+  FillTestButtons();
+  FillFileButtons();
+  FillObjectButtons();
+  Field types{"Component Type To Add", &componentToAdd_};
+  for (const ComponentChoice& choice : kComponentTypes) types.choices.emplace_back(choice.value, choice.textName);
+  tools_.Add(types);
+  tools_.AddButton("Undo", "Undo (Ctrl+Z)", [this] { Print("%s\n", history_.Undo().c_str()); });
+  tools_.AddButton("Redo", "Redo (Ctrl+Y)", [this] { Print("%s\n", history_.Redo().c_str()); });
+  FillPalette();
+  for (const std::string& line : status_) tools_.AddText(line);
+  for (const std::string& line : faults_) tools_.AddText(line);
+}
+
+void Editor::FillTestButtons() {
+  for (const TestObject& test : TestObjects()) tools_.AddButton(test.label, [this, &test] { MakeTestObject(test); });
+  tools_.AddButton("Make Core Level Stuff", [this] {
+    SetupMatch();
+    history_.Clear();
+    Print("made the scenery, the displays, the players and the clock of a match\n");
+  });
+}
+
+void Editor::FillFileButtons() {
+  tools_.AddButton("Save Level", [this] { SaveLevel(); });
+  tools_.AddButton("Load Level", [this] { LoadLevel(); });
+  tools_.AddButton("Save Archetype", [this] {
+    if (GameObject* object = LastSelected()) SaveArchetype(archetypeName_, *object);
+  });
+  tools_.AddButton("Load Archetype", [this] { LoadArchetype(); });
+  tools_.AddButton("Load Texture", [this] {
+    if (textureName_.empty()) return;
+    GetRenderer().LoadTexture(textureName_);
+    if (GetRenderer().GetTexture(textureName_) != 0) Print("loaded the picture %s\n", textureName_.c_str());
+  });
+}
+
+void Editor::FillObjectButtons() {
+  tools_.AddButton("Add Component", [this] {
+    for (const ComponentChoice& choice : kComponentTypes)
+      if (choice.value == componentToAdd_) AddComponent(choice.textName);
+  });
+  tools_.AddButton("Add Script", [this] { AddScript(scriptName_); });
+  tools_.AddButton("Kill Selected Object", [this] { Kill(); });
+}
+
+// Components and scripts by part of their name, whatever the case.
+void Editor::FillPalette() {
+  tools_.Add("Find", &find_);
+  if (find_.empty()) return;
+  const std::string wanted = Lowered(find_);
+  std::size_t found = 0;
+  const auto offer = [&](std::string_view name, std::function<void()> add) {
+    if (Lowered(name).find(wanted) == std::string::npos || ++found > kMaxFound) return;
+    tools_.AddButton("Add " + std::string(name), std::move(add));
+  };
+  for (const ComponentChoice& choice : kComponentTypes)
+    offer(choice.textName, [this, &choice] { AddComponent(choice.textName); });
+  for (const std::string_view name : RegisteredScriptNames())
+    offer(name, [this, script = std::string(name)] { AddScript(script); });
+  if (found > kMaxFound) tools_.AddText("and " + std::to_string(found - kMaxFound) + " more");
+}
+
+GameObject* Editor::FirstSelected() const {
+  for (const std::uint32_t id : GetSelection())
+    if (const GameObject* object = Objects().GetObject(id); object != nullptr && object->alive) return Alive(id);
+  return Alive(0);
+}
+
+GameObject* Editor::LastSelected() const { return Alive(GetLastSelected()); }
+
+void Editor::MakeTestObject(const TestObject& test) {
+  const GameObject* object = test.make();
+  history_.RecordCreation(*object, test.make);
+  Print("made %s in the middle of the stage\n", NameOf(*object).c_str());
+}
+
+void Editor::SaveLevel() {
+  if (fileName_.empty()) {
+    Print("no file name, nothing is saved\n");
+    return;
+  }
+  const bool saved = SaveLevelWithAutosave(fileName_, levelDuration_, autosaveCount_++);
+  faults_.clear();
+  if (!saved || checker_ == nullptr) return;
+  faults_ = checker_(fileName_);
+  if (faults_.empty()) Print("lint finds nothing wrong with %s\n", fileName_.c_str());
+  if (faults_.size() <= kMaxFaults) return;
+  faults_.resize(kMaxFaults);
+  faults_.push_back("and more: brinewhirl-tool lint " + fileName_);
+}
+
+void Editor::LoadLevel() {
+  LoadLevelFile(fileName_, levelDuration_);
+  history_.Clear();
+}
+
+void Editor::LoadArchetype() {
+  const auto load = [name = archetypeName_]() -> GameObject* {
+    const auto created = Objects().LoadLevel(name);
+    if (created.empty()) return nullptr;
+    created.back()->GetTransform().position = {};
+    created.back()->GetTransform().Rebuild();
+    return created.back();
+  };
+  const std::size_t before = Objects().GetObjects().size();
+  const GameObject* object = load();
+  if (object == nullptr) return;
+  if (Objects().GetObjects().size() == before + 1)
+    history_.RecordCreation(*object, load);
+  else
+    history_.Clear();
+  Print("loaded %s into the middle of the stage\n", NameOf(*object).c_str());
+}
+
+void Editor::AddComponent(std::string_view textName) {
+  GameObject* object = FirstSelected();
+  if (object == nullptr) return;
+  history_.RecordGrowth(*object);
+  object->AddComponent(textName);
+  Print("%s has a new %s\n", NameOf(*object).c_str(), std::string(textName).c_str());
+}
+
+void Editor::AddScript(const std::string& name) {
+  GameObject* object = LastSelected();
+  if (object == nullptr) return;
+  auto* scripts = object->Get<ScriptBox>();
+  if (scripts == nullptr) {
+    Print("%s has no ScriptBox, so it takes no script\n", NameOf(*object).c_str());
+    return;
+  }
+  if (!IsScriptRegistered(name)) {
+    scripts->AddScript(name);  // says so
+    return;
+  }
+  history_.RecordGrowth(*object);
+  scripts->AddScript(name);
+  Print("%s has a new %s\n", NameOf(*object).c_str(), name.c_str());
+}
+
+void Editor::Kill() {
+  GameObject* object = LastSelected();
+  if (object == nullptr) return;
+  history_.RecordKill(*object);
+  object->alive = false;
+  Print("killed %s\n", NameOf(*object).c_str());
+}

@@ -1,0 +1,89 @@
+#include "editor/level_files.h"
+
+#include <charconv>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "core/file_cache.h"
+#include "core/object_manager.h"
+#include "core/print.h"
+#include "core/serializer.h"
+#include "scripts/death_timer.h"
+
+namespace {
+
+constexpr char kAutosaveFolder[] = "autosaves";
+
+// A slip of the keyboard must not cost somebody the program or a picture.
+bool MayBeWritten(const std::string& name) {
+  std::error_code error;
+  const auto status = std::filesystem::status(name, error);
+  if (!std::filesystem::exists(status)) return true;
+  if (std::filesystem::is_regular_file(status)) {
+    std::ifstream file(name, std::ios::binary);
+    const int first = file.get();
+    if (first == '{' || first == std::ifstream::traits_type::eof()) return true;
+  }
+  Print("%s: is no level or archetype, not written over\n", name.c_str());
+  return false;
+}
+
+bool Save(const std::string& name) {
+  if (!MayBeWritten(name) || !Objects().SaveLevel(name)) return false;
+  Print("saved the level as %s\n", name.c_str());
+  return true;
+}
+
+bool IsNumber(const std::string& text, float& number) {
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  return result.ec == std::errc{} && result.ptr == text.data() + text.size();
+}
+
+}  // namespace
+
+bool SaveLevelWithAutosave(const std::string& name, float duration, int autosave) {
+  Objects().RemoveDeadObjects();
+  char digits[64];
+  std::snprintf(digits, sizeof digits, "%f", static_cast<double>(duration));
+  GameObject& last = *Objects().GetObject(Objects().CreateObject());
+  last.name = digits;
+  const bool saved = Save(name);
+  std::error_code error;
+  std::filesystem::create_directories(kAutosaveFolder, error);
+  Save(std::string(kAutosaveFolder) + "/autosave-" + std::to_string(autosave) + "-" + name);
+  last.alive = false;
+  return saved;
+}
+
+void LoadLevelFile(const std::string& name, float& duration) {
+  for (const auto& object : Objects().GetObjects())
+    if (!object->core) object->alive = false;
+  const bool readBefore = IsFileCached(name);
+  const std::vector<GameObject*> created = Objects().LoadLevel(name);
+  if (created.empty()) {
+    Print("%s: nothing loaded\n", name.c_str());
+    return;
+  }
+  Print("loaded %zu objects from %s%s\n", created.size(), name.c_str(),
+        readBefore ? ", as it was when it was first read in this run" : "");
+  float seconds = 0.0f;
+  if (!IsNumber(created.back()->name, seconds)) return;
+  duration = seconds;
+  created.back()->alive = false;
+  for (const GameObject* object : created)
+    if (DeathTimer* timer = FindDeathTimer(*object)) timer->endTime = seconds;
+}
+
+bool SaveArchetype(const std::string& name, GameObject& object) {
+  if (name.empty() || !MayBeWritten(name)) return false;
+  Serializer writer;
+  writer.OpenForWrite(name);
+  writer.BeginBlock(object.id);
+  object.Serialize(writer);
+  writer.EndBlock();
+  if (!writer.Close()) return false;
+  Print("saved %s as the archetype %s\n", object.name.c_str(), name.c_str());
+  return true;
+}

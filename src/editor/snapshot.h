@@ -1,0 +1,30 @@
+// An object put aside, to be made again exactly: what files keep of it, at full precision, what bars show of it, and
+// the generators that push it.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/game_object.h"
+#include "editor/field_value.h"
+
+namespace GalePhysics {
+class ForceGenerator;
+}
+
+struct Snapshot {
+  std::string name;
+  std::string text;                                        ///< a document with the object alone
+  std::vector<std::pair<std::string, FieldValue>> values;  ///< by path on a bar of its own
+  std::vector<GalePhysics::ForceGenerator*> generators;    ///< these live to the end of the run
+  std::vector<GalePhysics::ForceGenerator*> baseOfGenerators;
+};
+
+/// False for an object with a component that files do not keep, such as a text.
+bool CanTakeSnapshot(const GameObject& object);
+/// Nothing of the object changes.
+Snapshot TakeSnapshot(GameObject& object);
+/// Makes the object at the end of the list, under a new ID. Scripts are read and attached as from a file, with all that
+/// follows. Null when the scene is full.
+GameObject* MakeFromSnapshot(const Snapshot& snapshot);
