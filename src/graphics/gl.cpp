@@ -104,6 +104,10 @@ void SetSmoothClamped() {
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 }
 
+void GenerateMipmap() {
+  if (hasContext) glGenerateMipmap(GL_TEXTURE_2D);
+}
+
 void TexImageAlpha(int width, int height, const void* pixels) {
   if (!hasContext) return;
   glPixelStorei(GL_UNPACK_ALIGNMENT, 1);

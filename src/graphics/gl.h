@@ -35,6 +35,8 @@ void BindTexture(GLuint texture);
 void TexImage(GLint internalFormat, int width, int height, GLenum format, const void* pixels);
 /// Clamped at the edges, filtered linearly.
 void SetSmoothClamped();
+/// Makes the smaller levels of the bound texture.
+void GenerateMipmap();
 /// Image of alpha values alone for the bound texture; its rows are not padded.
 void TexImageAlpha(int width, int height, const void* pixels);
 /// Fills a rectangle of such an image; rows of `pixels` are `pitch` bytes apart.

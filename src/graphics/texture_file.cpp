@@ -68,7 +68,8 @@ Texture LoadTextureFile(const std::string& name) {
   const Texture texture = {gl::GenTexture(), IsOpaque(image.get(), static_cast<std::size_t>(width * height))};
   gl::BindTexture(texture.name);
   gl::TexImage(GL_RGBA, width, height, GL_RGBA, image.get());
-  gl::SetSmoothClamped();  // without smaller levels: the linear filter never reads any, and to make them takes longest
+  gl::SetSmoothClamped();
+  gl::GenerateMipmap();
   gl::BindTexture(0);
   return texture;
 }
