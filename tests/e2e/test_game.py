@@ -34,7 +34,7 @@ OCTOPUS_REACH = 12  # pixels
 OCTOPUS_PIXELS = 30
 
 KEYS = {"d": (1, 0), "a": (-1, 0), "w": (0, -1), "s": (0, 1)}  # picture directions, y downwards
-KEY_TRIES = 4  # another octopus or a wall may turn player 1 aside
+KEY_TRIES = 12  # another octopus, a prop or a wall may turn player 1 aside
 LEAST_TRAVEL = 6.0  # pixels
 
 
