@@ -69,7 +69,6 @@ Texture LoadTextureFile(const std::string& name) {
   gl::BindTexture(texture.name);
   gl::TexImage(GL_RGBA, width, height, GL_RGBA, image.get());
   gl::SetSmoothClamped();
-  gl::GenerateMipmap();
   gl::BindTexture(0);
   return texture;
 }
