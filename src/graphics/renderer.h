@@ -89,7 +89,7 @@ class Renderer {
   std::unordered_map<std::string, Texture> textures_;
   std::vector<GLuint> newTextures_;  // without their smaller levels yet
   bool shown_ = false;               // a picture has been composed
-  std::array<Mesh, 4> meshes_;  // by mesh type
+  std::array<Mesh, 4> meshes_;       // by mesh type
   std::unordered_map<std::string, ShaderProgram> shaders_;
   std::unordered_map<std::string, Font> fonts_;
   std::vector<TextVertex> textVertices_;  // of the text being drawn; kept for its capacity
