@@ -7,7 +7,10 @@ target_include_directories(brinewhirl_tests PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_
 target_compile_definitions(brinewhirl_tests PRIVATE BRINEWHIRL_GAME_DIR="${CMAKE_SOURCE_DIR}/game"
                                                     BRINEWHIRL_BUILD_DIR="${CMAKE_BINARY_DIR}")
 target_link_libraries(brinewhirl_tests PRIVATE brinewhirl_toolkit GTest::gtest GTest::gtest_main)
-add_dependencies(brinewhirl_tests content)
+add_dependencies(brinewhirl_tests content brinewhirl-tool)
+if(TARGET sound_banks)
+  add_dependencies(brinewhirl_tests sound_banks)
+endif()
 # Tests listen through the loopback device; OpenAL must not look for a sound server first, whose library has races of its
 # own.
 gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT ALSOFT_DRIVERS=null)
