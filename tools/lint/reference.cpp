@@ -60,11 +60,11 @@ void PrintBlock(std::FILE* out, const BlockText& text, const BlockSchema& schema
   std::fprintf(out, "\n| # | value | kind | unit | range | meaning |\n|---|---|---|---|---|---|\n");
   std::size_t at = 0;
   for (const FieldText& field : text.fields) {
-    const std::string number = std::to_string(at + 1);
-    const std::string last = std::to_string(at + static_cast<std::size_t>(field.lines));
-    std::fprintf(out, "| %s | %s | %s | %s | %s | %s |\n", (field.lines == 1 ? number : number + "-" + last).c_str(),
-                 Keys(schema, at, field).c_str(), KindOf(schema.fields[at].type), Shown(field.unit).c_str(),
-                 Shown(field.range).c_str(), Shown(field.meaning).c_str());
+    std::string number = std::to_string(at + 1);
+    if (field.lines != 1) number += '-' + std::to_string(at + static_cast<std::size_t>(field.lines));
+    std::fprintf(out, "| %s | %s | %s | %s | %s | %s |\n", number.c_str(), Keys(schema, at, field).c_str(),
+                 KindOf(schema.fields[at].type), Shown(field.unit).c_str(), Shown(field.range).c_str(),
+                 Shown(field.meaning).c_str());
     at += static_cast<std::size_t>(field.lines);
   }
 }
