@@ -1,10 +1,13 @@
-// Archetypes: files that hold the pattern of one object, from which code makes as many as it likes.
+// Archetypes: files that hold the pattern of an object, some of more than one, from which code makes as many as it
+// likes.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/game_object.h"
 
-/// Reads the archetype and returns its object, passing over a copy of the generator host; null, with a line, when it
-/// makes nothing.
+/// Reads the archetype and returns its objects without a copy of the generator host; prints a line when there are none.
+std::vector<GameObject*> CreateAllFromArchetype(const std::string& name);
+/// Likewise, but returns the first; null when there is none.
 GameObject* CreateFromArchetype(const std::string& name);

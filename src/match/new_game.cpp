@@ -9,6 +9,7 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/background.h"
+#include "match/archetype.h"
 #include "match/create_player.h"
 #include "match/game_timer.h"
 #include "match/hud.h"
@@ -53,8 +54,8 @@ void StartGame() {
 void SetupMatch() {
   ClearHudObjects();
   BroadSide::ResetSide();
-  for (const char* archetype : {"core", "bubblegens", "floor"}) Objects().LoadLevel(archetype);
-  for (const GameObject* object : Objects().LoadLevel("scorebacks")) AddHudObject(object->id);
+  for (const char* archetype : {"core", "bubblegens", "floor"}) CreateAllFromArchetype(archetype);
+  for (const GameObject* object : CreateAllFromArchetype("scorebacks")) AddHudObject(object->id);
   CreateScoreDisplays();
   // The players start the match's music, which stops no other by itself.
   Audio::StopMusicExcept(Sound::kMatchMusic);

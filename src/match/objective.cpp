@@ -2,6 +2,7 @@
 
 #include "core/game_object.h"
 #include "core/object_manager.h"
+#include "core/print.h"
 #include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
@@ -57,4 +58,10 @@ void NullObjective::Serialize(Serializer& writer) const {
   writer.WriteInt("Runtime", runtime);
 }
 
-void NullObjective::Deserialize(Serializer& reader) { runtime = reader.ReadInt(); }
+void NullObjective::Deserialize(Serializer& reader) {
+  runtime = reader.ReadInt();
+  if (runtime >= 0) return;
+  // The section after it would be short of the time that this one gives back.
+  Print("%s: Runtime %d, taken as 0\n", reader.Where().c_str(), runtime);
+  runtime = 0;
+}

@@ -65,5 +65,6 @@ class NullObjective final : public Objective {
   void Update(float) override {}
   void End() override {}
   void Serialize(Serializer& writer) const override;
+  /// A time below 0 is taken as 0, with a message.
   void Deserialize(Serializer& reader) override;
 };

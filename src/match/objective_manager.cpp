@@ -38,6 +38,12 @@ std::unique_ptr<Objective> ReadObjective(Serializer& reader) {
   return CreateObjective("NULL");
 }
 
+// A count that lies loses no rule and invents none.
+bool AnotherFollows(const Serializer& reader, std::size_t read, int count) {
+  if (!reader.NextIsValue() || reader.NextKey() == kEndKey) return false;
+  return static_cast<int>(read) < count || reader.NextKey() == kTypeKey;
+}
+
 }  // namespace
 
 // Core, or every level saved during a match would keep a copy.
@@ -74,7 +80,7 @@ void ObjectiveManager::Update(float step) {
     EndSection();
     if (currentObjective_ == nullptr) return;
   }
-  if (currentObjective_ == nullptr) BeginNext();
+  if (currentObjective_ == nullptr) BeginWaiting();
   elapsed_ += step;
   ShowCountdown();
   if (elapsed_ > sectionTime_) {
@@ -83,6 +89,15 @@ void ObjectiveManager::Update(float step) {
   } else if (currentObjective_->IsActive()) {
     currentObjective_->Update(step);
   }
+}
+
+// The first rule, or one that the editor added when all had ended: its time is the section's that stands, if there is
+// one.
+void ObjectiveManager::BeginWaiting() {
+  BeginNext();
+  if (sectionTime_ != 0.0f) return;
+  sectionTime_ = static_cast<float>(currentObjective_->runtime);
+  elapsed_ = 0.0f;
 }
 
 void ObjectiveManager::BeginNext() {
@@ -147,8 +162,7 @@ void ObjectiveManager::Serialize(Serializer& writer) const {
 void ObjectiveManager::Deserialize(Serializer& reader) {
   const int count = reader.ReadInt();
   const std::string where = reader.Where();
-  while (static_cast<int>(objectives_.size()) < count && reader.NextIsValue() && reader.NextKey() != kEndKey)
-    Add(ReadObjective(reader));
+  while (AnotherFollows(reader, objectives_.size(), count)) Add(ReadObjective(reader));
   if (static_cast<int>(objectives_.size()) != count)
     Print("%s: says %d objectives, %zu follow\n", where.c_str(), count, objectives_.size());
   reader.ReadString();

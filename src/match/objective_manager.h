@@ -23,7 +23,8 @@ class ObjectiveManager final : public Script {
   void OnCollision(const CollisionPair& pair) override;
   void OnContact(const GalePhysics::Contact& contact) override;
   void Serialize(Serializer& writer) const override;
-  /// A type that the factory does not know becomes a rule that does nothing, with a message.
+  /// A type that the factory does not know becomes a rule that does nothing, with a message;
+  /// a count that does not fit what follows is taken as what is there, likewise.
   void Deserialize(Serializer& reader) override;
   void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "ObjectiveManager"; }
@@ -39,6 +40,7 @@ class ObjectiveManager final : public Script {
   void AddNamedObjective();
   bool IsAnyLeft() const { return nextIndex_ < objectives_.size(); }
   bool IsDone() const;
+  void BeginWaiting();
   void BeginNext();
   void EndSection();
   void ShowCountdown();

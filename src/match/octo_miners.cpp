@@ -2,9 +2,9 @@
 
 #include "audio/audio.h"
 #include "core/game_time.h"
-#include "core/object_manager.h"
 #include "core/transform.h"
 #include "graphics/renderer.h"
+#include "match/archetype.h"
 #include "match/character_controller.h"
 #include "match/give_points.h"
 #include "match/players.h"
@@ -44,7 +44,7 @@ void GiveControlBack() {
 }
 
 void CreateMiners() {
-  for (const GameObject* miner : Objects().LoadLevel("miner"))
+  for (const GameObject* miner : CreateAllFromArchetype("miner"))
     if (DeathTimer* timer = FindDeathTimer(*miner)) timer->endTime = kMinerTime;
 }
 

@@ -20,7 +20,14 @@
 
 namespace {
 
+constexpr char kNameKey[] = "levelName_";
 constexpr char kSentinelKey[] = "SentinelSegment";
+
+// A count that lies loses no segment and invents none.
+bool AnotherFollows(const Serializer& reader, std::size_t read, int count) {
+  if (!reader.NextIsValue() || reader.NextKey() == kSentinelKey) return false;
+  return static_cast<int>(read) < count || reader.NextKey() == kNameKey;
+}
 
 // The pieces that are being read now, outermost first.
 std::vector<std::string>& PiecesBeingRead() {
@@ -107,7 +114,7 @@ float SegmentManager::MeasureEpisode() {
 void SegmentManager::Serialize(Serializer& writer) const {
   writer.WriteInt("number of segments", static_cast<int>(segments_.size()));
   for (const Segment& segment : segments_) {
-    writer.WriteString("levelName_", segment.levelName);
+    writer.WriteString(kNameKey, segment.levelName);
     writer.WriteFloat("duration_", segment.duration);
     writer.WriteFloat("rotationAngle_", segment.rotationAngle);
     writer.WriteFloat("distance_", segment.distance);
@@ -120,8 +127,7 @@ void SegmentManager::Deserialize(Serializer& reader) {
   active_ = true;
   const int count = reader.ReadInt();
   const std::string where = reader.Where();
-  while (static_cast<int>(segments_.size()) < count && reader.NextIsValue() && reader.NextKey() != kSentinelKey)
-    segments_.push_back(ReadSegment(reader));
+  while (AnotherFollows(reader, segments_.size(), count)) segments_.push_back(ReadSegment(reader));
   if (static_cast<int>(segments_.size()) != count)
     Print("%s: says %d segments, %zu follow\n", where.c_str(), count, segments_.size());
   reader.ReadString();

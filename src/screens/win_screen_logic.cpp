@@ -40,7 +40,7 @@ void HideScores() {
 void WinScreenLogic::Initialize() {
   nextTime_ = Time().elapsedTime + kFinishTime;
   LogEvent("screen finish");
-  Objects().LoadLevel("finish");
+  CreateAllFromArchetype("finish");
 }
 
 void WinScreenLogic::Update(float /*step*/) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/field_bar.h"
 #include "core/script_box.h"
 #include "episode_scene.h"
 #include "graphics/sprite_text.h"
@@ -25,6 +26,23 @@ class ObjectiveScene : public EpisodeScene {
     }
     return nullptr;
   }
+};
+
+// An editor that knows one field, the running section's length.
+class SectionTimeBar : public FieldBar {
+ public:
+  void BeginGroup(std::string_view) override {}
+  void EndGroup() override {}
+  void Add(Field field) override {
+    if (field.label == "SectionTime") time = *std::get_if<float*>(&field.target);
+  }
+  void AddButton(std::string_view, std::string_view, std::function<void()>) override {}
+
+  float* time = nullptr;
+
+ protected:
+  float* Keep(float) override { return nullptr; }
+  int* Keep(int) override { return nullptr; }
 };
 
 const std::string kNull = "NULL\nRuntime: 10";
@@ -68,6 +86,17 @@ TEST(ObjectiveManager, CountsTheLastThreeSecondsDown) {
   EXPECT_EQ(digits, (std::vector<std::string>{"5", "4", "3", "2", "1", "0"}));
   EXPECT_NEAR(starts[0], 1177 + 171 + (7.0f / 0.0085f), 4);
   for (std::size_t i = 1; i < starts.size(); ++i) EXPECT_NEAR(starts[i] - starts[i - 1], 59, 1);
+}
+
+TEST(ObjectiveManager, AFirstSectionOfNoLengthTakesItsRulesOwn) {
+  ObjectiveScene scene(EpisodeScene::Objectives({"NULL\nRuntime: 3", "HitObjects"}));
+  SectionTimeBar bar;
+  ObjectiveScene::Manager().AddToTweakBar(bar);
+  ASSERT_NE(bar.time, nullptr);
+  EXPECT_EQ(*bar.time, 10.0f);
+  *bar.time = 0.0f;
+  scene.Run(400);
+  EXPECT_EQ(scene.FramesOf("objective begin HitObjects"), std::vector<int>{352});
 }
 
 // In real time, whatever the slow motion does: a second to grow, then it slides down and shrinks.
@@ -117,7 +146,10 @@ TEST(ObjectiveManager, ReadsWhatItCannotUnderstand) {
        "line 16: no objective is called \"Regatta\"", 2},
       {"Sections: 1000000000\nObjective: HitObjects\nNo more objectives: Done\n",
        "says 1000000000 objectives, 1 follow", 1},
-      {"Sections: -1\nNo more objectives: Done\n", "says -1 objectives, 0 follow", 0},
+      {"Sections: -1\nObjective: HitObjects\nNo more objectives: Done\n", "says -1 objectives, 1 follow", 1},
+      {"Sections: 1\nObjective: lotbb\nObjective: HitObjects\nNo more objectives: Done\n",
+       "says 1 objectives, 2 follow", 2},
+      {"Sections: 1\nObjective: NULL\nRuntime: -5\nNo more objectives: Done\n", "Runtime -5, taken as 0", 1},
       {"Sections: 3\n", "says 3 objectives, 0 follow", 0},
   };
   for (const auto& bad : cases) {

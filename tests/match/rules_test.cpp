@@ -271,12 +271,15 @@ TEST(Rules, RunWithoutTheirArchetypes) {
     RuleScene scene(rule);
     scene.world.Restart();
     for (const char* name : kArchetypes) std::filesystem::remove(name);
+    scene.world.WriteFile("miner", "{\n}\n");
     SetupMatch();
     ASSERT_NE(scene.objective, nullptr) << rule;
     scene.objective->Begin();
     scene.Run(400, [&] { scene.Meet(scene.Player(0), 5.0f, scene.Player(1), 0.0f); });
     scene.objective->End();
     EXPECT_FALSE(scene.objective->IsActive());
+    const bool isMinerMissed = scene.world.text().find("the archetype \"miner\" makes no object") != std::string::npos;
+    EXPECT_EQ(isMinerMissed, scene.objective->typeName == "OctoMiners") << rule;
   }
 }
 
