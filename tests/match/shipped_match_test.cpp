@@ -89,7 +89,35 @@ class MatchWatch {
   int shotsSeen = 0;
 };
 
+// Four pilots rest against the walls when the piece begins around them; how many are not inside its ring at its end.
+int CountShutIn(const char* piece) {
+  constexpr int kSection = 2360;  // frames in 20 seconds
+  constexpr Vec3 kPlaces[kPlayers] = {
+      {14.5f, 5.5f, 0.0f}, {-14.5f, 2.6f, 0.0f}, {13.5f, 9.5f, 0.0f}, {-14.5f, -7.3f, 0.0f}};
+  MatchScene match;
+  SetDemoMode(true);
+  match.Run(1);
+  Objects().LoadLevel(piece);
+  for (int i = 0; i < kPlayers; ++i) {
+    GameObject& player = *GetPlayerObject(i);
+    player.GetTransform().position = kPlaces[i];
+    BodyOf(player).velocity = {};
+  }
+  match.Run(kSection - 100);
+  int shutIn = 0;
+  for (int i = 0; i < kPlayers; ++i) {
+    const Vec3& place = GetPlayerObject(i)->GetTransform().position;
+    if (std::abs(place.x) > 13.0f || std::abs(place.y) > 8.2f) ++shutIn;
+  }
+  return shutIn;
+}
+
 }  // namespace
+
+TEST(ShippedMatch, RingsLetOutWhoStoodAtTheWall) {
+  EXPECT_EQ(CountShutIn("sandbank"), 0);
+  EXPECT_EQ(CountShutIn("ballpark"), 0);
+}
 
 TEST(ShippedMatch, RunsToThePodiumByItsRules) {
   MatchWatch watch;
