@@ -176,6 +176,7 @@ constexpr Damage kValueDamages[] = {
     {"\t\t\ta: 1", "\t\t\ta: 255", "out-of-range"},
     {"damping: 0.998499", "damping: 1.5", "out-of-range"},
     {"damping: 0.998499", "damping: 0", "damping-0"},
+    {"start frame: 0", "start frame: 0.5", "outside-picture"},
     {"mesh type: 0", "mesh type: 2", "mesh-type"},
     {"mesh type: 0", "mesh type: 4", "mesh-type"},
     {"mesh type: 0", "mesh type: 3", "not-16-9"},
@@ -220,6 +221,8 @@ constexpr Damage kMatchDamages[] = {
     {"YRange: 0", "YRange: -1", "out-of-range"},
     {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range"},
     {"Hits To Break: 2", "Hits To Break: -1", "negative-hits"},
+    {"Hits To Break: 2\n\t\t\tIs Treasure Chest: false", "Hits To Break: 0\n\t\t\tIs Treasure Chest: true",
+     "unbroken-chest"},
 };
 
 constexpr Damage kEmitterDamages[] = {
@@ -335,6 +338,15 @@ void LintTest::BreakObjects() {
   Say(sphere({}, {0, 0, 1}), "off-plane");
   Say(sphere({}, {4000, 0, 0}), "far-away");
   Say(sphere({.radius = 0}), "no-extent");
+  const BodyOptions immovable = {.inverseMass = 0};
+  Say(sphere(immovable, {3.4f, 2, 0}), "starting-place");
+  EXPECT_EQ(LintText(sphere(immovable, {3.6f, 2, 0})), "");
+  const auto pair = [&](float gap) {
+    return Document(
+        {&world.AddBox("crate", {6, 6, 0}, immovable), &world.AddSphere("buoy", {7.5f + gap, 6, 0}, immovable)});
+  };
+  Say(pair(0.0f), "touching");
+  EXPECT_EQ(LintText(pair(0.02f)), "");
   Say(Changed(ball, "\t\t\tsize: 1", "\t\t\tsize: 0.5"), "size-too-small");
   Say(Changed(ball, "\t\t\tsize: 1", "\t\t\tsize: -1"), "negative-size");
   Say(Changed(ball, "type: 1", "type: 0"), "collider-type");

@@ -15,6 +15,8 @@ void CheckLevel(const LintContext& context);
 
 /// Names, places, bodies and colliders, and what holds for the list as a whole.
 void CheckObjects(const LintContext& context);
+/// Solids that touch each other or stand where players start.
+void CheckPlacement(const LintContext& context);
 void CheckPictures(const LintContext& context);
 void CheckGenerators(const LintContext& context);
 /// What scripts need beside them.

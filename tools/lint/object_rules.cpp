@@ -181,6 +181,7 @@ void CheckObjects(const LintContext& context) { ObjectRules(context).Run(); }
 
 void CheckLevel(const LintContext& context) {
   CheckObjects(context);
+  CheckPlacement(context);
   CheckPictures(context);
   CheckGenerators(context);
   CheckScripts(context);

@@ -16,6 +16,7 @@ namespace {
 constexpr int kMostParticles = 1 << 20;  // in all emitters together
 constexpr float kWide = 16.0f / 9.0f;
 constexpr float kWideTolerance = 0.01f;
+constexpr float kPartTolerance = 0.001f;
 constexpr std::string_view kShaders[] = {"default", "debug", "fisheye"};  // those that draw sprites
 
 struct PictureSize {
@@ -54,6 +55,8 @@ class PictureRules {
     const LintLine* mesh = ValueOf(&sprite, "mesh type");
     if (mesh != nullptr && NumberOf(*mesh) == 2.0f)
       report_.Say(mesh->number, "mesh-type", "nothing is drawn: 0 picture, 1 circle, 3 whole screen");
+    CheckPart(sprite, "row", "start frame");
+    CheckPart(sprite, "columns", "end frame");
     const LintLine* shader = ValueOf(&sprite, "shader name");
     if (shader != nullptr && std::find(std::begin(kShaders), std::end(kShaders), shader->value) == std::end(kShaders))
       report_.Say(shader->number, "unknown-shader", "nothing is drawn: write default");
@@ -65,6 +68,12 @@ class PictureRules {
     if (mesh != nullptr && NumberOf(*mesh) == float{Sprite::kFullScreen} &&
         std::abs(size.width / size.height / kWide - 1.0f) > kWideTolerance)
       report_.Say(picture->number, "not-16-9", "over the whole screen it is stretched to 16:9");
+  }
+
+  void CheckPart(const LintBlock& sprite, const char* size, const char* start) {
+    if (const LintLine* begin = ValueOf(&sprite, start);
+        begin != nullptr && NumberOf(*begin) + NumberOf(&sprite, size) > 1.0f + kPartTolerance)
+      report_.Say(begin->number, "outside-picture", "together with " + std::string(size) + " it is more than 1");
   }
 
   void CheckEmitter(const LintBlock& script) {

@@ -75,6 +75,10 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     {"flat-size", RuleKind::kNote, "A picture of no width or height is not seen.", "graphics scale 0, 0, 0"},
     {"off-plane", RuleKind::kNote, "Solids stay at z 0, or they miss each other.", "a crate at `z_: 1`"},
     {"far-away", RuleKind::kNote, "More than 100 units from the middle nobody sees it.", "`x_: 4000`"},
+    {"starting-place", RuleKind::kNote, "Players start at (2, 2), (-2, 2), (2, -2) and (-2, -2).",
+     "an immovable crate at `x_: 2`, `y_: 2`"},
+    {"touching", RuleKind::kNote, "Immovable solids that touch meet in every sub-step for nothing.",
+     "two crates edge to edge"},
     // bodies and colliders
     {"negative-mass", RuleKind::kFault, "inverseMass below 0 is read as 0.", "`inverseMass: -1`"},
     {"damping-0", RuleKind::kNote, "It stops at once, and slow motion leaves it at 1.", "`damping: 0`"},
@@ -115,6 +119,8 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     {"not-16-9", RuleKind::kNote, "A picture over the whole screen is stretched to 16:9.",
      "`mesh type: 3` with a square"},
     {"mesh-type", RuleKind::kFault, "There is no mesh 2.", "`mesh type: 2`"},
+    {"outside-picture", RuleKind::kNote, "The part that a Sprite shows ends outside of its picture.",
+     "`row: 0.5`, `start frame: 0.75`"},
     {"unknown-shader", RuleKind::kFault, "Nothing is drawn without a shader.", "`shader name: shiny`"},
     {"needs-sprite", RuleKind::kFault, "The script acts on the object's Sprite.", "`fishanimator` without one"},
     // scripts
@@ -134,6 +140,8 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     // what makes a match
     {"points-range", RuleKind::kFault, "Each hit makes up to that many bubbles.", "`PointsGiven: 1000`"},
     {"negative-hits", RuleKind::kFault, "0 never breaks.", "`Hits To Break: -1`"},
+    {"unbroken-chest", RuleKind::kNote, "A chest pays its points when it breaks, and 0 never breaks.",
+     "`Hits To Break: 0`, `Is Treasure Chest: true`"},
     {"no-time", RuleKind::kFault, "What lasts no time does not come, or goes at once.", "`duration_: 0`"},
     {"duration-last", RuleKind::kFault, "The object that names a level's duration is the last one, and is empty.",
      "`5.000000` before others"},

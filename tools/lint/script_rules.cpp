@@ -128,6 +128,10 @@ class ScriptRules {
   void CheckPrize(const LintBlock& prize) {
     if (!HasCollider(object_, false))
       report_.Say(prize.line, "not-solid", "it pays for touches: give the object a collider that is no ghost");
+    const LintLine* hits = ValueOf(&prize, "Hits To Break");
+    const LintLine* chest = ValueOf(&prize, "Is Treasure Chest");
+    if (chest != nullptr && chest->value == "true" && NumberOf(*hits) == 0.0f)
+      report_.Say(hits->number, "unbroken-chest", "it never breaks, and so never pays its points: 3 suits the sounds");
     if (const LintBlock* barnacle = object_.FindScript("barnaclelogic"))
       report_.Say(barnacle->line, "barnacle-prize", "a whale's coming removes what has GivePoints: remove it");
   }
