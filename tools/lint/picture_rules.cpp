@@ -82,12 +82,13 @@ class PictureRules {
     PictureSize size;
     CheckPicture(*picture, size, "its particles are black: name a picture",
                  "is not loaded by an emitter: its particles are black unless a sprite loads it");
-    const int count = static_cast<int>(NumberOf(&script, "particleCount"));
-    if (count == 0 || NumberOf(&script, "maxLifeSpan", 1.0f) == 0.0f)
+    const float count = NumberOf(&script, "particleCount", 1.0f);
+    if (count == 0.0f || NumberOf(&script, "maxLifeSpan", 1.0f) == 0.0f)
       report_.Say(script.line, "no-particles", "without particles or life it shows nothing");
-    const int before = particles_;
-    if (count > 0 && count <= ParticleEmitter::kMaxParticles) particles_ += count;
-    if (before <= kMostParticles && particles_ > kMostParticles)
+    const bool tooMany = particles_ > kMostParticles;  // and told
+    if (count > 0.0f && count <= float{ParticleEmitter::kMaxParticles} && !tooMany)
+      particles_ += static_cast<int>(count);
+    if (!tooMany && particles_ > kMostParticles)
       report_.Say(script.line, "too-many-particles", "all emitters together have at most 1048576");
   }
 

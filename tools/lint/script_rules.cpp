@@ -104,8 +104,9 @@ class ScriptRules {
     const LintBlock* fish = object_.FindScript("fishanimator");
     if (fish == nullptr || fish->line > script.line)
       report_.Say(script.line, "needs-fishanimator", "a fishanimator must stand before it");
-    else if (NumberOf(&script, "startingframe") >= NumberOf(fish, "NumberOfAnimationFrames"))
-      report_.Say(ValueOf(&script, "startingframe")->number, "needs-fishanimator",
+    else if (const LintLine* frame = ValueOf(&script, "startingframe");
+             frame != nullptr && NumberOf(*frame) >= NumberOf(fish, "NumberOfAnimationFrames"))
+      report_.Say(frame->number, "needs-fishanimator",
                   "the fishanimator before it has no such frame: they count from 0");
   }
 
