@@ -52,10 +52,43 @@ class VirtualPad {
   SDL_Joystick* handle_ = nullptr;
 };
 
+// The program's own platform, without a display, in the folder of what ships.
+class RealPlatform {
+ public:
+  RealPlatform() {
+    ::setenv("SDL_VIDEODRIVER", "dummy", 1);
+    SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+    std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+    SetPlatform(system);
+    system.Init([]() -> const char* { return nullptr; });
+    SetDemoMode(false);
+  }
+  RealPlatform(const RealPlatform&) = delete;
+  RealPlatform& operator=(const RealPlatform&) = delete;
+  ~RealPlatform() {
+    system.Shutdown();
+    static ScriptedPlatform nothing;
+    SetPlatform(nothing);
+  }
+  void Run(int frames) {
+    for (int i = 0; i < frames; ++i) frame_.Run();
+  }
+
+  TestWorld world;
+  System system;
+
+ private:
+  GameEvents events_;
+  Frame frame_{events_};
+};
+
 // The screens and menus of a run.
 class Words final : public RunLogListener {
  public:
   Words() { SetRunLogListener(this); }
+  Words(const Words&) = delete;
+  Words& operator=(const Words&) = delete;
+  ~Words() override { SetRunLogListener(nullptr); }
   void OnEvent(std::string_view event) override {
     if (event.starts_with("screen ") || event.starts_with("menu ")) text += std::string(event) + ";";
   }
@@ -65,111 +98,76 @@ class Words final : public RunLogListener {
 }  // namespace
 
 TEST(System, AVirtualGamepadChargesAndLaunchesThePlayerOfItsSlot) {
-  ::setenv("SDL_VIDEODRIVER", "dummy", 1);
-  SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
-  TestWorld world;
-  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
-  System system;
-  SetPlatform(system);
-  system.Init([]() -> const char* { return nullptr; });
-  {
-    VirtualPad pad;
-    ASSERT_TRUE(pad.IsAttached()) << SDL_GetError();
-    pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERLEFT, -32768);
-    pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, -32768);
-    SetDemoMode(false);
-    NewGame();
-    GameEvents events;
-    Frame frame(events);
-    const auto run = [&](int frames) {
-      for (int i = 0; i < frames; ++i) frame.Run();
-    };
-    run(3);  // the device event opens the slot
-    ASSERT_TRUE(Input::GetGamepad(0).IsConnected());
-    EXPECT_FALSE(Input::GetGamepad(0).IsTriggerHeld());
-    pad.SetAxis(SDL_CONTROLLER_AXIS_LEFTX, -32767);
-    pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, 32767);
-    run(10);
-    EXPECT_TRUE(Input::GetGamepad(0).IsTriggerHeld());
-    pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, -32768);
-    run(3);
-    EXPECT_LT(BodyOf(*Objects().FindObjectByName("Player1")).velocity.x, -1.0f);
-  }
-  system.Shutdown();
-  static ScriptedPlatform nothing;
-  SetPlatform(nothing);
+  RealPlatform real;
+  VirtualPad pad;
+  ASSERT_TRUE(pad.IsAttached()) << SDL_GetError();
+  pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERLEFT, -32768);
+  pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, -32768);
+  NewGame();
+  real.Run(3);  // the device event opens the slot
+  ASSERT_TRUE(Input::GetGamepad(0).IsConnected());
+  EXPECT_FALSE(Input::GetGamepad(0).IsTriggerHeld());
+  pad.SetAxis(SDL_CONTROLLER_AXIS_LEFTX, -32767);
+  pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, 32767);
+  real.Run(10);
+  EXPECT_TRUE(Input::GetGamepad(0).IsTriggerHeld());
+  pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, -32768);
+  real.Run(3);
+  EXPECT_LT(BodyOf(*Objects().FindObjectByName("Player1")).velocity.x, -1.0f);
 }
 
 // Every pad takes a turn: the first goes past the screens, the others through the menus.
 TEST(System, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
-  ::setenv("SDL_VIDEODRIVER", "dummy", 1);
-  SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
-  TestWorld world;
-  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
-  System system;
-  SetPlatform(system);
-  system.Init([]() -> const char* { return nullptr; });
+  RealPlatform real;
   Words words;
-  {
-    std::array<VirtualPad, kGamepadSlots> pads;
-    SetDemoMode(false);
-    BindKeys();
-    CreateLogoScreen();
-    GameEvents events;
-    Frame frame(events);
-    const auto run = [&](int frames) {
-      for (int i = 0; i < frames; ++i) frame.Run();
-    };
-    const auto press = [&](std::size_t pad, SDL_GameControllerButton button) {
-      pads[pad].SetButton(button, true);
-      run(2);
-      pads[pad].SetButton(button, false);
-      run(2);
-    };
-    const auto expect = [&](const std::string& expected) { EXPECT_EQ(std::exchange(words.text, ""), expected); };
-    constexpr auto kA = SDL_CONTROLLER_BUTTON_A;
-    constexpr auto kStart = SDL_CONTROLLER_BUTTON_START;
-    constexpr auto kDown = SDL_CONTROLLER_BUTTON_DPAD_DOWN;
-    constexpr auto kUp = SDL_CONTROLLER_BUTTON_DPAD_UP;
-    run(177);
-    press(0, kStart);
-    expect("screen logo;screen notice;screen title;");
-    press(3, kA);
-    expect("screen game;");
-    press(1, kStart);
-    press(2, kDown);
-    press(2, kA);
-    press(3, kA);
-    expect("menu open pause;menu open confirm;menu close confirm;");
-    for (const SDL_GameControllerButton button : {kDown, kA, kA, kDown, kA, kDown, kA, kA, kDown, kDown, kA})
-      press(2, button);
-    expect("menu open picture;menu close picture;menu open options;menu close options;");
-    press(3, kDown);
-    press(3, kA);
-    press(0, kStart);
-    press(0, kStart);
-    expect("menu open picture;menu close picture;menu close pause;");
-    Objects().FindObjectByName("segmentmanager")->alive = false;
-    GameObject& podium = world.Add("podium");
-    podium.Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
-    run(600);
-    expect("screen finish;screen podium;");
-    press(0, kA);
-    press(2, kStart);
-    press(1, kA);
-    expect("menu open end;screen game;menu close end;");
-    press(3, kStart);
-    press(3, kUp);
-    press(1, kA);
-    press(1, kUp);
-    press(1, kA);
-    expect("menu open pause;menu open confirm;");
-    EXPECT_FALSE(system.running);
-  }
-  SetRunLogListener(nullptr);
-  system.Shutdown();
-  static ScriptedPlatform nothing;
-  SetPlatform(nothing);
+  std::array<VirtualPad, kGamepadSlots> pads;
+  BindKeys();
+  CreateLogoScreen();
+  const auto press = [&](std::size_t pad, SDL_GameControllerButton button) {
+    pads[pad].SetButton(button, true);
+    real.Run(2);
+    pads[pad].SetButton(button, false);
+    real.Run(2);
+  };
+  const auto expect = [&](const std::string& expected) { EXPECT_EQ(std::exchange(words.text, ""), expected); };
+  constexpr auto kA = SDL_CONTROLLER_BUTTON_A;
+  constexpr auto kStart = SDL_CONTROLLER_BUTTON_START;
+  constexpr auto kDown = SDL_CONTROLLER_BUTTON_DPAD_DOWN;
+  constexpr auto kUp = SDL_CONTROLLER_BUTTON_DPAD_UP;
+  real.Run(177);
+  press(0, kStart);
+  expect("screen logo;screen notice;screen title;");
+  press(3, kA);
+  expect("screen game;");
+  press(1, kStart);
+  press(2, kDown);
+  press(2, kA);
+  press(3, kA);
+  expect("menu open pause;menu open confirm;menu close confirm;");
+  for (const SDL_GameControllerButton button : {kDown, kA, kA, kDown, kA, kDown, kA, kA, kDown, kDown, kA})
+    press(2, button);
+  expect("menu open picture;menu close picture;menu open options;menu close options;");
+  press(3, kDown);
+  press(3, kA);
+  press(0, kStart);
+  press(0, kStart);
+  expect("menu open picture;menu close picture;menu close pause;");
+  Objects().FindObjectByName("segmentmanager")->alive = false;
+  GameObject& podium = real.world.Add("podium");
+  podium.Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
+  real.Run(600);
+  expect("screen finish;screen podium;");
+  press(0, kA);
+  press(2, kStart);
+  press(1, kA);
+  expect("menu open end;screen game;menu close end;");
+  press(3, kStart);
+  press(3, kUp);
+  press(1, kA);
+  press(1, kUp);
+  press(1, kA);
+  expect("menu open pause;menu open confirm;");
+  EXPECT_FALSE(real.system.running);
 }
 
 TEST(System, SleepsAwayWhatIsLeftOfAFrame) {

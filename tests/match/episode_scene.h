@@ -6,35 +6,15 @@
 #include <utility>
 #include <vector>
 
-#include "core/object_manager.h"
-#include "core/run_log.h"
-#include "core/scripted_platform.h"
 #include "core/serializer.h"
 #include "core/transform.h"
-#include "frame.h"
-#include "game_events.h"
 #include "match/new_game.h"
-#include "match/players.h"
-#include "test_world.h"
+#include "scripted_scene.h"
 
-class EpisodeScene : public RunLogListener {
+class EpisodeScene : public ScriptedScene {
  public:
-  EpisodeScene() {
-    SetPlatform(platform);
-    SetDemoMode(false);
-    // Nobody moves by himself, so the random stream belongs to the test.
-    for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, true);
-    SetRunLogListener(this);
-  }
-  EpisodeScene(const EpisodeScene&) = delete;
-  EpisodeScene& operator=(const EpisodeScene&) = delete;
-  ~EpisodeScene() override {
-    SetRunLogListener(nullptr);
-    for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, false);
-    platform.PumpEvents(events_);
-    static ScriptedPlatform nothing;
-    SetPlatform(nothing);
-  }
+  /// Nobody moves by himself, so the random stream belongs to the test.
+  EpisodeScene() { ConnectAllPads(); }
 
   /// A file of one object of that name; `components` in the words of the format, its Transform first.
   static std::string File(std::string_view name, std::string_view components) {
@@ -75,16 +55,8 @@ class EpisodeScene : public RunLogListener {
                                                          ScriptText("ObjectiveManager", objectives))));
     NewGame();
   }
-  void Run(int frames) {
-    for (int i = 0; i < frames; ++i, ++frame) runner_.Run();
-  }
   void PressKeys(std::initializer_list<int> keys) {
-    for (const int key : keys) {
-      SDL_Event event{};
-      event.type = SDL_KEYDOWN;
-      event.key.keysym.sym = key;
-      platform.Push(event);
-    }
+    for (const int key : keys) SetKey(key, true);
   }
   void OnEvent(std::string_view text) override { log.emplace_back(frame, text); }
   /// The frames in which this happened.
@@ -101,12 +73,5 @@ class EpisodeScene : public RunLogListener {
     return count;
   }
 
-  TestWorld world;
-  ScriptedPlatform platform;
-  int frame = 0;
   std::vector<std::pair<int, std::string>> log;
-
- private:
-  GameEvents events_;
-  Frame runner_{events_};
 };

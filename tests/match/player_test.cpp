@@ -114,7 +114,7 @@ TEST(Player, KeysLaunchAtOnceOncePerPress) {
   MatchScene match;
   match.Run(2);
   match.log.clear();
-  match.PressKey('d', true);
+  match.SetKey('d', true);
   match.Run(1);
   EXPECT_NEAR(MatchScene::VelocityOf("Player1").x, 3.0f * kFrameDamping, 0.002f);
   match.Run(3);
@@ -139,7 +139,7 @@ TEST(NewGame, BuildsTheSceneAnewAndForgetsTheOld) {
   const std::size_t objects = Objects().GetObjects().size();
   match.Run(9);
   const std::uint32_t oldId = MatchScene::Find("Player1").id;
-  match.PressKey('p', true);
+  match.SetKey('p', true);
   SetDemoMode(false);
   ToggleDemoMode();
   match.Run(1);

@@ -7,48 +7,21 @@
 #include <utility>
 #include <vector>
 
-#include "core/object_manager.h"
-#include "core/run_log.h"
-#include "core/scripted_platform.h"
 #include "core/transform.h"
-#include "frame.h"
-#include "game_events.h"
 #include "graphics/sprite.h"
 #include "input/gamepad.h"
-#include "match/players.h"
 #include "screens/start_up.h"
+#include "scripted_scene.h"
 #include "startup.h"
-#include "test_world.h"
 
-class ScreenScene : public RunLogListener {
+class ScreenScene : public ScriptedScene {
  public:
   ScreenScene() {
-    SetPlatform(platform);
     for (const char* name : {"menubackground", "howtoplaylevel", "creditslevel"})
       std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
-    SetDemoMode(false);
     BindKeys();
-    SetRunLogListener(this);
-  }
-  ScreenScene(const ScreenScene&) = delete;
-  ScreenScene& operator=(const ScreenScene&) = delete;
-  ~ScreenScene() override {
-    for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, false);
-    platform.PumpEvents(events_);  // the pads' last state is read and forgotten
-    SetRunLogListener(nullptr);
-    static ScriptedPlatform nothing;
-    SetPlatform(nothing);
   }
 
-  void Run(int frames = 1) {
-    for (int i = 0; i < frames; ++i, ++frame) runner_.Run();
-  }
-  void SetKey(int key, bool down) {
-    SDL_Event event{};
-    event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
-    event.key.keysym.sym = key;
-    platform.Push(event);
-  }
   /// One press, held for two frames.
   void Press(int key) {
     SetKey(key, true);
@@ -93,13 +66,6 @@ class ScreenScene : public RunLogListener {
   }
   static GameObject* Find(std::string_view name) { return Objects().FindObjectByName(name); }
 
-  TestWorld world;
-  ScriptedPlatform platform;
-  int frame = 0;
   std::vector<std::pair<int, std::string>> log;
   std::vector<std::string> sounds;
-
- private:
-  GameEvents events_;
-  Frame runner_{events_};
 };

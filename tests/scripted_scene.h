@@ -1,0 +1,51 @@
+// A scene of which a test presses the keys and pads, frame by frame; what the run's log says comes to OnEvent.
+#pragma once
+
+#include <string_view>
+
+#include "core/object_manager.h"
+#include "core/run_log.h"
+#include "core/scripted_platform.h"
+#include "frame.h"
+#include "game_events.h"
+#include "match/players.h"
+#include "test_world.h"
+
+class ScriptedScene : public RunLogListener {
+ public:
+  ScriptedScene() {
+    SetPlatform(platform);
+    SetRunLogListener(this);
+    SetDemoMode(false);
+  }
+  ScriptedScene(const ScriptedScene&) = delete;
+  ScriptedScene& operator=(const ScriptedScene&) = delete;
+  ~ScriptedScene() override {
+    for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, false);
+    platform.PumpEvents(events_);  // the pads' last state is read and forgotten
+    SetRunLogListener(nullptr);
+    static ScriptedPlatform nothing;
+    SetPlatform(nothing);
+  }
+
+  void Run(int frames = 1) {
+    for (int i = 0; i < frames; ++i, ++frame) runner_.Run();
+  }
+  void SetKey(int key, bool down) {
+    SDL_Event event{};
+    event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
+    event.key.keysym.sym = key;
+    platform.Push(event);
+  }
+  void ConnectAllPads() {
+    for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, true);
+  }
+
+  TestWorld world;
+  ScriptedPlatform platform;
+  int frame = 0;
+
+ private:
+  GameEvents events_;
+  Frame runner_{events_};
+};
