@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <cmath>
+#include <optional>
 #include <set>
 
 #include "tools/lint/level_rules.h"
@@ -19,8 +21,11 @@ constexpr RuleArchetype kRuleArchetypes[] = {{"CannonFall", "cannonball"}, {"Can
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-// The duration that the name of a level's last object tells; false when it is no such name.
-bool IsDuration(const LintObject& object, float& duration) { return ParsesWhole(object.name, duration); }
+// The duration that the name of a level's last object tells; none when it is another name.
+std::optional<float> DurationOf(const LintObject& object) {
+  float duration = 0.0f;
+  return ParsesWhole(object.name, duration) ? std::optional(duration) : std::nullopt;
+}
 
 // A DeathTimer lets it go with its piece.
 bool IsEmpty(const LintObject& object) {
@@ -30,13 +35,9 @@ bool IsEmpty(const LintObject& object) {
                      [](const LintBlock& script) { return script.name == "DeathTimer"; });
 }
 
-std::size_t CountStaying(const LintLevel& level) {
-  return static_cast<std::size_t>(
-      std::count_if(level.objects.begin(), level.objects.end(), [](const LintObject& object) {
-        float duration = 0.0f;
-        return !object.core && object.name != kController && !IsDuration(object, duration) &&
-               !object.HasScript("DeathTimer");
-      }));
+// Whether it is still there when its piece's time is over.
+bool Stays(const LintObject& object) {
+  return !object.core && object.name != kController && !DurationOf(object) && !object.HasScript("DeathTimer");
 }
 
 // Whether a turn by that many degrees shows: a box keeps its own direction.
@@ -104,7 +105,7 @@ class MatchRules {
     }
     if (!Pieces(*piece).empty())
       report_.Say(line, "piece-with-match", Quoted(name) + " has segments of its own, which would run beside these");
-    if (const std::size_t staying = CountStaying(*piece))
+    if (const auto staying = std::count_if(piece->objects.begin(), piece->objects.end(), Stays))
       report_.Say(line, "no-death-timer",
                   std::to_string(staying) + " objects of " + Quoted(name) + " have none, and stay after it");
     const bool wrong = std::any_of(piece->objects.begin(), piece->objects.end(), [&](const LintObject& object) {
@@ -149,24 +150,20 @@ class MatchRules {
   void CheckDuration() {
     bool ends = false;
     for (const LintObject& object : level_.objects) {
-      float duration = 0.0f;
-      if (!IsDuration(object, duration)) continue;
+      const auto duration = DurationOf(object);
+      if (!duration) continue;
       const bool last = &object == &level_.objects.back();
       if (last != IsEmpty(object))
         report_.Say(object.line, "duration-last",
                     last ? "Load Level takes it for the level's duration and removes it: name it otherwise"
                          : "it tells the level's duration only as the last object");
-      if (last && !(duration > 0.0f))
+      if (last && !(*duration > 0.0f))
         report_.Say(object.line, "no-time", "the level's duration must be above 0 seconds");
       ends = ends || last;
     }
     if (!ends) return;
-    for (const LintObject& object : level_.objects) {
-      float duration = 0.0f;
-      if (!object.core && object.name != kController && !IsDuration(object, duration) &&
-          !object.HasScript("DeathTimer"))
-        report_.Say(object.line, "no-death-timer", "when the level's time is over, it stays");
-    }
+    for (const LintObject& object : level_.objects)
+      if (Stays(object)) report_.Say(object.line, "no-death-timer", "when the level's time is over, it stays");
   }
 
   using Names = std::set<std::string_view>;

@@ -10,18 +10,15 @@ namespace {
 constexpr const char* kHead =
     "# Blocks of a level file\n\n"
     "<!-- Made by `brinewhirl-tool reference`; change tools/lint/key_table.cpp and rules.h, not this page. -->\n\n"
-    "Every component, script and objective that a file may name, with its values in the order in which they stand in "
-    "a\n"
-    "file, and what the editor calls them. [level-format.md](level-format.md) tells how a file is built, and what "
+    "Every component, script and objective that a file may name, with its values in the order in which they stand in\n"
+    "a file, and what the editor calls them. [level-format.md](level-format.md) tells how a file is built, and what\n"
     "happens to a bad one.\n";
 
 constexpr const char* kRulesHead =
     "\n## What lint finds\n\n"
-    "`brinewhirl-tool lint FILE` and the editor, after a save, say what is wrong as `FILE:LINE: rule: text`. A level "
-    "passes\n"
-    "with notes alone. `lint --fix` writes a file as the game would save it: numbers, blanks and IDs, and nothing "
-    "else. It\n"
-    "mends what is marked so, and leaves a file alone that has an unreadable fault.\n\n"
+    "`brinewhirl-tool lint FILE` and the editor, after a save, say what is wrong as `FILE:LINE: rule: text`. A level\n"
+    "passes with notes alone. `lint --fix` writes a file as the game would save it: numbers, blanks and IDs, and\n"
+    "nothing else. It mends what is marked so, and leaves a file alone that has an unreadable fault.\n\n"
     "| rule | kind | what is right or happens | example |\n|---|---|---|---|\n";
 
 const char* KindOf(FieldType type) {

@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <array>
-#include <set>
 
 #include "tools/lint/level_rules.h"
 
