@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -32,24 +33,30 @@ class VirtualPad {
     description.naxes = SDL_CONTROLLER_AXIS_MAX;
     description.nbuttons = SDL_CONTROLLER_BUTTON_MAX;
     description.name = "Virtual pad";
-    device_ = SDL_JoystickAttachVirtualEx(&description);
-    handle_ = SDL_JoystickOpen(device_);
+    handle_ = SDL_JoystickOpen(SDL_JoystickAttachVirtualEx(&description));
+    id_ = SDL_JoystickInstanceID(handle_);
   }
   VirtualPad(const VirtualPad&) = delete;
   VirtualPad& operator=(const VirtualPad&) = delete;
   ~VirtualPad() {
-    SDL_JoystickClose(handle_);
-    SDL_JoystickDetachVirtual(device_);
+    LetGo();
+    int device = 0;
+    while (device < SDL_NumJoysticks() && SDL_JoystickGetDeviceInstanceID(device) != id_) ++device;
+    SDL_JoystickDetachVirtual(device);
+  }
+  /// What is held stays so; only the game has the device open from now on.
+  void LetGo() {
+    if (handle_ != nullptr) SDL_JoystickClose(std::exchange(handle_, nullptr));
   }
   void SetAxis(int axis, std::int16_t value) { SDL_JoystickSetVirtualAxis(handle_, axis, value); }
   void SetButton(SDL_GameControllerButton button, bool down) {
     SDL_JoystickSetVirtualButton(handle_, button, down ? 1 : 0);
   }
-  bool IsAttached() const { return device_ >= 0 && handle_ != nullptr; }
+  bool IsAttached() const { return handle_ != nullptr; }
 
  private:
-  int device_ = -1;
   SDL_Joystick* handle_ = nullptr;
+  SDL_JoystickID id_ = -1;
 };
 
 // The program's own platform, without a display, in the folder of what ships.
@@ -114,6 +121,34 @@ TEST(System, AVirtualGamepadChargesAndLaunchesThePlayerOfItsSlot) {
   pad.SetAxis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, -32768);
   real.Run(3);
   EXPECT_LT(BodyOf(*Objects().FindObjectByName("Player1")).velocity.x, -1.0f);
+}
+
+// A pad that is closed in between reports its button anew; many report nothing until it changes.
+TEST(System, PadsThatAreOpenedAgainAreNotClosedInBetween) {
+  ::setenv("SDL_VIDEODRIVER", "dummy", 1);
+  SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+  System system;
+  system.Init([]() -> const char* { return nullptr; });
+  {
+    auto first = std::make_unique<VirtualPad>();
+    VirtualPad second;
+    const auto openAll = [&] {
+      for (int slot = 0; slot < kGamepadSlots; ++slot) system.OpenGamepad(slot);
+    };
+    openAll();
+    second.SetButton(SDL_CONTROLLER_BUTTON_A, true);
+    SDL_PumpEvents();
+    second.LetGo();
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    openAll();
+    EXPECT_TRUE(system.GetGamepadButton(1, Gamepad::kButtonA));
+    first.reset();
+    openAll();
+    EXPECT_TRUE(system.GetGamepadButton(0, Gamepad::kButtonA)) << "it has moved up";
+    EXPECT_FALSE(system.IsGamepadConnected(1));
+    EXPECT_EQ(SDL_HasEvent(SDL_JOYBUTTONDOWN), SDL_FALSE);
+  }
+  system.Shutdown();
 }
 
 // Every pad takes a turn: the first goes past the screens, the others through the menus.

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <mutex>
+#include <unordered_map>
 
 #include "audio/sound_ids.h"
 #include "audio/studio/system.h"
@@ -25,14 +26,15 @@ using Studio::Result;
 
 // All handles are zero, which names nothing, until they are set.
 struct Handles {
+  std::unordered_map<std::string, Studio::Bank> banks;  // by file name
   std::array<EventDescription, Sound::kCount> descriptions;
   std::array<EventInstance, Sound::kCount> instances;
   std::array<Studio::Bus, kBusNames.size()> buses;
   EventInstance currentMusic;
   int currentMusicId = kNoMusic;
-  std::array<EventInstance, kPlayers> charges;
-  EventInstance pulse;
-  EventInstance winJingle;
+  std::array<EventInstance, kPlayers> chargeInstances;
+  EventInstance pulseInstance;
+  EventInstance winInstance;
 };
 
 struct State {
@@ -79,7 +81,8 @@ EventInstance InstanceOf(int id) {
 
 EventInstance ChargeOf(int player) {
   return Read<EventInstance>([player](const Handles& handles) {
-    return player >= 0 && player < kPlayers ? handles.charges[static_cast<std::size_t>(player)] : EventInstance{};
+    return player >= 0 && player < kPlayers ? handles.chargeInstances[static_cast<std::size_t>(player)]
+                                            : EventInstance{};
   });
 }
 
@@ -146,6 +149,7 @@ void LoadBank(const std::string& name) {
   const Result result = studio->LoadBankFile(path, bank, why);
   if (result != Result::kOk) Print("%s: %s\n", path.c_str(), why.c_str());
   CheckResult(result);
+  Write([&name, bank](Handles& handles) { handles.banks[name] = bank; });
 }
 
 void AddEvent(int kind, int id, const std::string& name) {
@@ -168,14 +172,14 @@ void Prepare(int id, int longLived) {
   if (id == Sound::kCharge) {
     for (std::size_t player = 0; player < kPlayers; ++player) {
       const EventInstance charge = CreateKept(id, result);
-      Write([player, charge](Handles& handles) { handles.charges[player] = charge; });
+      Write([player, charge](Handles& handles) { handles.chargeInstances[player] = charge; });
     }
   } else if (id == Sound::kPulse) {
     const EventInstance pulse = CreateKept(id, result);
-    Write([pulse](Handles& handles) { handles.pulse = pulse; });
+    Write([pulse](Handles& handles) { handles.pulseInstance = pulse; });
   } else if (id == Sound::kWinJingle) {
     const EventInstance jingle = CreateKept(id, result);
-    Write([jingle](Handles& handles) { handles.winJingle = jingle; });
+    Write([jingle](Handles& handles) { handles.winInstance = jingle; });
   }
   if (longLived != 1 || !IsId(id)) return;
   const EventInstance instance = CreateKept(id, result);
@@ -222,7 +226,7 @@ void PlayPulse(float pitch) {
   LogEvent("sound %d", Sound::kPulse);
   Studio::System* studio = GetStudio();
   if (studio == nullptr) return;
-  const auto pulse = Read<EventInstance>([](const Handles& handles) { return handles.pulse; });
+  const auto pulse = Read<EventInstance>([](const Handles& handles) { return handles.pulseInstance; });
   studio->SetPitch(pulse, pitch);
   CheckResult(studio->Start(pulse));
 }
@@ -230,7 +234,7 @@ void PlayPulse(float pitch) {
 void PlayWinJingle() {
   LogEvent("sound %d", Sound::kWinJingle);
   if (Studio::System* studio = GetStudio())
-    CheckResult(studio->Start(Read<EventInstance>([](const Handles& handles) { return handles.winJingle; })));
+    CheckResult(studio->Start(Read<EventInstance>([](const Handles& handles) { return handles.winInstance; })));
 }
 
 void SetMusicVolume(float volume) {

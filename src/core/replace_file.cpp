@@ -39,7 +39,7 @@ std::string TemporaryOf(const std::string& fileName) { return fileName + ".tmp";
 std::string ReplaceFile(const std::string& fileName, std::string_view text) {
   const std::string temporary = TemporaryOf(fileName);
   if (WriteSynced(temporary, text) && std::rename(temporary.c_str(), fileName.c_str()) == 0) return {};
-  const std::string reason = std::strerror(errno);
+  std::string reason = std::strerror(errno);
   ::unlink(temporary.c_str());
   return reason;
 }

@@ -1,6 +1,7 @@
 #include "core/system_pad.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -33,20 +34,21 @@ std::int16_t TriggerValue(std::int16_t value) {
 
 }  // namespace
 
-System::Pad::Pad(int device) {
+System::Pad::Pad(int device) : id(SDL_JoystickGetDeviceInstanceID(device)) {
   if (SDL_IsGameController(device) == SDL_TRUE) controller.reset(SDL_GameControllerOpen(device));
   if (controller == nullptr) joystick.reset(SDL_JoystickOpen(device));
 }
 
 int System::GetJoystickCount() const { return std::max(0, SDL_NumJoysticks()); }
 
-// Every open adds a reference inside SDL, so the old handle is closed first.
+// A device that is closed loses what is held on it until its next report, so one that stays or moves to another slot is
+// never closed in between: the new handle of a slot is made before its old one goes.
 void System::OpenGamepad(int slot) {
   auto& pad = pads_[static_cast<std::size_t>(slot)];
-  pad.reset();
-  if (slot >= GetJoystickCount()) return;
-  pad = std::make_unique<Pad>(slot);
-  if (!pad->IsOpen()) pad.reset();
+  const bool isThere = slot < GetJoystickCount();
+  if (isThere && pad && pad->id == SDL_JoystickGetDeviceInstanceID(slot)) return;
+  auto opened = isThere ? std::make_unique<Pad>(slot) : nullptr;
+  pad = opened && opened->IsOpen() ? std::move(opened) : nullptr;
 }
 
 bool System::IsGamepadConnected(int slot) const { return pads_[static_cast<std::size_t>(slot)] != nullptr; }

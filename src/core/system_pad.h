@@ -4,8 +4,11 @@
 #include "core/system.h"
 
 struct System::Pad {
+  /// Opens the device, or finds it open already.
   explicit Pad(int device);
   bool IsOpen() const { return controller != nullptr || joystick != nullptr; }
+
+  SDL_JoystickID id;  // of the device, for as long as it is plugged in
 
   struct Closer {
     void operator()(SDL_GameController* handle) const { SDL_GameControllerClose(handle); }

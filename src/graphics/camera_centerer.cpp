@@ -1,6 +1,7 @@
 #include "graphics/camera_centerer.h"
 
 #include "core/object_manager.h"
+#include "core/pause.h"
 #include "core/player_name.h"
 #include "core/transform.h"
 #include "graphics/camera.h"
@@ -8,6 +9,7 @@
 namespace {
 
 constexpr float kThird = 0.33333334f;
+constexpr float kRest = 1e-5f;  // world units; less than a thousandth of a pixel
 
 struct Average {
   Vec3 sum;
@@ -35,5 +37,7 @@ void CameraCenterer::Update(float /*step*/) {
   if (!IsFinite(aim)) aim = {};  // two far places may add up to infinity
   if (const float length = Length(aim); length >= kMaxAim) aim = aim * (1.0f / length) * kMaxAim;
   lean_ = (lean_ * kSmoothing + aim) * (1.0f / (kSmoothing + 1.0f));
+  // While the game stands still the picture comes to rest, where it would creep on for hundreds of frames unseen.
+  if (IsPaused() && Length(aim - lean_) < kRest) lean_ = aim;
   if (Camera* camera = GetCamera(*owner)) camera->offset += lean_;
 }

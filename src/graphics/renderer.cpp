@@ -51,9 +51,26 @@ ShaderProgram& Renderer::GetShader(const std::string& name) {
 
 void Renderer::LoadTexture(const std::string& name) {
   Texture& texture = textures_[name];
-  if (texture.name != 0) gl::DeleteTexture(texture.name);
+  if (texture.name != 0) {
+    std::erase(newTextures_, texture.name);
+    gl::DeleteTexture(texture.name);
+  }
   texture = LoadTextureFile(name);
-  if (texture.name == 0) Print("Error Loading Texture%s\n", name.c_str());
+  if (texture.name == 0)
+    Print("Error Loading Texture%s\n", name.c_str());
+  else if (gl::HasContext())
+    newTextures_.push_back(texture.name);
+}
+
+// Not while a picture is loaded: the program's first picture would wait for them, on a software driver longer than for
+// anything else, and the linear filter reads none.
+void Renderer::MakeSmallerLevels() {
+  for (const GLuint texture : newTextures_) {
+    gl::BindTexture(texture);
+    gl::GenerateMipmap();
+  }
+  if (!newTextures_.empty()) gl::BindTexture(0);
+  newTextures_.clear();
 }
 
 Texture Renderer::FindTexture(const std::string& name) const {
@@ -143,6 +160,7 @@ void Renderer::ReportFramebufferStatus() const {
 // The scene fills its target, and only the screen pass keeps the window's bars: a letterbox in both would squeeze
 // twice.
 void Renderer::BeginScene() {
+  if (shown_) MakeSmallerLevels();
   gl::BindFramebuffer(sceneFramebuffer_);
   gl::Viewport(0, 0, targetWidth_, targetHeight_);
   gl::Clear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -195,6 +213,7 @@ void Renderer::ComposeScreen() {
   const float frameTime = screenTime_;
   screenTime_ += kClockStep;
   waveTime_ += kClockStep;
+  shown_ = true;
   gl::SetEnabled(GL_DEPTH_TEST, false);
   gl::SetEnabled(GL_BLEND, false);
   // With program 0 a compatibility context would draw a white quad; the cleared window stays instead.

@@ -71,6 +71,7 @@ class Renderer {
   /// The program of that name; one without a GL name when there is none.
   ShaderProgram& GetShader(const std::string& name);
   Texture FindTexture(const std::string& name) const;
+  void MakeSmallerLevels();
   /// Blending, the program and the camera for a draw into the scene; null when it cannot be drawn.
   ShaderProgram* UseInScene(const std::string& shaderName);
   void ReportFramebufferStatus() const;
@@ -86,7 +87,9 @@ class Renderer {
   Viewport viewport_;
   std::string screenShaderName_;
   std::unordered_map<std::string, Texture> textures_;
-  std::array<Mesh, 4> meshes_;  // by mesh type
+  std::vector<GLuint> newTextures_;  // without their smaller levels yet
+  bool shown_ = false;               // a picture has been composed
+  std::array<Mesh, 4> meshes_;       // by mesh type
   std::unordered_map<std::string, ShaderProgram> shaders_;
   std::unordered_map<std::string, Font> fonts_;
   std::vector<TextVertex> textVertices_;  // of the text being drawn; kept for its capacity

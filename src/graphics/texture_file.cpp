@@ -65,11 +65,11 @@ Texture LoadTextureFile(const std::string& name) {
   const std::ptrdiff_t stride = static_cast<std::ptrdiff_t>(width) * kChannels;
   for (int top = 0, bottom = height - 1; top < bottom; ++top, --bottom)
     std::swap_ranges(image.get() + top * stride, image.get() + (top + 1) * stride, image.get() + bottom * stride);
-  const Texture texture = {gl::GenTexture(), IsOpaque(image.get(), static_cast<std::size_t>(width * height))};
+  const Texture texture = {gl::GenTexture(),
+                           IsOpaque(image.get(), static_cast<std::size_t>(width) * static_cast<std::size_t>(height))};
   gl::BindTexture(texture.name);
   gl::TexImage(GL_RGBA, width, height, GL_RGBA, image.get());
   gl::SetSmoothClamped();
-  gl::GenerateMipmap();
   gl::BindTexture(0);
   return texture;
 }

@@ -31,6 +31,7 @@ void BroadSide::ResetSide() { FacingBack() = true; }
 BroadSide::BroadSide() : lastVolley_(Time().elapsedTime - kReadySince) {}
 
 void BroadSide::Update(float /*step*/) {
+  if (!owner->alive) return;  // updated once more in the frame of a new game
   const float now = Time().elapsedTime;
   const float volleyStart = lastVolley_ + fireInterval;
   if (!(now > volleyStart)) return;

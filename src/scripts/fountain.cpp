@@ -28,7 +28,7 @@ void TurnFountainsOn() { FountainsOn() = true; }
 Fountain::Fountain() { FountainsOn() = false; }
 
 void Fountain::Update(float /*step*/) {
-  if (!FountainsOn()) return;
+  if (!FountainsOn() || !owner->alive) return;  // a dead owner is updated once more in the frame of a new game
   const float now = Time().elapsedTime;
   if (triggered_) {
     burstStart_ = nextShot_ = now;

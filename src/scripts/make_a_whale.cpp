@@ -56,7 +56,7 @@ GameObject& MakeWhale() {
 }
 
 void MakeAWhale::Update(float /*step*/) {
-  if (done_) return;
+  if (done_ || !owner->alive) return;
   done_ = true;
   BuildWhale();
   owner->alive = false;

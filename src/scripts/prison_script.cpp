@@ -10,15 +10,15 @@
 
 namespace {
 constexpr std::array<float, 4> kEntryX = {-2.0f, 2.0f, -4.0f, 4.0f};  // by player index, at y 0
-}
+constexpr float kOthersEntryX = 0.0f;
+}  // namespace
 
 void PrisonScript::Update(float /*step*/) {
   Vec3& p = owner->GetTransform().position;
   p.z = 0.0f;
   if (p.x >= corner_.x && p.x <= corner_.x + size_.x && p.y >= corner_.y - size_.y && p.y <= corner_.y) return;
   const auto player = static_cast<std::size_t>(PlayerIndexFromName(owner->name));
-  if (player >= kEntryX.size()) return;  // nobody else has a place to come back to
-  p = {kEntryX[player], 0.0f, 0.0f};
+  p = {player < kEntryX.size() ? kEntryX[player] : kOthersEntryX, 0.0f, 0.0f};
   if (auto* body = owner->Get<GalePhysics::RigidBody>()) body->velocity = {};
 }
 

@@ -1,4 +1,5 @@
-// Keeps a player inside the arena: one that got out stands at its place in the middle again.
+// Keeps its owner inside the arena: a player that got out stands at its place in the middle again, anything else in
+// the very middle.
 #pragma once
 
 #include "core/script.h"

@@ -11,8 +11,8 @@ class GameObject;
 
 class Vortex final : public Script {
  public:
-  /// Grows the picture and the SphereCollider; the latter by half as much again as the picture, whose scale is a
-  /// diameter.
+  /// Grows the picture and the SphereCollider by the same number, which is a diameter for one and a radius for the
+  /// other: the collider gets ahead of the picture.
   void Update(float step) override;
   /// Acts on the other object; called 15 times a frame while it overlaps.
   void OnCollision(const CollisionPair& pair) override;

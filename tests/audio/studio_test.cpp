@@ -246,3 +246,31 @@ TEST(StudioSystem, ADeviceGoesAndAnotherComes) {
   ear.Listen(20);
   EXPECT_EQ(ear.CountEffects(), 0);
 }
+
+// A sound server can hang inside the opening of a device; the game ends all the same, and nothing is left behind when
+// the server answers at last.
+TEST(StudioSystem, AnEndDoesNotWaitForADeviceThatHangs) {
+  using Clock = std::chrono::steady_clock;
+  struct Server {
+    std::atomic<bool> hangs = true;
+    std::atomic<bool> answered = false;
+  };
+  const auto server = std::make_shared<Server>();
+  const auto start = Clock::now();
+  {
+    Ear ear(Studio::OutputOpener([server]() -> std::unique_ptr<Studio::Output> {
+      while (server->hangs) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      server->answered = true;
+      return Studio::Output::OpenLoopback();
+    }));
+    EXPECT_EQ(ear.system.Start(ear.CreateMusic()), Result::kOk);
+    EXPECT_LT(PeakOf(ear.Listen(10)), kSilence);
+  }
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+  EXPECT_FALSE(server->answered);
+  server->hangs = false;
+  for (int wait = 0; wait < 5000 && server.use_count() > 1; ++wait)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  EXPECT_TRUE(server->answered);
+  EXPECT_EQ(server.use_count(), 1);
+}

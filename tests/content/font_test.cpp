@@ -110,6 +110,9 @@ TEST_F(FontFile, KeepsToTheWidthsThatLabelsAndTitlesHaveRoomFor) {
   for (const std::string title : {"Lord of the Beach Ball", "Steal the Crown!", "Collect the Rings"}) {
     EXPECT_LE(Width(title), 36 * static_cast<long>(title.size())) << title;
   }
+  std::string all;
+  for (unsigned char code = kFirst; code <= kLast; ++code) all += static_cast<char>(code);
+  EXPECT_LE(Width(all), 36 * static_cast<long>(all.size()));
   const long digit = Load('0').advance;
   for (unsigned char code = '1'; code <= '9'; ++code) EXPECT_EQ(Load(code).advance, digit) << code;
 }

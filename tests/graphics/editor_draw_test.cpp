@@ -1,6 +1,9 @@
 // The bars are drawn past graphics/gl.h, which remembers what stands: it must stand again afterwards.
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <vector>
+
 #include "editor/bar_view.h"
 #include "graphics/offscreen_scene.h"
 #include "test_world.h"
@@ -9,9 +12,10 @@ namespace {
 
 std::vector<GLint> GlState() {
   std::vector<GLint> state;
-  for (const GLenum name : {GL_CURRENT_PROGRAM, GL_TEXTURE_BINDING_2D, GL_ACTIVE_TEXTURE, GL_VERTEX_ARRAY_BINDING,
-                            GL_ARRAY_BUFFER_BINDING, GL_BLEND_SRC_RGB, GL_BLEND_DST_RGB, GL_BLEND_SRC_ALPHA,
-                            GL_BLEND_DST_ALPHA, GL_FRAMEBUFFER_BINDING, GL_UNPACK_ROW_LENGTH}) {
+  for (const GLenum name : std::initializer_list<GLenum>{
+           GL_CURRENT_PROGRAM, GL_TEXTURE_BINDING_2D, GL_ACTIVE_TEXTURE, GL_VERTEX_ARRAY_BINDING,
+           GL_ARRAY_BUFFER_BINDING, GL_BLEND_SRC_RGB, GL_BLEND_DST_RGB, GL_BLEND_SRC_ALPHA, GL_BLEND_DST_ALPHA,
+           GL_FRAMEBUFFER_BINDING, GL_UNPACK_ROW_LENGTH}) {
     GLint value = 0;
     glGetIntegerv(name, &value);
     state.push_back(value);
@@ -19,7 +23,8 @@ std::vector<GLint> GlState() {
   GLint viewport[4];
   glGetIntegerv(GL_VIEWPORT, viewport);
   state.insert(state.end(), viewport, viewport + 4);
-  for (const GLenum capability : {GL_BLEND, GL_DEPTH_TEST, GL_SCISSOR_TEST, GL_CULL_FACE, GL_STENCIL_TEST})
+  for (const GLenum capability :
+       std::initializer_list<GLenum>{GL_BLEND, GL_DEPTH_TEST, GL_SCISSOR_TEST, GL_CULL_FACE, GL_STENCIL_TEST})
     state.push_back(glIsEnabled(capability));
   return state;
 }

@@ -4,6 +4,7 @@
 
 #include "core/game_time.h"
 #include "core/object_manager.h"
+#include "core/pause.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/camera.h"
@@ -57,6 +58,18 @@ TEST(CameraCenterer, LeansATenthAtMostTowardsTheAction) {
   for (const char* name : {"Player4", "far"}) world.Add(name, {3e38f, 0.0f, 0.0f});
   camera.Update(Time().frameStep);
   EXPECT_TRUE(std::isfinite(GetMainCamera()->GetView()[3][0])) << "their sum is not finite";
+}
+
+TEST(CameraCenterer, ComesToRestWhileTheGameIsPaused) {
+  TestWorld world;
+  world.Add("Player1", {3.0f, -7.0f, 0.0f});
+  RequestPause("test");
+  GameObject& camera = Objects().GetCamera();
+  for (int i = 0; i < 100; ++i) camera.Update(0.0f);
+  const glm::mat4 view = GetMainCamera()->GetView();
+  for (int i = 0; i < 100; ++i) camera.Update(0.0f);
+  EXPECT_EQ(GetMainCamera()->GetView(), view);
+  ReleasePause("test");
 }
 
 TEST(ScreenShake, GoesOneWayForThreeFramesAndStops) {

@@ -13,6 +13,7 @@
 #include "scripts/broad_side.h"
 #include "scripts/fountain.h"
 #include "scripts/one_way_into_stage.h"
+#include "scripts/prison_script.h"
 #include "scripts/squishy.h"
 #include "scripts/vortex.h"
 
@@ -91,6 +92,18 @@ TEST(BroadSide, WithoutTheArchetypeItOnlySaysSo) {
   scene.Run(2);
   EXPECT_TRUE(scene.NewOnes("cannonball").empty());
   EXPECT_GT(Count(scene.world.text(), "CAN'T FIND YO LEVEL"), 0);
+}
+
+// What a new game has marked dead is updated once more, beside what the new game made.
+TEST(BroadSide, ADeadShipFiresNoMoreThanADeadFountain) {
+  HazardScene<BroadSide> scene;
+  auto& fountain = static_cast<Fountain&>(scene.holder.Get<ScriptBox>()->AddScript(std::make_unique<Fountain>()));
+  TurnFountainsOn();
+  fountain.Update(kStep);
+  scene.holder.alive = false;
+  Time().elapsedTime += 1.0f;
+  scene.holder.Update(kStep);
+  EXPECT_TRUE(scene.NewOnes("cannonball").empty());
 }
 
 TEST(Fountain, EruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
@@ -208,6 +221,33 @@ TEST(OneWayIntoStage, ComesInThroughWallsAndIsItselfInside) {
     EXPECT_EQ(collider->collisionGroup, inside ? 1u : 0u) << x;
     EXPECT_EQ(body.inverseMass, inside ? 0.5f : 0.0f) << x;
   }
+}
+
+TEST(PrisonScript, PutsWhatGotOutBackInTheMiddle) {
+  HazardScene<PrisonScript> scene;
+  struct Case {
+    const char* name;
+    Vec3 place;
+    Vec3 due;
+  };
+  const Case cases[] = {
+      {"Player1", {16.5f, 3.0f, 0.0f}, {-2.0f, 0.0f, 0.0f}}, {"Player2", {-16.1f, 0.0f, 0.0f}, {2.0f, 0.0f, 0.0f}},
+      {"Player3", {0.0f, 11.1f, 0.0f}, {-4.0f, 0.0f, 0.0f}}, {"Player4", {0.0f, -11.1f, 0.0f}, {4.0f, 0.0f, 0.0f}},
+      {"Player5", {99.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 0.0f}},  {"crate", {0.0f, 99.0f, 0.0f}, {0.0f, 0.0f, 0.0f}}};
+  auto& body = BodyOf(scene.holder);
+  for (const Case& tried : cases) {
+    scene.holder.name = tried.name;
+    PositionOf(scene.holder) = tried.place;
+    body.velocity = {1.0f, 2.0f, 3.0f};
+    scene.script->Update(kStep);
+    EXPECT_EQ(PositionOf(scene.holder), tried.due) << tried.name;
+    EXPECT_EQ(body.velocity, Vec3{}) << tried.name;
+  }
+  PositionOf(scene.holder) = {15.9f, -11.0f, 0.4f};
+  body.velocity = {1.0f, 2.0f, 3.0f};
+  scene.script->Update(kStep);
+  EXPECT_EQ(PositionOf(scene.holder), (Vec3{15.9f, -11.0f, 0.0f}));
+  EXPECT_EQ(body.velocity, (Vec3{1.0f, 2.0f, 3.0f}));
 }
 
 TEST(SandLogic, PuffsUnderFastPlayersOnly) {

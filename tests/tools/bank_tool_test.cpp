@@ -58,6 +58,28 @@ TEST(BankTool, AFaultLeavesTheOldBankAlone) {
   EXPECT_EQ(ListBank("old.bank", stderr), 1);
 }
 
+TEST(BankTool, TheListSaysWhatIsWrongWithABank) {
+  TestWorld world;
+  const auto fault = [&](const std::vector<Studio::BankSource>& events, const std::vector<Studio::BankSource>& paths) {
+    world.WriteFile("a.bank", Text(Studio::WriteEventBank(events)));
+    world.WriteFile("a.strings.bank", Text(Studio::WriteStringsBank(paths)));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(ListBank("a.bank", stdout), 1);
+    return testing::internal::GetCapturedStderr();
+  };
+  const Studio::BankSource good = {"event:/SFX/Good", Studio::Category::kEffects, MakeOgg(0.5f, 0.1f)};
+  const Studio::BankSource noise = {"event:/SFX/Noise", Studio::Category::kEffects, {1, 2, 3}};
+  EXPECT_EQ(fault({good, noise}, {good}), "a.bank: entry 2: a.strings.bank has no path for it\n");
+  EXPECT_EQ(fault({good}, {good, noise}), "a.bank: event:/SFX/Noise: the bank has no sound for it\n");
+  EXPECT_EQ(fault({noise}, {noise}),
+            std::string("a.bank: event:/SFX/Noise: ") + Studio::ResultText(Studio::Result::kSoundDamaged) + "\n");
+  world.WriteFile("a.bank", Text(Studio::WriteEventBank(std::vector{good})).substr(0, 100));
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(ListBank("a.bank", stdout), 1);
+  const std::string cut = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(cut.rfind("a.bank: has 100 bytes, its header says ", 0), 0u) << cut;
+}
+
 TEST(BankSpec, FaultsAreNamedWithTheirLines) {
   EXPECT_TRUE(FaultsOf("event:/SFX/A sfx a.ogg\n\n# none\nevent:/SFX/B sfx a.ogg\r\n").empty());
   EXPECT_EQ(FaultsOf("# one\nevent:/SFX/A sfx\n"), std::vector<std::string>{"2: not EVENT KIND FILE"});

@@ -46,7 +46,7 @@ std::string Shipped(const std::string& name) {
 }
 
 // The value as 1, whatever it was.
-std::string Positive(std::string text, const std::string& key) {
+std::string Positive(const std::string& text, const std::string& key) {
   const auto at = text.find(key + ": ") + key.size() + 2;
   return text.substr(0, at) + "1" + text.substr(text.find('\n', at));
 }
@@ -450,7 +450,7 @@ void LintTest::PassLimits() {
   ExpectRule(Lint("."), "unreadable");
   ExpectRule(Lint("no such file"), "unreadable");
   Say("", "unreadable");
-  fs::resize_file("stage", 17 * 1024 * 1024);
+  fs::resize_file("stage", 17'000'000);
   ExpectRule(Lint("stage"), "too-large");
 }
 

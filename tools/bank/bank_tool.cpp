@@ -77,6 +77,24 @@ const Studio::BankEvent* Find(const Studio::BankContent& bank, std::uint64_t num
   return event == bank.events.end() ? nullptr : &*event;
 }
 
+bool HasPath(const Studio::BankContent& strings, std::uint64_t number) {
+  return std::any_of(strings.paths.begin(), strings.paths.end(),
+                     [number](const Studio::BankPath& path) { return path.number == number; });
+}
+
+// One line, on standard error when the bank does not have the sound.
+bool ListEvent(const std::string& file, const std::string& path, const Studio::BankEvent* event, std::FILE* out) {
+  if (event == nullptr) return Fail(file, path + ": the bank has no sound for it") == 0;
+  Studio::Samples samples;
+  const Result result = Studio::DecodeAll(event->sound, samples);
+  if (result != Result::kOk) return Fail(file, path + ": " + Studio::ResultText(result)) == 0;
+  std::fprintf(out, "%s %s %.3f s %d Hz %s %zu bytes\n", path.c_str(),
+               event->category == Studio::Category::kMusic ? "music" : "sfx",
+               static_cast<double>(samples.GetFrames()) / samples.rate, samples.rate,
+               samples.channels == 1 ? "mono" : "stereo", event->sound.size());
+  return true;
+}
+
 }  // namespace
 
 int BuildBank(const std::string& spec, const std::string& out, const std::string& soundFolder) {
@@ -108,18 +126,11 @@ int ListBank(const std::string& file, std::FILE* out) {
   Studio::BankContent strings;
   if (!Load(file, bank) || !Load(StringsName(file), strings)) return 1;
   int result = 0;
-  for (const Studio::BankPath& path : strings.paths) {
-    const Studio::BankEvent* event = Find(bank, path.number);
-    Studio::Samples samples;
-    if (event == nullptr || Studio::DecodeAll(event->sound, samples) != Result::kOk) {
-      result = Fail(file, path.path + ": the bank has no sound for it");
-      continue;
-    }
-    std::fprintf(out, "%s %s %.3f s %d Hz %s %zu bytes\n", path.path.c_str(),
-                 event->category == Studio::Category::kMusic ? "music" : "sfx",
-                 static_cast<double>(samples.GetFrames()) / samples.rate, samples.rate,
-                 samples.channels == 1 ? "mono" : "stereo", event->sound.size());
-  }
+  for (const Studio::BankPath& path : strings.paths)
+    if (!ListEvent(file, path.path, Find(bank, path.number), out)) result = 1;
+  for (std::size_t i = 0; i < bank.events.size(); ++i)
+    if (!HasPath(strings, bank.events[i].number))
+      result = Fail(file, "entry " + std::to_string(i + 1) + ": " + StringsName(file) + " has no path for it");
   return result;
 }
 

@@ -65,7 +65,8 @@ void PrintBlock(std::FILE* out, const BlockSchema& block) {
   int at = 1;
   for (const FieldSchema& field : block.fields) {
     const int lines = field.type == FieldType::kFlatVec3 ? 3 : 1;
-    const std::string number = std::to_string(at) + (lines == 1 ? "" : "-" + std::to_string(at + lines - 1));
+    std::string number = std::to_string(at);
+    if (lines != 1) number += '-' + std::to_string(at + lines - 1);
     std::fprintf(out, "| %s | %s | %s | %s | %s | %s | %s |\n", number.c_str(), KeyOf(field).c_str(),
                  Shown(field.label).c_str(), KindOf(field.type), Shown(field.unit).c_str(),
                  RangeText(field.range).c_str(), Shown(field.meaning).c_str());

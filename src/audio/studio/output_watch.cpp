@@ -1,22 +1,32 @@
 #include "audio/studio/output_watch.h"
 
 #include <chrono>
+#include <thread>
 #include <utility>
 
 namespace Studio {
 
 namespace {
 constexpr int kUpdatesBetween = 120;  // 2 s
-}
+constexpr std::chrono::milliseconds kLongestFarewell{500};
+}  // namespace
 
 OutputWatch::OutputWatch(OutputOpener opener) : opener_(std::move(opener)) {
   Output::SilenceLibraries();
   BeginToLook();
 }
 
+// A sound server that hangs can keep its caller for minutes: the end of the game must not wait for that.
+OutputWatch::~OutputWatch() {
+  if (found_.valid()) found_.wait_for(kLongestFarewell);
+}
+
 void OutputWatch::BeginToLook() {
   if (!opener_) return;
-  found_ = std::async(std::launch::async, opener_);
+  std::promise<std::unique_ptr<Output>> promise;
+  found_ = promise.get_future();
+  // Detached, because the future of std::async would wait for its thread. What comes too late goes with the promise.
+  std::thread([opener = opener_, promise = std::move(promise)]() mutable { promise.set_value(opener()); }).detach();
   updatesToNext_ = kUpdatesBetween;
 }
 

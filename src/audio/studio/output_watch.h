@@ -12,6 +12,10 @@ class OutputWatch {
  public:
   /// Begins to look at once. A null opener never finds anything.
   explicit OutputWatch(OutputOpener opener);
+  OutputWatch(const OutputWatch&) = delete;
+  OutputWatch& operator=(const OutputWatch&) = delete;
+  /// A look that does not come back within half a second is left to itself; what the opener needs must outlive it.
+  ~OutputWatch();
 
   /// Once a system update while there is no output: one that was found since, or null.
   std::unique_ptr<Output> Poll();
@@ -21,7 +25,7 @@ class OutputWatch {
 
   OutputOpener opener_;
   int updatesToNext_ = 0;
-  std::future<std::unique_ptr<Output>> found_;  // waits for its thread when it goes
+  std::future<std::unique_ptr<Output>> found_;
 };
 
 }  // namespace Studio

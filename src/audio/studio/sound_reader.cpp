@@ -126,6 +126,7 @@ Result DecodeAll(std::span<const std::uint8_t> data, Samples& samples) {
   SoundReader reader;
   const Result result = reader.Open(data);
   if (result != Result::kOk) return result;
+  if (reader.GetClaimedFrames() > static_cast<std::int64_t>(kMostFrames)) return Result::kSoundTooLong;
   Samples decoded{{}, reader.GetRate(), reader.GetChannels()};
   for (std::size_t frames = 0;;) {
     decoded.stereo.resize(kStereo * (frames + kChunk));

@@ -33,6 +33,8 @@ class SoundReader {
 
   int GetRate() const { return rate_; }          ///< frames a second
   int GetChannels() const { return channels_; }  ///< of the stream: 1 or 2
+  /// How long the stream's head says that it is; it need not be true.
+  std::int64_t GetClaimedFrames() const { return frames_; }
 
  private:
   struct Stream;
@@ -50,7 +52,8 @@ struct Samples {
   std::size_t GetFrames() const { return stereo.size() / kStereo; }
 };
 
-/// Decodes what is really there, whatever length the stream claims; at most kMaxSeconds.
+/// Decodes what is really there, whatever length the stream claims; at most kMaxSeconds. A stream that claims more is
+/// refused unread, so that a small file of hours of silence costs no time.
 Result DecodeAll(std::span<const std::uint8_t> data, Samples& samples);
 
 }  // namespace Studio
