@@ -22,6 +22,11 @@ add_test(NAME docs.format_reference
          COMMAND sh -c "\"$1\" reference | diff -u \"$2\" - || { echo 'stale: brinewhirl-tool reference > docs/format-reference.md'; false; }"
                  sh $<TARGET_FILE:brinewhirl-tool> ${CMAKE_SOURCE_DIR}/docs/format-reference.md)
 
+add_test(NAME docs.making_levels
+         COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_making_levels.py
+                 $<TARGET_FILE:brinewhirl-tool> ${CMAKE_SOURCE_DIR}/docs/making-levels.md)
+set_tests_properties(docs.making_levels PROPERTIES TIMEOUT 120)
+
 add_test(NAME sound.sources COMMAND python3 ${CMAKE_SOURCE_DIR}/tests/sound/test_sound_sources.py)
 
 # The real program in a virtual display; the sanitizers would only report its driver.

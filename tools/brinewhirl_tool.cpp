@@ -13,8 +13,8 @@
 #include "core/script_registry.h"
 #include "script_table.h"
 #include "tools/bank/bank_tool.h"
-#include "tools/lint/descriptions.h"
 #include "tools/lint/lint.h"
+#include "tools/lint/reference.h"
 #include "tools/simulate/simulate.h"
 
 namespace {
@@ -121,7 +121,9 @@ int main(int argc, char** argv) {
   std::vector<std::string> files;
   CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
   lint->add_option("FILE", files, "Level and archetype files")->required();
-  lint->callback([&] { result = LintFiles(files, stdout); });
+  bool fix = false;
+  lint->add_flag("--fix", fix, "First write each file as the game would save it: numbers, blanks and IDs");
+  lint->callback([&] { result = fix ? FixFiles(files, stdout) : LintFiles(files, stdout); });
   app.add_subcommand("reference", "Print what every block of a level file holds, in Markdown")->callback([] {
     PrintReference(stdout);
   });

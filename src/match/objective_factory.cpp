@@ -47,3 +47,9 @@ std::unique_ptr<Objective> CreateObjective(std::string_view typeName) {
   }
   return nullptr;
 }
+
+std::vector<std::string_view> ObjectiveNames() {
+  std::vector<std::string_view> names;
+  for (const ObjectiveType& type : kTypes) names.emplace_back(type.name);
+  return names;
+}

@@ -1,7 +1,7 @@
 // Reads the blocks of a level file against the key table.
 #pragma once
 
-#include <map>
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,24 +9,33 @@
 #include "tools/lint/key_table.h"
 #include "tools/lint/scanner.h"
 
-/// A level piece of an episode.
+/// A level piece of an episode; the numbers are null when they are none.
 struct LintSegment {
   const LintLine* levelName;
-  const LintLine* duration;  ///< null when it is no number
+  const LintLine* duration;
+  const LintLine* rotationAngle;
 };
 
-/// One component or script as it was read: where it stands and its single values by key.
+/// One component, script or objective as it was read: where it stands and the lines of its values.
 struct LintBlock {
+  using Lines = std::vector<const LintLine*>;
+
   std::string_view name;
   int line;
-  std::map<std::string_view, const LintLine*> values = {};
-  std::vector<const LintLine*> generatorIds = {};  ///< of a body, both lists
-  std::vector<LintSegment> segments = {};          ///< of a SegmentManager
+  const BlockSchema* schema = nullptr;
+  std::vector<Lines> values = {};          ///< by field of the schema; short when the block is damaged
+  std::array<Lines, 2> generatorIds = {};  ///< of a body: what pushes it, and what hangs on it
+  std::vector<LintSegment> segments = {};  ///< of a SegmentManager
+  std::vector<LintBlock> objectives = {};  ///< of an ObjectiveManager
+
+  /// The lines of the field of that key or name; empty when the block has none.
+  const Lines& Find(std::string_view field) const;
 };
 
 class BlockReader {
  public:
-  BlockReader(const std::vector<LintLine>& lines, LintReport& report) : lines_(lines), report_(report) {}
+  BlockReader(const std::vector<LintLine>& lines, LintReport& report)
+      : lines_(lines), types_(lines.size(), FieldType::kString), report_(report) {}
 
   bool AtEnd() const { return next_ >= lines_.size(); }
   const LintLine& Peek() const { return lines_[next_]; }
@@ -39,17 +48,27 @@ class BlockReader {
   /// Skips the rest of a block whose header has been taken, with its closing line.
   void SkipBlock();
 
+  /// What each line's value is; texts where nothing else is known.
+  const std::vector<FieldType>& GetTypes() const { return types_; }
+
  private:
   bool ReadField(const FieldSchema& field, LintBlock& block);
-  bool ReadFloats(std::string_view header, const std::vector<std::string_view>& keys, bool translation);
+  const LintLine* ReadNumber(std::string_view key, const FieldSchema& field, FieldType type);
+  bool ReadFloats(const FieldSchema& field, const std::vector<std::string_view>& keys, LintBlock::Lines& values);
+  bool ReadComposite(std::string_view header, const FieldSchema& field, const std::vector<std::string_view>& keys,
+                     LintBlock::Lines& values);
+  bool ReadGenerators(LintBlock& block);
   bool ReadSegments(LintBlock& block);
-  bool ReadObjectives();
+  bool ReadObjectives(LintBlock& block);
+  bool ReadEnd(std::string_view key, std::string_view value);
   bool IsValueNext(std::string_view key) const;
   /// A fault when the count does not fit what follows it.
   void CheckCount(const LintLine& count, std::size_t found, const char* what);
-  bool CheckNumber(const LintLine& line, FieldType type);
+  bool CheckNumber(const LintLine& line, const FieldSchema& field, FieldType type);
+  void CheckRange(const LintLine& line, const FieldSchema& field);
 
   const std::vector<LintLine>& lines_;
+  std::vector<FieldType> types_;
   LintReport& report_;
   std::size_t next_ = 0;
 };

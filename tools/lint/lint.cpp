@@ -1,44 +1,56 @@
 #include "tools/lint/lint.h"
 
-#include <cstdint>
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <system_error>
 
-#include "core/file_cache.h"
-#include "tools/lint/object_rules.h"
+#include "core/replace_file.h"
+#include "tools/lint/canonical.h"
+#include "tools/lint/level_rules.h"
 
 namespace {
 
-// Past the file cache: what lies on the disk now.
-bool ReadWhole(const std::string& file, std::string& text, LintReport& report) {
-  std::error_code error;
-  const bool regular = std::filesystem::is_regular_file(file, error);
-  const auto size = regular ? std::filesystem::file_size(file, error) : 0;
-  if (!regular || error || size == 0) {
-    report.Fault(1, "unreadable", "no such file, or an empty one: name a level that is there");
-    return false;
-  }
-  if (size > static_cast<std::uintmax_t>(kMaxFileBytes)) {
-    report.Fault(1, "too-large", "the game reads at most 16 MiB: split the file");
-    return false;
-  }
-  std::ifstream stream(file, std::ios::binary);
-  text.resize(static_cast<std::size_t>(size));
-  if (stream.read(text.data(), static_cast<std::streamsize>(size))) return true;
-  report.Fault(1, "unreadable", "the file cannot be read: check who may read it");
-  return false;
-}
+namespace fs = std::filesystem;
 
 bool LintFile(const std::string& file, std::FILE* out) {
   LintReport report(file, out);
-  std::string text;
-  if (!ReadWhole(file, text, report)) return false;
-  const auto lines = ScanLines(text, report);
-  CheckObjects(lines, file, report);
+  LintLevel level(file);
+  if (ReadLevel(level, report)) {
+    LevelFolder folder(GameFolderOf(file));
+    CheckLevel({level, folder, report});
+  }
   return !report.HasFaults();
+}
+
+// The file that a link leads to is replaced, not the link, and keeps who may do what with it.
+std::string Replace(const std::string& file, const std::string& text) {
+  std::error_code error;
+  const fs::path target = fs::canonical(file, error);
+  if (error) return error.message();
+  const auto status = fs::status(target, error);
+  std::string reason = ReplaceFile(target.string(), text);
+  if (reason.empty() && !error) fs::permissions(target, status.permissions(), error);
+  return reason;
+}
+
+// False when the file stays as it is though it should not.
+bool FixFile(const std::string& file, std::FILE* out) {
+  LintReport quiet(file, nullptr);
+  LintLevel level(file);
+  if (!ReadLevel(level, quiet) || quiet.IsUnreadable()) {
+    std::fprintf(out, "%s: left as it is: what its lines mean cannot be told, see below\n", file.c_str());
+    return false;
+  }
+  const std::string text = CanonicalText(level.lines, level.types, CanonicalIds::kNumbered);
+  if (text == level.text) return true;
+  const std::string reason = Replace(file, text);
+  if (reason.empty())
+    std::fprintf(out, "%s: written anew\n", file.c_str());
+  else
+    std::fprintf(out, "%s: left as it is: cannot be written: %s\n", file.c_str(), reason.c_str());
+  return reason.empty();
 }
 
 }  // namespace
@@ -46,6 +58,15 @@ bool LintFile(const std::string& file, std::FILE* out) {
 int LintFiles(const std::vector<std::string>& files, std::FILE* out) {
   bool good = true;
   for (const std::string& file : files) good = LintFile(file, out) && good;
+  return good ? 0 : 1;
+}
+
+int FixFiles(const std::vector<std::string>& files, std::FILE* out) {
+  bool good = true;
+  for (const std::string& file : files) {
+    const bool fixed = FixFile(file, out);
+    good = LintFile(file, out) && fixed && good;
+  }
   return good ? 0 : 1;
 }
 

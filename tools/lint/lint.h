@@ -7,8 +7,14 @@
 #include <vector>
 
 /// Checks each file and prints "FILE:LINE: rule: text" for every fault and "FILE:LINE: rule: note: text" for what is
-/// merely worth knowing; pictures are looked for in Texture/ beside the file. 1 when there are faults, else 0.
+/// merely worth knowing; pictures, archetypes and pieces are looked for beside the file. 1 when there are faults, else
+/// 0.
 int LintFiles(const std::vector<std::string>& files, std::FILE* out);
+
+/// Writes each file anew in the form in which the game saves it, numbers, blanks and IDs and nothing else, and says
+/// so; then the same as LintFiles. A file whose lines cannot be told apart without guessing, or that cannot be written,
+/// is left as it is, with a line.
+int FixFiles(const std::vector<std::string>& files, std::FILE* out);
 
 /// The same lines for one file, each without its end.
 std::vector<std::string> LintLines(const std::string& file);

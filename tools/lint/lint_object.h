@@ -9,14 +9,18 @@
 
 struct LintObject {
   int line = 0;
+  std::string_view id;
   bool hasName = false;
   std::string_view name;
+  bool core = false;
   std::vector<LintBlock> components;
   std::vector<LintBlock> scripts;
 
   const LintBlock* Find(std::string_view component) const { return Find(components, component); }
   const LintBlock* FindScript(std::string_view script) const { return Find(scripts, script); }
   bool HasScript(std::string_view script) const { return FindScript(script) != nullptr; }
+  /// Whether it is the copy of the generator host.
+  bool IsHost() const;
 
  private:
   static const LintBlock* Find(const std::vector<LintBlock>& blocks, std::string_view name) {
@@ -26,18 +30,12 @@ struct LintObject {
   }
 };
 
-/// The line of that value, or null when the block is null or has none.
-inline const LintLine* ValueOf(const LintBlock* block, std::string_view key) {
-  if (block == nullptr) return nullptr;
-  const auto found = block->values.find(key);
-  return found == block->values.end() ? nullptr : found->second;
-}
+/// The only line of that value, or null when the block is null or has none.
+const LintLine* ValueOf(const LintBlock* block, std::string_view key);
+/// Its number, or `none` when the block is null or has none.
+float NumberOf(const LintBlock* block, std::string_view key, float none = 0.0f);
+/// The numbers of a vector, a matrix or the like by the field's name; empty when the block is null or has none.
+std::vector<float> NumbersOf(const LintBlock* block, std::string_view name);
 
 /// Whether it has a collider that is a ghost, or one that is none.
-inline bool HasCollider(const LintObject& object, bool ghost) {
-  for (const LintBlock& block : object.components) {
-    const LintLine* value = ValueOf(&block, "ghost");
-    if (value != nullptr && (value->value == "true") == ghost) return true;
-  }
-  return false;
-}
+bool HasCollider(const LintObject& object, bool ghost);

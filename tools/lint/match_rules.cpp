@@ -1,77 +1,210 @@
-#include "tools/lint/match_rules.h"
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <set>
 
-#include <filesystem>
-
-#include "match/give_points.h"
-#include "tools/lint/game_folder.h"
-#include "tools/lint/level_file.h"
+#include "tools/lint/level_rules.h"
+#include "tools/lint/number.h"
 
 namespace {
 
 constexpr char kMatchLevel[] = "level1";
 constexpr char kController[] = "segmentmanager";
 
+struct RuleArchetype {
+  std::string_view objective;
+  const char* archetype;
+};
+constexpr RuleArchetype kRuleArchetypes[] = {{"CannonFall", "cannonball"}, {"CannonFall", "shadow"},
+                                             {"Crown", "starsonfish"},     {"CollectTheRings", "ringstatic"},
+                                             {"OctoMiners", "miner"},      {"lotbb", "theball"}};
+
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+// The duration that the name of a level's last object tells; none when it is another name.
+std::optional<float> DurationOf(const LintObject& object) {
+  float duration = 0.0f;
+  return ParsesWhole(object.name, duration) ? std::optional(duration) : std::nullopt;
+}
+
+// A DeathTimer lets it go with its piece.
+bool IsEmpty(const LintObject& object) {
+  return std::all_of(object.components.begin(), object.components.end(),
+                     [](const LintBlock& block) { return block.name == "Transform" || block.name == "ScriptBox"; }) &&
+         std::all_of(object.scripts.begin(), object.scripts.end(),
+                     [](const LintBlock& script) { return script.name == "DeathTimer"; });
+}
+
+// Whether it is still there when its piece's time is over.
+bool Stays(const LintObject& object) {
+  return !object.core && object.name != kController && !DurationOf(object) && !object.HasScript("DeathTimer");
+}
+
+// Whether a turn by that many degrees shows: a box keeps its own direction.
+bool IsTurnWrong(const LintObject& object, float degrees) {
+  const auto half = NumbersOf(object.Find("BoxCollider"), "half extents");
+  if (half.size() < 3) return false;
+  return std::fmod(degrees, half[0] == half[1] ? 90.0f : 180.0f) != 0.0f;
+}
+
+class MatchRules {
+ public:
+  explicit MatchRules(const LintContext& context)
+      : level_(context.level), folder_(context.folder), report_(context.report) {}
+
+  void Run() {
+    const LintObject* controller = nullptr;
+    for (const LintObject& object : level_.objects) {
+      if (object.name == kController) CheckController(object, controller);
+      for (const LintBlock& script : object.scripts) CheckScript(object, script);
+    }
+    if (level_.GetName() == kMatchLevel && controller == nullptr)
+      report_.Say(1, "no-controller", "the match needs an object " + Quoted(kController) + ", or it never ends");
+    CheckDuration();
+  }
+
+ private:
+  void CheckController(const LintObject& object, const LintObject*& controller) {
+    if (controller != nullptr)
+      report_.Say(object.line, "controller-name",
+                  "line " + std::to_string(controller->line) + " has one already: the game finds that alone");
+    controller = &object;
+    const LintBlock* segments = object.FindScript("SegmentManager");
+    const LintBlock* objectives = object.FindScript("ObjectiveManager");
+    if (segments == nullptr || objectives == nullptr)
+      report_.Say(object.line, "controller-scripts", "it must carry SegmentManager and then ObjectiveManager");
+    else if (segments->line > objectives->line)
+      report_.Say(objectives->line, "controller-scripts", "it must stand after SegmentManager, or it starts too early");
+    if (segments != nullptr && segments->segments.empty())
+      report_.Say(segments->line, "no-time", "without a segment the match never starts: add one");
+    if (objectives != nullptr && objectives->objectives.empty())
+      report_.Say(objectives->line, "no-objective", "a match without a rule");
+  }
+
+  void CheckScript(const LintObject& object, const LintBlock& script) {
+    if (script.name == "SegmentManager" || script.name == "ObjectiveManager") {
+      if (object.name != kController)
+        report_.Say(script.line, "controller-name", "it works on an object " + Quoted(kController) + " alone");
+      for (const LintSegment& segment : script.segments) CheckSegment(segment);
+      for (const LintBlock& objective : script.objectives) CheckObjective(objective);
+    }
+    if (script.name == "spawner") CheckSpawner(script);
+  }
+
+  void CheckSegment(const LintSegment& segment) {
+    const std::string_view name = segment.levelName->value;
+    const int line = segment.levelName->number;
+    const LintLevel* piece = folder_.Find(name);
+    if (name == level_.GetName() || Reaches(name, level_.GetName(), Pieces) || Reaches(name, name, Pieces)) {
+      report_.Say(line, "piece-of-itself", "a level cannot bring itself in: name another");
+      return;
+    }
+    if (piece == nullptr) {
+      report_.Say(line, "missing-piece", Quoted(name) + " is missing here or holds no object");
+      return;
+    }
+    if (!Pieces(*piece).empty())
+      report_.Say(line, "piece-with-match", Quoted(name) + " has segments of its own, which would run beside these");
+    if (const auto staying = std::count_if(piece->objects.begin(), piece->objects.end(), Stays))
+      report_.Say(line, "no-death-timer",
+                  std::to_string(staying) + " objects of " + Quoted(name) + " have none, and stay after it");
+    const bool wrong = std::any_of(piece->objects.begin(), piece->objects.end(), [&](const LintObject& object) {
+      return IsTurnWrong(object, NumberOf(*segment.rotationAngle));
+    });
+    if (wrong)
+      report_.Say(segment.rotationAngle->number, "turned-box",
+                  "the boxes of " + Quoted(name) + " move with the turn, but keep their own direction");
+  }
+
+  void CheckObjective(const LintBlock& objective) {
+    for (const auto& [name, archetype] : kRuleArchetypes)
+      if (objective.name == name && folder_.Find(archetype) == nullptr)
+        report_.Say(objective.line, "missing-archetype",
+                    "it needs the archetype " + Quoted(archetype) + ", which is missing here or empty");
+  }
+
+  void CheckSpawner(const LintBlock& spawner) {
+    const LintLine* name = ValueOf(&spawner, "archtypename");
+    if (name == nullptr) return;
+    const LintLevel* archetype = folder_.Find(name->value);
+    if (name->value == level_.GetName() || Reaches(name->value, level_.GetName(), Archetypes) ||
+        Reaches(name->value, name->value, Archetypes)) {
+      report_.Say(name->number, "archetype-of-itself", "the spawner would spawn itself without end: name another");
+    } else if (archetype == nullptr) {
+      report_.Say(name->number, "missing-archetype", Quoted(name->value) + " is missing here or holds no object");
+    } else {
+      CheckSpawned(*archetype, *name);
+    }
+  }
+
+  void CheckSpawned(const LintLevel& archetype, const LintLine& name) {
+    const auto count = std::count_if(archetype.objects.begin(), archetype.objects.end(),
+                                     [](const LintObject& object) { return !object.IsHost(); });
+    if (count > 1)
+      report_.Say(name.number, "second-object",
+                  "only the first object of " + Quoted(name.value) + " is placed, the others come where they stand");
+    if (!archetype.GetFirst()->HasScript("DeathTimer"))
+      report_.Say(name.number, "never-leaves", Quoted(name.value) + " has no DeathTimer: such things pile up");
+  }
+
+  void CheckDuration() {
+    bool ends = false;
+    for (const LintObject& object : level_.objects) {
+      const auto duration = DurationOf(object);
+      if (!duration) continue;
+      const bool last = &object == &level_.objects.back();
+      if (last != IsEmpty(object))
+        report_.Say(object.line, "duration-last",
+                    last ? "Load Level takes it for the level's duration and removes it: name it otherwise"
+                         : "it tells the level's duration only as the last object");
+      if (last && !(*duration > 0.0f))
+        report_.Say(object.line, "no-time", "the level's duration must be above 0 seconds");
+      ends = ends || last;
+    }
+    if (!ends) return;
+    for (const LintObject& object : level_.objects)
+      if (Stays(object)) report_.Say(object.line, "no-death-timer", "when the level's time is over, it stays");
+  }
+
+  using Names = std::set<std::string_view>;
+
+  static Names Pieces(const LintLevel& level) {
+    Names names;
+    for (const LintObject& object : level.objects)
+      for (const LintBlock& script : object.scripts)
+        for (const LintSegment& segment : script.segments) names.insert(segment.levelName->value);
+    return names;
+  }
+
+  static Names Archetypes(const LintLevel& level) {
+    Names names;
+    for (const LintObject& object : level.objects)
+      for (const LintBlock& script : object.scripts)
+        if (const LintLine* name = ValueOf(&script, "archtypename")) names.insert(name->value);
+    return names;
+  }
+
+  // Whether the level names the other one, itself or over those that it names.
+  bool Reaches(std::string_view from, std::string_view to, Names (*named)(const LintLevel&)) {
+    Names seen;
+    std::vector<std::string_view> open = {from};
+    while (!open.empty()) {
+      const LintLevel* level = folder_.Find(open.back());
+      open.pop_back();
+      if (level == nullptr) continue;
+      for (const std::string_view name : named(*level)) {
+        if (name == to) return true;
+        if (seen.insert(name).second) open.push_back(name);
+      }
+    }
+    return false;
+  }
+
+  const LintLevel& level_;
+  LevelFolder& folder_;
+  LintReport& report_;
+};
 
 }  // namespace
 
-MatchRules::MatchRules(const std::string& file, LintReport& report)
-    : folder_(GameFolderOf(file)), level_(std::filesystem::path(file).filename().string()), report_(report) {}
-
-void MatchRules::Check(const LintObject& object) {
-  if (object.name == kController) CheckController(object);
-  for (const LintBlock& script : object.scripts) {
-    if (script.name == "SegmentManager") CheckSegments(script);
-    if (script.name == "spawner") CheckSpawner(script);
-  }
-  if (const LintBlock* prize = object.Find("GivePoints")) CheckPrize(*prize);
-}
-
-void MatchRules::Finish() {
-  if (level_ == kMatchLevel && !hasController_)
-    report_.Fault(1, "no-controller", "the match needs an object " + Quoted(kController) + ", or it never ends");
-}
-
-void MatchRules::CheckController(const LintObject& object) {
-  hasController_ = true;
-  const LintBlock* segments = object.FindScript("SegmentManager");
-  const LintBlock* objectives = object.FindScript("ObjectiveManager");
-  if (segments == nullptr || objectives == nullptr)
-    report_.Fault(object.line, "controller-scripts", "it must carry SegmentManager and then ObjectiveManager");
-  else if (segments->line > objectives->line)
-    report_.Fault(objectives->line, "controller-scripts", "it must stand after SegmentManager, or it starts too early");
-  if (segments != nullptr && segments->segments.empty())
-    report_.Fault(segments->line, "no-time", "without a segment the match never starts: add one");
-}
-
-void MatchRules::CheckSegments(const LintBlock& block) {
-  for (const LintSegment& segment : block.segments) {
-    const std::string_view piece = segment.levelName->value;
-    if (piece == level_)
-      report_.Fault(segment.levelName->number, "piece-of-itself", "a level cannot bring itself in: name another");
-    else if (!HoldsAnObject(folder_, piece))
-      report_.Fault(segment.levelName->number, "missing-piece", Quoted(piece) + " is missing here or holds no object");
-    if (segment.duration != nullptr && NumberOf(*segment.duration) <= 0.0f)
-      report_.Fault(segment.duration->number, "no-time", "a segment must last longer than 0 seconds");
-  }
-}
-
-void MatchRules::CheckPrize(const LintBlock& prize) {
-  const LintLine* points = ValueOf(&prize, "PointsGiven");
-  const auto most = static_cast<float>(GivePoints::kMostPoints);
-  if (points != nullptr && !(NumberOf(*points) >= 0.0f && NumberOf(*points) <= most))
-    report_.Fault(points->number, "points-range", "must be 0 to 100: each hit makes up to that many bubbles");
-  const LintLine* hits = ValueOf(&prize, "Hits To Break");
-  if (hits != nullptr && NumberOf(*hits) < 0.0f)
-    report_.Fault(hits->number, "negative-hits", "must be 0, which never breaks, or more");
-}
-
-void MatchRules::CheckSpawner(const LintBlock& spawner) {
-  const LintLine* name = ValueOf(&spawner, "archtypename");
-  if (name != nullptr && name->value == level_)
-    report_.Fault(name->number, "archetype-of-itself", "the spawner would spawn itself without end: name another");
-  else if (name != nullptr && !HoldsAnObject(folder_, name->value))
-    report_.Fault(name->number, "missing-archetype", Quoted(name->value) + " is missing here or holds no object");
-  if (const LintLine* rate = ValueOf(&spawner, "spawnrate"); rate != nullptr && !(NumberOf(*rate) > 0.0f))
-    report_.Fault(rate->number, "spawn-rate", "must be above 0 seconds, or it spawns in every frame");
-}
+void CheckMatch(const LintContext& context) { MatchRules(context).Run(); }

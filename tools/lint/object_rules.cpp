@@ -1,236 +1,190 @@
-#include "tools/lint/object_rules.h"
-
 #include <algorithm>
-#include <filesystem>
+#include <cmath>
 #include <map>
-#include <set>
-#include <system_error>
 
+#include "core/object_manager.h"
 #include "core/player_name.h"
-#include "graphics/particle_emitter.h"
-#include "graphics/preload_list.h"
-#include "tools/lint/game_folder.h"
-#include "tools/lint/hazard_rules.h"
-#include "tools/lint/lint_object.h"
-#include "tools/lint/match_rules.h"
+#include "physics/math/matrix33.h"
+#include "physics/math/quaternion.h"
+#include "tools/lint/canonical.h"
+#include "tools/lint/level_rules.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-using Kind = LintLine::Kind;
+constexpr float kTolerance = 0.002f;  // what six digits and a few products leave
+constexpr float kSizeTolerance = 0.0001f;
+constexpr float kFar = 100.0f;               // world units; the view ends at 20
+constexpr std::size_t kMostScripts = 20000;  // of a load
+constexpr std::string_view kReservedNames[] = {"ScoreText", "ScoreText2", "ScoreText3", "ScoreText4", "P1Force",
+                                               "P2Force",   "P3Force",    "P4Force",    "whale"};
 
-constexpr std::string_view kHostName = "AForceBox";
-constexpr int kMaxGroup = 14;
-
-class LevelLint {
+class ObjectRules {
  public:
-  LevelLint(const std::vector<LintLine>& lines, const std::string& file, LintReport& report)
-      : reader_(lines, report), folder_(GameFolderOf(file)), report_(report), match_(file, report) {}
+  explicit ObjectRules(const LintContext& context) : level_(context.level), report_(context.report) {}
 
   void Run() {
-    while (!reader_.AtEnd()) {
-      const LintLine& line = reader_.Take();
-      if (line.kind == Kind::kClose) continue;  // the document's end
-      if (line.kind == Kind::kBlockOpen)
-        CheckObject(ReadObject(line));
-      else
-        report_.Fault(line.number, "outside-object", "only objects (\"ID: {\") may stand here");
-      if (line.kind == Kind::kComponentOpen) reader_.SkipBlock();
-    }
-    CheckGenerators();
-    match_.Finish();
+    for (const LintObject& object : level_.objects) CheckObject(object);
+    CheckNumbers();
+    CheckCore();
   }
 
  private:
-  LintObject ReadObject(const LintLine& header) {
-    LintObject object;
-    object.line = header.number;
-    if (const LintLine* name = reader_.Expect(Kind::kValue, "Name", "the value")) {
-      object.hasName = true;
-      object.name = name->value;
-    }
-    if (const LintLine* core = reader_.Expect(Kind::kValue, "Core", "the value");
-        core != nullptr && core->value != "true" && core->value != "false")
-      report_.Fault(core->number, "bad-value", "Core must be true or false");
-    while (!reader_.AtEnd() && reader_.Peek().kind != Kind::kClose) ReadComponent(object);
-    if (!reader_.AtEnd()) reader_.Take();
-    return object;
-  }
-
-  void ReadComponent(LintObject& object) {
-    const LintLine& header = reader_.Take();
-    if (header.kind != Kind::kComponentOpen) {
-      report_.Fault(header.number, "missing-or-shifted", "a component or the object's end must stand here");
-      if (header.kind == Kind::kBlockOpen) reader_.SkipBlock();
-      return;
-    }
-    const BlockSchema* schema = FindComponentSchema(header.key);
-    if (schema == nullptr) {
-      report_.Fault(
-          header.number, "unknown-component",
-          "no component is called \"" + std::string(header.key) +
-              "\": Transform, ScriptBox, RigidBody, Sprite, GivePoints, SphereCollider or BoxCollider is right");
-      reader_.SkipBlock();
-      return;
-    }
-    if (object.Find(header.key) != nullptr)
-      report_.Fault(header.number, "repeated-component", "the object has one already, which is lost: remove one");
-    if (header.key == "ScriptBox") {
-      object.components.push_back({.name = header.key, .line = header.number});
-      ReadScripts(object);
-    } else {
-      object.components.push_back(reader_.ReadBlock(header, *schema));
-    }
-  }
-
-  void ReadScripts(LintObject& object) {
-    while (!reader_.AtEnd() && reader_.Peek().kind != Kind::kClose) {
-      const LintLine& header = reader_.Take();
-      if (header.kind == Kind::kValue) {
-        report_.Fault(header.number, "missing-or-shifted", "a script or the end of the ScriptBox must stand here");
-        continue;
-      }
-      const BlockSchema* schema = header.kind == Kind::kComponentOpen ? FindScriptSchema(header.key) : nullptr;
-      if (schema != nullptr) {
-        object.scripts.push_back(reader_.ReadBlock(header, *schema));
-        continue;
-      }
-      report_.Fault(header.number, "unknown-script",
-                    "no script is called \"" + std::string(header.key) +
-                        "\": \"brinewhirl-tool scripts\" prints those there are");
-      reader_.SkipBlock();
-    }
-    if (!reader_.AtEnd()) reader_.Take();
-  }
-
   void CheckObject(const LintObject& object) {
     CheckName(object);
-    if (object.Find("Transform") == nullptr)
-      report_.Fault(object.line, "no-transform", "every object needs a Transform");
+    CheckOrder(object);
+    if (const LintBlock* transform = object.Find("Transform"))
+      CheckTransform(object, *transform);
+    else
+      report_.Say(object.line, "no-transform", "every object needs a Transform");
     CheckBody(object);
     CheckColliders(object);
-    CheckSprite(object);
-    for (const LintBlock& script : object.scripts) CheckEmitter(script);
-    CollectGenerators(object);
-    match_.Check(object);
-    CheckHazards(object, folder_, report_);
   }
 
   void CheckName(const LintObject& object) {
     if (!object.hasName) return;
-    if (object.name.empty()) report_.Fault(object.line, "no-name", "the game would call it \"Nameless\": name it");
-    if (object.name == "Nameless") {
+    const std::string_view name = object.name;
+    if (name.empty()) report_.Say(object.line, "no-name", "the game would call it \"Nameless\": name it");
+    if (name == "Nameless") {
       if (object.components.size() == 1 && object.Find("Transform") != nullptr)
-        report_.Fault(object.line, "leftover",
-                      "a nameless object with a Transform alone was left by a save: remove it");
+        report_.Say(object.line, "leftover", "a nameless object with a Transform alone was left by a save: remove it");
       else
-        report_.Fault(object.line, "nameless", "\"Nameless\" sounds like a big fish when it is hit: name it");
+        report_.Say(object.line, "nameless", "\"Nameless\" sounds like a big fish when it is hit: name it");
     }
-    if (IsPlayerName(object.name) && !object.HasScript("CharacterController"))
-      report_.Fault(object.line, "player-name",
-                    "\"" + std::string(object.name) + "\" counts as a player: P first and 1 to 5 last is theirs");
+    if (IsPlayerName(name) && !object.HasScript("CharacterController"))
+      report_.Say(object.line, "player-name",
+                  "\"" + std::string(name) + "\" counts as a player: P first and 1 to 5 last is theirs");
+    if (std::find(std::begin(kReservedNames), std::end(kReservedNames), name) != std::end(kReservedNames))
+      report_.Say(object.line, "reserved-name", "code looks for \"" + std::string(name) + "\" and may find this one");
+  }
+
+  void CheckOrder(const LintObject& object) {
+    const auto place = [](std::string_view component) {
+      const auto all = ComponentSchemas();
+      return std::find_if(all.begin(), all.end(), [&](const auto& schema) { return schema.name == component; }) -
+             all.begin();
+    };
+    for (std::size_t i = 1; i < object.components.size(); ++i)
+      if (place(object.components[i].name) < place(object.components[i - 1].name)) {
+        report_.Say(object.components[i].line, "component-order",
+                    std::string(object.components[i].name) + " must stand before " +
+                        std::string(object.components[i - 1].name) + ", where the game saves it");
+        return;
+      }
+  }
+
+  void CheckTransform(const LintObject& object, const LintBlock& transform) {
+    const auto position = NumbersOf(&transform, "position");
+    const auto turn = NumbersOf(&transform, "orientation");
+    const auto matrix = NumbersOf(&transform, "matrix");
+    const auto scale = NumbersOf(&transform, "graphics scale");
+    if (scale.size() < 3) return;  // damaged, and told
+    CheckMatrix(transform, {turn[0], turn[1], turn[2], turn[3]}, matrix, position);
+    if (std::any_of(position.begin(), position.end(), [](float x) { return std::abs(x) > kFar; }))
+      report_.Say(transform.line, "far-away", "more than 100 units from the middle nobody sees it");
+    const bool grows = object.HasScript("ShadowGrowth") || object.HasScript("vortex");
+    const bool scaled = NumberOf(object.Find("Sprite"), "mesh type", 3.0f) != 3.0f;
+    if (scaled && !grows && (scale[0] == 0.0f || scale[1] == 0.0f))
+      report_.Say(transform.line, "flat-size", "a picture of graphics scale 0 is not seen");
+    if (position[2] != 0.0f && HasCollider(object, false) && !object.HasScript("barnaclelogic"))
+      report_.Say(transform.line, "off-plane", "solids stay at z 0, or they miss each other");
+  }
+
+  void CheckMatrix(const LintBlock& transform, const Quaternion& turn, const std::vector<float>& matrix,
+                   const std::vector<float>& position) {
+    const float length = turn.r * turn.r + turn.i * turn.i + turn.j * turn.j + turn.k * turn.k;
+    if (!(std::abs(length - 1.0f) <= kTolerance)) {
+      report_.Say(transform.line, "not-a-rotation", "the orientation must have length 1: 1, 0, 0, 0 is not turned");
+      return;
+    }
+    const Matrix33 right = ToMatrix(turn);
+    bool agrees = true;
+    for (std::size_t i = 0; i < 9; ++i) agrees = agrees && std::abs(right.m[i] - matrix[i]) <= kTolerance;
+    for (std::size_t i = 0; i < 3; ++i)
+      agrees = agrees && std::abs(position[i] - matrix[9 + i]) <= kTolerance * (1.0f + std::abs(position[i]));
+    if (!agrees)
+      report_.Say(transform.line, "matrix", "it repeats the orientation and the position, and stands for a frame");
   }
 
   void CheckBody(const LintObject& object) {
     const LintBlock* body = object.Find("RigidBody");
-    const LintLine* inverseMass = ValueOf(body, "inverseMass");
     const LintLine* damping = ValueOf(body, "damping");
     const LintLine* locked = ValueOf(body, "rotationLocked_");
-    if (inverseMass != nullptr && NumberOf(*inverseMass) < 0.0f)
-      report_.Fault(inverseMass->number, "negative-mass", "inverseMass is read as 0: write 0 or more");
     // What nothing can hit may spin by itself.
-    if (inverseMass != nullptr && locked != nullptr && NumberOf(*inverseMass) == 0.0f && locked->value != "true" &&
+    if (locked != nullptr && locked->value != "true" && NumberOf(body, "inverseMass") == 0.0f &&
         HasCollider(object, false))
-      report_.Fault(locked->number, "immovable-unlocked", "a hit makes it spin: rotationLocked_ must be true");
+      report_.Say(locked->number, "immovable-unlocked", "a hit makes it spin: rotationLocked_ must be true");
     if (damping != nullptr && NumberOf(*damping) == 0.0f)
-      report_.Note(damping->number, "damping-0", "it stops at once, and slow motion leaves it at 1: write more than 0");
+      report_.Say(damping->number, "damping-0", "it stops at once, and slow motion leaves it at 1: write more than 0");
   }
 
   void CheckColliders(const LintObject& object) {
     const bool hasBody = object.Find("RigidBody") != nullptr;
     int colliders = 0;
     for (const LintBlock& block : object.components) {
-      const bool sphere = block.name == "SphereCollider";
-      if (!sphere && block.name != "BoxCollider") continue;
-      if (++colliders == 2)
-        report_.Note(block.line, "two-colliders", "both are tested against each other too: one is enough");
       const LintLine* ghost = ValueOf(&block, "ghost");
-      if (!hasBody && ghost != nullptr && ghost->value != "true")
-        report_.Fault(block.line, "collider-without-body", "a solid collider needs a RigidBody: add one");
-      if (const LintLine* type = ValueOf(&block, "type"); type != nullptr && NumberOf(*type) != (sphere ? 1.0f : 0.0f))
-        report_.Fault(type->number, "collider-type", sphere ? "must be 1" : "must be 0");
-      if (const LintLine* group = ValueOf(&block, "collision group");
-          group != nullptr && (NumberOf(*group) < 0.0f || NumberOf(*group) > static_cast<float>(kMaxGroup)))
-        report_.Fault(group->number, "collision-group", "must be 0 to 14");
-      for (const char* key : {"size", "radius"})
-        if (const LintLine* size = ValueOf(&block, key); size != nullptr && NumberOf(*size) < 0.0f)
-          report_.Fault(size->number, "negative-size", "read as 0: write 0 or more");
+      if (ghost == nullptr) continue;
+      if (++colliders == 2)
+        report_.Say(block.line, "two-colliders", "both are tested against each other too: one is enough");
+      if (!hasBody && ghost->value != "true")
+        report_.Say(block.line, "collider-without-body", "a solid collider needs a RigidBody: add one");
+      CheckExtent(block);
     }
   }
 
-  void CheckSprite(const LintObject& object) {
-    if (const LintLine* picture = ValueOf(object.Find("Sprite"), "texture path"))
-      CheckPicture(*picture, "every start prints an error for it: name a picture",
-                   "is read when the level is, which may stall a frame");
+  void CheckExtent(const LintBlock& collider) {
+    const auto half = NumbersOf(&collider, "half extents");
+    const auto radius = NumbersOf(&collider, "radius");
+    if (half.size() < 3 && radius.empty()) return;
+    const float needed =
+        radius.empty() ? std::sqrt(half[0] * half[0] + half[1] * half[1] + half[2] * half[2]) : radius[0];
+    const LintLine& size = *ValueOf(&collider, "size");
+    if (NumberOf(size) < needed * (1.0f - kSizeTolerance))
+      report_.Say(size.number, "size-too-small",
+                  "hits outside of it are missed: " + CanonicalNumber(needed) + " holds the shape");
+    if (radius.empty() ? half[0] == 0.0f || half[1] == 0.0f : radius[0] == 0.0f)
+      report_.Say(collider.line, "no-extent", "a collider of size 0 is hardly ever hit");
   }
 
-  void CheckEmitter(const LintBlock& script) {
-    if (const LintLine* picture = ValueOf(&script, "textureName"))
-      CheckPicture(*picture, "its particles are black: name a picture",
-                   "is not loaded by an emitter: its particles are black unless a sprite loads it");
-    if (const LintLine* count = ValueOf(&script, "particleCount");
-        count != nullptr && (NumberOf(*count) < 0.0f || NumberOf(*count) > float{ParticleEmitter::kMaxParticles}))
-      report_.Fault(count->number, "particle-count", "must be 0 to " + std::to_string(ParticleEmitter::kMaxParticles));
+  void CheckNumbers() {
+    std::map<std::string_view, int> lines;
+    std::size_t scripts = 0;
+    for (const LintObject& object : level_.objects) {
+      if (!lines.emplace(object.id, object.line).second)
+        report_.Say(object.line, "repeated-id",
+                    "line " + std::to_string(lines[object.id]) + " has the number too: number objects from 1");
+      scripts += object.scripts.size();
+    }
+    if (level_.objects.size() > ObjectManager::kMaxObjects)
+      report_.Say(level_.objects.back().line, "too-many-objects", "the game stops at 20000 objects");
+    if (scripts > kMostScripts)
+      report_.Say(level_.objects.back().line, "too-many-scripts", "the game stops at 20000 scripts");
   }
 
-  void CheckPicture(const LintLine& picture, const char* whenNone, const char* whenNotPreloaded) {
-    const std::string name(picture.value);
-    std::error_code error;
-    if (name == "NULLSTRING" || name.empty())
-      report_.Fault(picture.number, "no-picture", whenNone);
-    else if (name.find('/') != std::string::npos || !std::filesystem::is_regular_file(Beside("Texture/" + name), error))
-      report_.Fault(picture.number, "missing-picture",
-                    "\"" + name + "\" is no picture in Texture/: name one that is there, without folder");
-    else if (std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end() &&
-             noted_.insert(picture.value).second)
-      report_.Note(picture.number, "not-preloaded", "\"" + name + "\" " + whenNotPreloaded);
+  // Files of Core objects alone are scenery that a match builds; elsewhere one is likely a slip.
+  void CheckCore() {
+    const auto find = [&](bool core) {
+      return std::find_if(level_.objects.begin(), level_.objects.end(),
+                          [core](const LintObject& object) { return !object.IsHost() && object.core == core; });
+    };
+    const auto core = find(true);
+    if (core != level_.objects.end() && find(false) != level_.objects.end())
+      report_.Say(core->line, "core-object",
+                  "a Core object survives a change of level and is never saved, others here are none");
   }
 
-  std::filesystem::path Beside(const std::string& name) const {
-    return folder_.empty() ? std::filesystem::path(name) : std::filesystem::path(folder_) / name;
-  }
-
-  void CollectGenerators(const LintObject& object) {
-    for (const LintBlock& script : object.scripts)
-      if (const LintLine* id = ValueOf(&script, "My ID")) {
-        if (!defined_.insert(id->value).second)
-          report_.Fault(id->number, "repeated-generator", "My ID must differ from that of the generators before it");
-        if (object.name != kHostName) unread_[id->value] = id->number;
-      }
-    if (const LintBlock* body = object.Find("RigidBody"))
-      for (const LintLine* id : body->generatorIds) {
-        if (!defined_.contains(id->value))
-          report_.Fault(id->number, "unknown-generator", "no generator before it has the ID " + std::string(id->value));
-        unread_.erase(id->value);
-      }
-  }
-
-  void CheckGenerators() {
-    for (const auto& [id, line] : unread_)
-      report_.Fault(line, "unread-generator", "no body names the generator " + std::string(id) + ": it pushes nothing");
-  }
-
-  BlockReader reader_;
-  std::string folder_;
+  const LintLevel& level_;
   LintReport& report_;
-  MatchRules match_;
-  std::set<std::string_view> noted_;  // pictures that have had their note
-  std::set<std::string_view> defined_;
-  std::map<std::string_view, int> unread_;  // generators outside the host that no body has named yet
 };
 
 }  // namespace
 
-void CheckObjects(const std::vector<LintLine>& lines, const std::string& file, LintReport& report) {
-  LevelLint(lines, file, report).Run();
+void CheckObjects(const LintContext& context) { ObjectRules(context).Run(); }
+
+void CheckLevel(const LintContext& context) {
+  CheckObjects(context);
+  CheckPlacement(context);
+  CheckPictures(context);
+  CheckGenerators(context);
+  CheckScripts(context);
+  CheckMatch(context);
 }

@@ -1,29 +1,40 @@
-// docs/format-reference.md, made of the key table and the descriptions.
+// docs/format-reference.md, made of the key table and the table of rules.
+#include "tools/lint/reference.h"
+
 #include <string>
 
-#include "tools/lint/descriptions.h"
 #include "tools/lint/key_table.h"
 
 namespace {
 
 constexpr const char* kHead =
     "# Blocks of a level file\n\n"
-    "<!-- Made by `brinewhirl-tool reference`; change tools/lint/descriptions.cpp, not this page. -->\n\n"
-    "Every component, script and objective that a file may name, with its values in the order in which they stand in "
-    "a\n"
-    "file. [level-format.md](level-format.md) tells how a file is built, and what happens to a bad one.\n";
+    "<!-- Made by `brinewhirl-tool reference`; change tools/lint/key_table.cpp and rules.h, not this page. -->\n\n"
+    "Every component, script and objective that a file may name, with its values in the order in which they stand in\n"
+    "a file, and what the editor calls them. [level-format.md](level-format.md) tells how a file is built, and what\n"
+    "happens to a bad one.\n";
+
+constexpr const char* kRulesHead =
+    "\n## What lint finds\n\n"
+    "`brinewhirl-tool lint FILE` and the editor, after a save, say what is wrong as `FILE:LINE: rule: text`. A level\n"
+    "passes with notes alone. `lint --fix` writes a file as the game would save it: numbers, blanks and IDs, and\n"
+    "nothing else. It mends what is marked so, and leaves a file alone that has an unreadable fault.\n\n"
+    "| rule | kind | what is right or happens | example |\n|---|---|---|---|\n";
 
 const char* KindOf(FieldType type) {
   switch (type) {
     case FieldType::kFloat:
       return "float";
     case FieldType::kInt:
+    case FieldType::kGeneratorId:
       return "integer";
     case FieldType::kBool:
+    case FieldType::kTrue:
       return "bool";
     case FieldType::kString:
       return "text";
     case FieldType::kVec3:
+    case FieldType::kFlatVec3:
       return "vector";
     case FieldType::kQuaternion:
       return "quaternion";
@@ -39,48 +50,62 @@ const char* KindOf(FieldType type) {
   return "";
 }
 
+// What the table calls the lines of a field.
+std::string KeyOf(const FieldSchema& field) {
+  if (field.type == FieldType::kFlatVec3) return "`x`, `y`, `z`";
+  return field.key.empty() ? std::string(field.name) : "`" + std::string(field.key) + "`";
+}
+
 std::string Shown(std::string_view text) { return std::string(text); }
 
-// The keys of the lines that belong together: `x`, `y`, `z`.
-std::string Keys(const BlockSchema& schema, std::size_t first, const FieldText& text) {
-  if (schema.fields[first].key.empty()) return Shown(text.name);
-  std::string keys;
-  for (std::size_t i = first; i < first + static_cast<std::size_t>(text.lines); ++i) {
-    if (!keys.empty()) keys += ", ";
-    keys += '`';
-    keys += schema.fields[i].key;
-    keys += '`';
-  }
-  return keys;
-}
-
-void PrintBlock(std::FILE* out, const BlockText& text, const BlockSchema& schema) {
-  std::fprintf(out, "\n### `%s`\n\n%s\n", Shown(text.name).c_str(), Shown(text.meaning).c_str());
-  if (text.fields.empty()) return;
-  std::fprintf(out, "\n| # | value | kind | unit | range | meaning |\n|---|---|---|---|---|---|\n");
-  std::size_t at = 0;
-  for (const FieldText& field : text.fields) {
-    std::string number = std::to_string(at + 1);
-    if (field.lines != 1) number += '-' + std::to_string(at + static_cast<std::size_t>(field.lines));
-    std::fprintf(out, "| %s | %s | %s | %s | %s | %s |\n", number.c_str(), Keys(schema, at, field).c_str(),
-                 KindOf(schema.fields[at].type), Shown(field.unit).c_str(), Shown(field.range).c_str(),
-                 Shown(field.meaning).c_str());
-    at += static_cast<std::size_t>(field.lines);
+void PrintBlock(std::FILE* out, const BlockSchema& block) {
+  std::fprintf(out, "\n### `%s`\n\n%s\n", Shown(block.name).c_str(), Shown(block.meaning).c_str());
+  if (block.fields.empty()) return;
+  std::fprintf(out, "\n| # | value | on the bar | kind | unit | range | meaning |\n|---|---|---|---|---|---|---|\n");
+  int at = 1;
+  for (const FieldSchema& field : block.fields) {
+    const int lines = field.type == FieldType::kFlatVec3 ? 3 : 1;
+    std::string number = std::to_string(at);
+    if (lines != 1) number += '-' + std::to_string(at + lines - 1);
+    std::fprintf(out, "| %s | %s | %s | %s | %s | %s | %s |\n", number.c_str(), KeyOf(field).c_str(),
+                 Shown(field.label).c_str(), KindOf(field.type), Shown(field.unit).c_str(),
+                 RangeText(field.range).c_str(), Shown(field.meaning).c_str());
+    at += lines;
   }
 }
 
-void PrintBlocks(std::FILE* out, const char* title, std::span<const BlockText> texts,
-                 const BlockSchema* (*find)(std::string_view)) {
+void PrintBlocks(std::FILE* out, const char* title, std::span<const BlockSchema> blocks) {
   std::fprintf(out, "\n## %s\n", title);
-  for (const BlockText& text : texts)
-    if (const BlockSchema* schema = find(text.name)) PrintBlock(out, text, *schema);
+  for (const BlockSchema& block : blocks) PrintBlock(out, block);
+}
+
+const char* NameOf(RuleKind kind) {
+  switch (kind) {
+    case RuleKind::kFault:
+      return "fault";
+    case RuleKind::kFixed:
+      return "mended";
+    case RuleKind::kUnreadable:
+      return "unreadable";
+    case RuleKind::kNote:
+      return "note";
+  }
+  return "";
+}
+
+void PrintRules(std::FILE* out) {
+  std::fputs(kRulesHead, out);
+  for (const Rule& rule : kLintRules)
+    std::fprintf(out, "| `%s` | %s | %s | %s |\n", Shown(rule.name).c_str(), NameOf(rule.kind),
+                 Shown(rule.meaning).c_str(), Shown(rule.example).c_str());
 }
 
 }  // namespace
 
 void PrintReference(std::FILE* out) {
   std::fputs(kHead, out);
-  PrintBlocks(out, "Components", ComponentTexts(), FindComponentSchema);
-  PrintBlocks(out, "Scripts", ScriptTexts(), FindScriptSchema);
-  PrintBlocks(out, "Objectives", ObjectiveTexts(), FindObjectiveSchema);
+  PrintBlocks(out, "Components", ComponentSchemas());
+  PrintBlocks(out, "Scripts", ScriptSchemas());
+  PrintBlocks(out, "Objectives", ObjectiveSchemas());
+  PrintRules(out);
 }

@@ -15,5 +15,6 @@ struct LintLine {
   std::string_view value;
 };
 
-/// Splits a file's text after its opening line; tells of wrong indentation, blanks and braces that do not match.
+/// Splits a file's text after its opening line; tells of wrong indentation, blanks and braces that do not match. The
+/// lines point into the text.
 std::vector<LintLine> ScanLines(std::string_view text, LintReport& report);
