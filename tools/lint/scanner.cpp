@@ -51,8 +51,8 @@ class Scanner {
     depth_ = 1;
     if (line == "{") return;
     if (line.starts_with(kByteOrderMark)) line.remove_prefix(kByteOrderMark.size());
-    const bool blank = WithoutTrailing(line) == "{";
-    if (blank)
+    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+    if (WithoutTrailing(line) == "{")
       report_.Say(1, "first-line", "the first line must be \"{\" alone");
     else
       report_.Say(1, "document", "the first line must be \"{\"");
