@@ -200,7 +200,9 @@ BarActions BarView::Run(std::span<const TweakBar* const> bars, std::span<const O
   if (!shown_) return actions;
   ImGuiIO& io = ImGui::GetIO();
   const float scale = std::max(1.0f, static_cast<float>(static_cast<int>(static_cast<float>(height) / kScaleStep) + 1));
-  io.DisplaySize = {static_cast<float>(width), static_cast<float>(height)};
+  const ImVec2 size(static_cast<float>(width), static_cast<float>(height));
+  const bool resized = size.x != io.DisplaySize.x || size.y != io.DisplaySize.y;
+  io.DisplaySize = size;
   io.DeltaTime = kFrameSeconds;
   io.FontGlobalScale = scale;
   const auto isHeld = [this](const char* name, int keyCode) {
@@ -216,7 +218,7 @@ BarActions BarView::Run(std::span<const TweakBar* const> bars, std::span<const O
   float x = kBarMargin;
   for (const TweakBar* bar : bars) {
     const float barWidth = std::min(kBarWidth * scale, (io.DisplaySize.x - 3 * kBarMargin) / 2);
-    ShowBar(*bar, x, kBarMargin, barWidth, io.DisplaySize.y - 2 * kBarMargin, actions);
+    ShowBar(*bar, {x, kBarMargin, barWidth, io.DisplaySize.y - 2 * kBarMargin, resized}, actions);
     x = io.DisplaySize.x - kBarMargin - barWidth;
   }
   ImGui::Render();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <tuple>
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
@@ -16,6 +17,7 @@
 #include "match/objective_manager.h"
 #include "match/segment_manager.h"
 #include "physics/box_collider.h"
+#include "physics/primitive_assemblage.h"
 #include "physics/sphere_collider.h"
 #include "scripts/death_timer.h"
 #include "test_world.h"
@@ -116,6 +118,10 @@ TEST_F(EditorTest, ClicksPickAndShiftAddsAndTheBarShowsThem) {
   EXPECT_EQ(Objects().FindObjectByName("left"), nullptr) << "the last one that was picked goes";
   EXPECT_EQ(editor.Get("left/name"), "");
   EXPECT_EQ(editor.Get("name"), "right");
+  Press("Kill Selected Object");
+  EXPECT_FALSE(Objects().GetObject(GetSelection().front())->alive) << "then the one before it";
+  Press("Kill Selected Object");
+  EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{"nothing is selected"});
 }
 
 TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
@@ -197,6 +203,10 @@ TEST_F(EditorTest, LoadingTakesTheDurationFromANumberAlone) {
   EXPECT_EQ(FindDeathTimer(*Objects().FindObjectByName("timed"))->endTime, 7.5f);
   EXPECT_EQ(Objects().GetObjects().size(), 1u);
   EXPECT_EQ(editor.Get("Level Duration"), "7.5");
+  world.WriteFile("words", "{\n\t1: {\n\t\tName: Infinity\n\t\tCore: false\n\t}\n}\n");
+  Set("FileName", "words");
+  Press("Load Level");
+  EXPECT_TRUE(Last().alive) << "a name that is no number of seconds";
 }
 
 TEST_F(EditorTest, ArchetypesHoldTheLastSelectedAndComeBackInTheMiddle) {
@@ -204,6 +214,7 @@ TEST_F(EditorTest, ArchetypesHoldTheLastSelectedAndComeBackInTheMiddle) {
   Select(world.Add("two", {4, 5, 0}));
   Set("ArchetypeName", "");
   Press("Save Archetype");
+  EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{"no archetype name, nothing is saved"});
   Set("ArchetypeName", "pattern");
   Press("Save Archetype");
   EXPECT_EQ(Count(world.ReadFile("pattern"), "Name: "), 1);
@@ -250,6 +261,66 @@ TEST_F(EditorTest, SegmentsAndObjectivesGrowFromTheBar) {
   Press("Add above objective");
   EXPECT_EQ(editor.Get("Sections"), "1");
   EXPECT_NE(editor.Set("Sections", "4"), "");
+  for (int steps = 7; steps > 0; --steps) Press("Undo");
+  EXPECT_EQ(editor.Get("Sections"), "0");
+  EXPECT_EQ(editor.Get("levelName1"), "");
+  for (int steps = 7; steps > 0; --steps) Press("Redo");
+  EXPECT_EQ(editor.Get("Sections"), "1");
+  EXPECT_EQ(editor.Get("Segment1/duration"), "3");
+  EXPECT_EQ(editor.Get("levelName2"), "second");
+}
+
+// The stage has what the reading of a file would bring once more.
+TEST_F(EditorTest, AKilledMatchControllerComesBackWithoutAnotherPiece) {
+  world.Add("fish");
+  Objects().SaveLevel("piece");
+  GameObject& manager = Select(world.Add("segmentmanager"));
+  manager.Insert(std::make_unique<ScriptBox>()).AddScript("SegmentManager");
+  Press("Add Segment");
+  Set("levelName1", "piece");
+  const std::string before = Saved("before");
+  Press("Kill Selected Object");
+  Frames();
+  Press("Undo");
+  EXPECT_EQ(Saved("after"), before);
+}
+
+// What no file keeps comes back too, and under its own ID, by which others know it.
+TEST_F(EditorTest, AKilledWhaleComesBackWithItsBody) {
+  Press("Make Assemblage");
+  const std::uint32_t id = Select(Last()).id;
+  const auto partOf = [&](std::size_t part) {
+    return Objects().GetObject(id)->Get<GalePhysics::PrimitiveAssemblage>()->boxes.at(part).get();
+  };
+  const GalePhysics::BoxCollider* nose = partOf(0);
+  const auto before = std::tuple{nose->halfExtents, nose->partOffset, nose->partRotation};
+  const float reach = Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize;
+  Press("Kill Selected Object");
+  Frames();
+  EXPECT_EQ(Objects().GetObject(id), nullptr);
+  Press("Undo");
+  ASSERT_NE(Objects().GetObject(id), nullptr);
+  nose = partOf(0);
+  EXPECT_EQ(before, std::tuple(nose->halfExtents, nose->partOffset, nose->partRotation));
+  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize, reach);
+  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->boxes.size(), 2u);
+}
+
+// A save sorts the scene by depth; the order under the old depth comes back with it, and values beyond the limits too.
+TEST_F(EditorTest, UndoOfAnEditBringsBackTheOrderAndValuesThatABarWouldNotTake) {
+  world.Add("first", {0, 0, 1});
+  GameObject& box = Select(world.AddBox("second", {0, 0, 1}, {.inverseMass = 0.0f}));
+  box.Get<GalePhysics::BoxCollider>()->broadPhaseSize = -2.0f;
+  const std::string before = Saved("before");
+  Set("broad phase size", "3");
+  Set("Transform/position", "0 0 0");
+  Set("Rotation", "1");
+  Set("FileName", "between");
+  Press("Save Level");
+  Frames();
+  EXPECT_EQ(Objects().GetObjects().front()->name, "second");
+  for (int steps = 2; steps > 0; --steps) Press("Undo");
+  EXPECT_EQ(Saved("after"), before);
 }
 
 TEST_F(EditorTest, TestEpisodeBeginsAnew) {
@@ -299,11 +370,20 @@ TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   EXPECT_EQ(editor.Get("FileName"), "q");
   Tap(SDLK_p);
   EXPECT_EQ(bound, 3) << "the typing is over";
+  Click(60, 42);
+  typed.text.text[0] = 'x';
+  platform.Push(typed);
+  Frames();
   Tap(SDLK_F1);
   EXPECT_FALSE(editor.IsShown());
   Click(60, 42);
   Tap(SDLK_p);
   EXPECT_EQ(bound, 4);
+  Tap(SDLK_F1);
+  Click(60, 42);
+  Tap(SDLK_RETURN);
+  Frames(2);
+  EXPECT_EQ(editor.Get("FileName"), "q") << "what was being typed when the bars were hidden counts for nothing";
 }
 
 // A key that the game has seen go down comes up for the game, whatever has the keyboard by then.
