@@ -153,7 +153,8 @@ bool BarView::HandleEvent(const SDL_Event& event) {
   }
 }
 
-// A key that went down on the bars also comes up there, shown or not; one that the game has comes up for the game.
+// A key that went down on the bars repeats and comes up there, whatever has the keyboard by then and shown or not; one
+// that went down for the game comes up for the game.
 bool BarView::HandleKey(const SDL_KeyboardEvent& event) {
   const int key = event.keysym.sym;
   const auto taken = std::find(keysTaken_.begin(), keysTaken_.end(), key);
@@ -163,8 +164,11 @@ bool BarView::HandleKey(const SDL_KeyboardEvent& event) {
     keysReleased_.push_back(key);
     return true;
   }
-  if (!IsTyping()) return false;
-  if (taken == keysTaken_.end()) keysTaken_.push_back(key);
+  if (taken == keysTaken_.end()) {
+    if (!IsTyping()) return false;
+    if (event.repeat != 0) return true;
+    keysTaken_.push_back(key);
+  }
   SetKeyDown(key, true);
   return true;
 }

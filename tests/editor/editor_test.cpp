@@ -51,10 +51,11 @@ class EditorTest : public ::testing::Test {
     return WithoutIds(world.ReadFile(name));
   }
 
-  void Key(int code, bool down) {
+  void Key(int code, bool down, bool repeat = false) {
     SDL_Event event{};
     event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
     event.key.keysym.sym = code;
+    event.key.repeat = repeat ? 1 : 0;
     platform.Push(event);
   }
   void Tap(int code) {
@@ -345,7 +346,7 @@ TEST_F(EditorTest, TestEpisodeBeginsAnew) {
 
 TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   int bound = 0;
-  Input::BindKeyDown(SDLK_p, [&] { ++bound; });
+  for (const int key : {SDLK_p, SDLK_ESCAPE, SDLK_RETURN}) Input::BindKeyDown(key, [&] { ++bound; });
   Tap(SDLK_p);
   EXPECT_EQ(bound, 1);
   EXPECT_FALSE(platform.IsPointerShown());
@@ -363,10 +364,19 @@ TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   Frames();
   EXPECT_EQ(bound, 2);
   EXPECT_FALSE(Input::IsLetterDown('p'));
-  EXPECT_FALSE(Input::IsKeyDown("enter"));
+  Key(SDLK_ESCAPE, true);
+  Frames();
+  EXPECT_FALSE(Input::IsKeyDown("esc"));
+  Key(SDLK_ESCAPE, false);
+  Click(60, 42);
+  platform.Push(typed);
+  Frames();
   Key(SDLK_p, false);
-  Tap(SDLK_RETURN);
+  Key(SDLK_RETURN, true);
   Frames(2);
+  EXPECT_FALSE(Input::IsKeyDown("enter"));
+  Key(SDLK_RETURN, false);
+  Frames();
   EXPECT_EQ(editor.Get("FileName"), "q");
   Tap(SDLK_p);
   EXPECT_EQ(bound, 3) << "the typing is over";
@@ -392,9 +402,18 @@ TEST_F(EditorTest, HeldKeysAndButtonsComeUpWhereTheyWentDown) {
   Key(SDLK_d, true);
   Frames();
   Click(60, 42);
+  Key(SDLK_d, true, true);
+  Frames();
   Key(SDLK_d, false);
   Frames();
   EXPECT_FALSE(Input::IsLetterDown('d'));
+  Key(SDLK_RETURN, true);
+  Frames(2);
+  Key(SDLK_RETURN, true, true);  // held beyond the end of the typing
+  Frames();
+  EXPECT_FALSE(Input::IsKeyDown("enter"));
+  Key(SDLK_RETURN, false);
+  Frames();
   Mouse(kMiddleX, kMiddleY);
   Button(true);
   EXPECT_TRUE(Input::IsMouseButtonDown(Input::MouseButton::kLeft));
