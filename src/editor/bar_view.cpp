@@ -13,7 +13,8 @@
 namespace {
 
 constexpr float kFrameSeconds = 1.0f / 60.0f;
-constexpr float kBarWidth = 330.0f;  // pixels at scale 1
+constexpr float kDoubleClickSeconds = 0.5f;  // between the two presses, as desktops have it
+constexpr float kBarWidth = 330.0f;          // pixels at scale 1
 constexpr float kBarMargin = 8.0f;
 constexpr float kScaleStep = 1440.0f;  // window rows at which the bars' pixels become twice as large
 constexpr ImU32 kOutlineColour = IM_COL32(224, 178, 60, 255);
@@ -81,6 +82,7 @@ void BarView::Start() {
   ImGui::CreateContext();
   ImGuiIO& io = ImGui::GetIO();
   io.IniFilename = nullptr;
+  io.MouseDoubleClickTime = kDoubleClickSeconds;
   io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
   for (const KeyPair& pair : kKeys) io.KeyMap[pair.key] = pair.key;
   if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {

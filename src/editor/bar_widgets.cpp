@@ -89,14 +89,16 @@ Touched Show(const Field& field, std::string& value) {
   return {typed, typed};
 }
 
-// The width of the longest label among the variables of the group that begins at `begin`, inner groups apart.
+// The width of the longest label among the variables of the group that begins at `begin`, inner groups apart. A label
+// beside a box to tick has room anyway.
 float MeasureLabels(const std::vector<Entry>& entries, std::size_t begin) {
   float width = 0.0f;
   int depth = 0;
   for (std::size_t i = begin; i < entries.size() && depth >= 0; ++i) {
     if (entries[i].kind == Entry::Kind::kGroup) ++depth;
     if (entries[i].kind == Entry::Kind::kEndGroup) --depth;
-    if (entries[i].kind == Entry::Kind::kVariable && depth == 0)
+    if (entries[i].kind == Entry::Kind::kVariable && depth == 0 &&
+        !std::holds_alternative<bool*>(entries[i].field.target))
       width = std::max(width, ImGui::CalcTextSize(entries[i].label.c_str()).x);
   }
   return width;

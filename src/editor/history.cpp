@@ -1,6 +1,7 @@
 #include "editor/history.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "core/object_manager.h"
@@ -15,9 +16,9 @@ std::string NameOf(const GameObject& object) { return object.name.empty() ? "Nam
 
 // Whether nothing that files keep has joined the list since.
 bool HasNothingNew(const std::vector<std::uint32_t>& order) {
-  return std::all_of(Objects().GetObjects().begin(), Objects().GetObjects().end(), [&](const auto& object) {
-    return object->core || std::find(order.begin(), order.end(), object->id) != order.end();
-  });
+  const std::unordered_set<std::uint32_t> known(order.begin(), order.end());
+  return std::all_of(Objects().GetObjects().begin(), Objects().GetObjects().end(),
+                     [&](const auto& object) { return object->core || known.count(object->id) != 0; });
 }
 
 void Remove(std::uint32_t id) {

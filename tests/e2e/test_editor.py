@@ -57,7 +57,7 @@ def install(folder):
 
 
 class EditorTest(unittest.TestCase):
-    pause = 0.12  # seconds in which the game surely shows another frame
+    pause = 0.12  # seconds in which the game shows another frame; more where frames come slowly
 
     def press(self):
         self.display.run("xdotool", "mousedown", "1")
@@ -65,21 +65,28 @@ class EditorTest(unittest.TestCase):
         self.display.run("xdotool", "mouseup", "1")
         time.sleep(self.pause)
 
-    def click(self, place, times=1):
+    def click(self, place):
         self.display.run("xdotool", "mousemove", *map(str, place))
         time.sleep(self.pause)
-        for _ in range(times):
-            self.press()
+        self.press()
 
-    def type_into(self, place, text, clicks=1):
-        self.click(place, clicks)
+    def type_into(self, place, text):
+        self.click(place)
+        self.type(text)
+
+    def type(self, text):
         self.display.run("xdotool", "type", "--delay", "40", text)
         time.sleep(self.pause)
         self.display.hold_key("Return", self.pause)  # would start a match if the game heard it
         time.sleep(self.pause)
 
     def set_number(self, place, number):
-        self.type_into(place, number, clicks=2)
+        """By a click with Ctrl; how fast a double click must be depends on the frames."""
+        self.display.run("xdotool", "keydown", "Control_L")
+        self.click(place)
+        self.display.run("xdotool", "keyup", "Control_L")
+        time.sleep(self.pause)
+        self.type(number)
 
     def part(self, *area):
         return self.display.take_picture().crop(*area)
@@ -112,7 +119,7 @@ class EditorTest(unittest.TestCase):
                 time.sleep(1)
                 self.make_box()
                 self.change_box()
-                self.save(program.parent)
+                self.save_level_and_archetype(program.parent)
                 self.kill_and_undo()
                 self.assertEqual(game.quit(), 0)
             self.check_files(program.parent)
@@ -146,7 +153,7 @@ class EditorTest(unittest.TestCase):
         self.click(FIRST_FOUND)
         save(self.display.take_picture(), "editor-changed")
 
-    def save(self, folder):
+    def save_level_and_archetype(self, folder):
         self.type_into(FILE_NAME, "mine")
         self.click(SAVE_LEVEL)
         wait_until((folder / "mine").exists, 5, "the level")
