@@ -149,7 +149,7 @@ class EditorTest(unittest.TestCase):
         middle = self.middle()
         self.type_into(PICTURE, "crate2.png")
         self.wait_for_change(self.middle, middle, "the new picture")
-        self.type_into(FIND, "squish")
+        self.type_into(FIND, "velocityc")
         self.click(FIRST_FOUND)
         save(self.display.take_picture(), "editor-changed")
 
@@ -185,7 +185,7 @@ class EditorTest(unittest.TestCase):
     def check_box(self, text):
         self.assertEqual(text.count("Name: harbour crate\n"), 1)
         box = text.split("Name: harbour crate\n")[1].split("\n\t}\n")[0]
-        for part in ("texture path: crate2.png\n", 'Component: "squishy"', "x_: 4\n", "x_: 2\n"):
+        for part in ("texture path: crate2.png\n", 'Component: "VelocityCap"', "x_: 4\n", "x_: 2\n"):
             self.assertEqual(box.count(part), 1, part)
 
     def check_files(self, folder):
