@@ -28,6 +28,7 @@ struct Field {
   double highest = std::numeric_limits<double>::max();
   std::size_t maxLength = std::string::npos;                   ///< of a text, in bytes; more is cut off
   std::vector<std::pair<int, std::string_view>> choices = {};  ///< of an int: the values it may have, and their names
+  bool whileTyping = false;                                    ///< of a text: counts with every letter, not when typed
 };
 
 class FieldBar {

@@ -1,6 +1,7 @@
 #include "core/object_manager.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/serializer.h"
 #include "core/transform.h"
@@ -18,10 +19,12 @@ void ObjectManager::BuildSpecialObjects(Builder buildCursor, Builder buildCamera
 }
 
 std::uint32_t ObjectManager::AddObject(std::unique_ptr<GameObject> object) {
-  object->id = ++lastId_;
-  objectsById_[object->id] = object.get();
+  const std::uint32_t returned = std::exchange(returnedId_, 0);
+  const std::uint32_t id = returned != 0 && GetObject(returned) == nullptr ? returned : ++lastId_;
+  object->id = id;
+  objectsById_[id] = object.get();
   objects_.push_back(std::move(object));
-  return lastId_;
+  return id;
 }
 
 std::uint32_t ObjectManager::CreateObject() {
@@ -68,7 +71,7 @@ void ObjectManager::SortIfNeeded() {
   });
 }
 
-void ObjectManager::SetOrder(const std::vector<std::uint32_t>& ids) {
+void ObjectManager::SetOrder(const std::vector<std::uint32_t>& ids, bool sortDue) {
   std::unordered_map<const GameObject*, std::size_t> places;
   for (const std::uint32_t id : ids)
     if (const GameObject* object = GetObject(id)) places.emplace(object, places.size());
@@ -78,7 +81,7 @@ void ObjectManager::SetOrder(const std::vector<std::uint32_t>& ids) {
   };
   std::stable_sort(objects_.begin(), objects_.end(),
                    [&](const auto& a, const auto& b) { return placeOf(a) < placeOf(b); });
-  needsSort_ = false;
+  needsSort_ = sortDue;
 }
 
 bool ObjectManager::SaveLevel(const std::string& fileName) {
@@ -103,6 +106,7 @@ void ObjectManager::Reset() {
   cursorObject_.reset();
   cameraObject_.reset();
   lastId_ = 0;
+  returnedId_ = 0;
   needsSort_ = false;
   reportedFull_ = false;
 }

@@ -41,7 +41,7 @@ class ObjectManager {
   /// Installs the extension; not owned.
   void SetLevelExtension(LevelExtension* extension) { extension_ = extension; }
 
-  /// Appends the object under a fresh ID and returns the ID. The drawing order is not touched.
+  /// Appends the object under a fresh ID (but see ReturnIdToNext) and returns the ID. The drawing order is not touched.
   std::uint32_t AddObject(std::unique_ptr<GameObject> object);
   /// Adds a new empty object and asks for a new drawing order.
   std::uint32_t CreateObject();
@@ -60,8 +60,13 @@ class ObjectManager {
   /// Stable sort by depth, lowest z first, if something was created or loaded since the last call.
   void SortIfNeeded();
 
-  /// Puts the objects of these IDs in this order, those not named behind them; no sort is due afterwards.
-  void SetOrder(const std::vector<std::uint32_t>& ids);
+  /// Puts the objects of these IDs in this order, those not named behind them.
+  void SetOrder(const std::vector<std::uint32_t>& ids, bool sortDue);
+  /// Whether something was created or loaded since the last SortIfNeeded.
+  bool IsSortDue() const { return needsSort_; }
+  /// The next object that is added gets this ID instead of a fresh one: it is the one that had it and comes back. An ID
+  /// that an object bears is not given twice; 0 for none.
+  void ReturnIdToNext(std::uint32_t id) { returnedId_ = id; }
 
   /// Makes the objects of a level or archetype file and returns those of this file in its order. A missing or empty
   /// file gets a message and gives nothing; a damaged one gives what could be read.
@@ -84,6 +89,7 @@ class ObjectManager {
   ObjectList objects_;
   std::unordered_map<std::uint32_t, GameObject*> objectsById_;
   std::uint32_t lastId_ = 0;
+  std::uint32_t returnedId_ = 0;
   bool needsSort_ = false;
   LevelExtension* extension_ = nullptr;
   int loadDepth_ = 0;

@@ -32,9 +32,4 @@ void AddToSelection(std::uint32_t objectId) {
 std::uint32_t GetLastSelected() { return Get().last; }
 unsigned CountPicks() { return Get().picks; }
 
-void RenameInSelection(std::uint32_t oldId, std::uint32_t newId) {
-  std::replace(Get().ids.begin(), Get().ids.end(), oldId, newId);
-  if (Get().last == oldId) Get().last = newId;
-}
-
 const std::vector<std::uint32_t>& GetSelection() { return Get().ids; }

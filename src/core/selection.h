@@ -16,7 +16,4 @@ std::uint32_t GetLastSelected();
 /// Rises with every pick, also of what is selected already.
 unsigned CountPicks();
 
-/// An object has come back under another ID.
-void RenameInSelection(std::uint32_t oldId, std::uint32_t newId);
-
 const std::vector<std::uint32_t>& GetSelection();

@@ -21,7 +21,8 @@ class Serializer {
   bool OpenForWrite(const std::string& fileName);
   /// Starts a text that stays in memory, with floats at `digits` significant digits; TakeText ends it.
   void OpenInMemory(int digits);
-  /// True: nothing that is written is ever read back, so what only files need must leave no trace in the scene.
+  /// True for a text that is no file. What only files need must then leave no trace in the scene, and what is read has
+  /// been in the scene before: it starts nothing that has started already.
   bool IsInMemory() const { return inMemory_; }
   /// Ends the document and puts it in the file's place in one step; false, with the old file untouched and a message,
   /// when that fails.
@@ -92,6 +93,7 @@ class Serializer {
   bool NextLine(std::string_view& line);
   bool NextValue(std::string_view& value);
   void SkipLine();
+  bool StartReading(const std::string& name, std::string_view text);
   void Complain(const char* what, std::string_view detail);
 
   std::string fileName_;

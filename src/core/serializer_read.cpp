@@ -34,10 +34,15 @@ bool ClosesBlock(std::string_view line) { return line.front() == '}'; }
 
 bool Serializer::OpenForRead(const std::string& fileName) {
   const std::string* text = ReadCachedFile(fileName);
-  return OpenText(fileName, text == nullptr ? std::string_view{} : *text);
+  return StartReading(fileName, text == nullptr ? std::string_view{} : *text);
 }
 
 bool Serializer::OpenText(const std::string& name, std::string_view text) {
+  inMemory_ = true;
+  return StartReading(name, text);
+}
+
+bool Serializer::StartReading(const std::string& name, std::string_view text) {
   fileName_ = name;
   if (text.empty()) return false;
   position_ = text.data();

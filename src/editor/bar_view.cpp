@@ -13,7 +13,8 @@
 namespace {
 
 constexpr float kFrameSeconds = 1.0f / 60.0f;
-constexpr float kBarWidth = 330.0f;  // pixels at scale 1
+constexpr float kDoubleClickSeconds = 0.5f;  // between the two presses, as desktops have it
+constexpr float kBarWidth = 330.0f;          // pixels at scale 1
 constexpr float kBarMargin = 8.0f;
 constexpr float kScaleStep = 1440.0f;  // window rows at which the bars' pixels become twice as large
 constexpr ImU32 kOutlineColour = IM_COL32(224, 178, 60, 255);
@@ -81,6 +82,7 @@ void BarView::Start() {
   ImGui::CreateContext();
   ImGuiIO& io = ImGui::GetIO();
   io.IniFilename = nullptr;
+  io.MouseDoubleClickTime = kDoubleClickSeconds;
   io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
   for (const KeyPair& pair : kKeys) io.KeyMap[pair.key] = pair.key;
   if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
@@ -153,7 +155,8 @@ bool BarView::HandleEvent(const SDL_Event& event) {
   }
 }
 
-// A key that went down on the bars also comes up there, shown or not; one that the game has comes up for the game.
+// A key that went down on the bars repeats and comes up there, whatever has the keyboard by then and shown or not; one
+// that went down for the game comes up for the game.
 bool BarView::HandleKey(const SDL_KeyboardEvent& event) {
   const int key = event.keysym.sym;
   const auto taken = std::find(keysTaken_.begin(), keysTaken_.end(), key);
@@ -163,8 +166,11 @@ bool BarView::HandleKey(const SDL_KeyboardEvent& event) {
     keysReleased_.push_back(key);
     return true;
   }
-  if (!IsTyping()) return false;
-  if (taken == keysTaken_.end()) keysTaken_.push_back(key);
+  if (taken == keysTaken_.end()) {
+    if (!IsTyping()) return false;
+    if (event.repeat != 0) return true;
+    keysTaken_.push_back(key);
+  }
   SetKeyDown(key, true);
   return true;
 }
@@ -200,7 +206,9 @@ BarActions BarView::Run(std::span<const TweakBar* const> bars, std::span<const O
   if (!shown_) return actions;
   ImGuiIO& io = ImGui::GetIO();
   const float scale = std::max(1.0f, static_cast<float>(static_cast<int>(static_cast<float>(height) / kScaleStep) + 1));
-  io.DisplaySize = {static_cast<float>(width), static_cast<float>(height)};
+  const ImVec2 size(static_cast<float>(width), static_cast<float>(height));
+  const bool resized = size.x != io.DisplaySize.x || size.y != io.DisplaySize.y;
+  io.DisplaySize = size;
   io.DeltaTime = kFrameSeconds;
   io.FontGlobalScale = scale;
   const auto isHeld = [this](const char* name, int keyCode) {
@@ -216,7 +224,7 @@ BarActions BarView::Run(std::span<const TweakBar* const> bars, std::span<const O
   float x = kBarMargin;
   for (const TweakBar* bar : bars) {
     const float barWidth = std::min(kBarWidth * scale, (io.DisplaySize.x - 3 * kBarMargin) / 2);
-    ShowBar(*bar, x, kBarMargin, barWidth, io.DisplaySize.y - 2 * kBarMargin, actions);
+    ShowBar(*bar, {x, kBarMargin, barWidth, io.DisplaySize.y - 2 * kBarMargin, resized}, actions);
     x = io.DisplaySize.x - kBarMargin - barWidth;
   }
   ImGui::Render();

@@ -1,6 +1,7 @@
 #include "editor/bar_widgets.h"
 
 #include <imgui.h>
+#include <imgui_internal.h>
 #include <imgui_stdlib.h>
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace {
 
 using Entry = TweakBar::Entry;
 
-constexpr float kLabelShare = 0.46f;  // of a bar's width, right of the values
+constexpr float kLabelGap = 6.0f;  // pixels at scale 1, between a value and its label
 // Harbour colours: navy ground, brass for what is touched.
 const ImVec4 kNavy = {0.106f, 0.165f, 0.255f, 0.93f};
 const ImVec4 kDeepNavy = {0.07f, 0.11f, 0.18f, 1.0f};
@@ -72,25 +73,46 @@ struct Typing {
   std::string text;
 };
 
-Touched Show(const Field& /*field*/, std::string& value) {
+Touched Show(const Field& field, std::string& value) {
   static Typing typing;
   const ImGuiID id = ImGui::GetID("##value");
+  // Typing that did not end in its field, because the bars were hidden or the field went, counts for nothing.
+  const ImGuiContext& context = *ImGui::GetCurrentContext();
+  if (typing.id == id && context.ActiveId != id && context.ActiveIdPreviousFrame != id) typing.id = 0;
   if (typing.id == id) value = typing.text;
-  if (ImGui::InputText("##value", &value, ImGuiInputTextFlags_AutoSelectAll)) typing = {id, value};
+  const bool changed = ImGui::InputText("##value", &value, ImGuiInputTextFlags_AutoSelectAll);
+  if (field.whileTyping) return {changed, changed};
+  if (changed) typing = {id, value};
   if (!ImGui::IsItemDeactivated()) return {};
   const bool typed = typing.id == id;
   if (typed) typing.id = 0;
   return {typed, typed};
 }
 
-void ShowVariable(const TweakBar& bar, const Entry& entry, BarActions& actions) {
+// The width of the longest label among the variables of the group that begins at `begin`, inner groups apart. A label
+// beside a box to tick has room anyway.
+float MeasureLabels(const std::vector<Entry>& entries, std::size_t begin) {
+  float width = 0.0f;
+  int depth = 0;
+  for (std::size_t i = begin; i < entries.size() && depth >= 0; ++i) {
+    if (entries[i].kind == Entry::Kind::kGroup) ++depth;
+    if (entries[i].kind == Entry::Kind::kEndGroup) --depth;
+    if (entries[i].kind == Entry::Kind::kVariable && depth == 0 &&
+        !std::holds_alternative<bool*>(entries[i].field.target))
+      width = std::max(width, ImGui::CalcTextSize(entries[i].label.c_str()).x);
+  }
+  return width;
+}
+
+void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, BarActions& actions) {
   const Field& field = entry.field;
   FieldValue value = GetValue(field);
-  ImGui::SetNextItemWidth(-ImGui::GetWindowWidth() * kLabelShare);
+  const float gap = kLabelGap * ImGui::GetIO().FontGlobalScale;
+  ImGui::SetNextItemWidth(-labelWidth - gap);
   if (field.readOnly) ImGui::BeginDisabled();
   const Touched touched = std::visit([&](auto& held) { return Show(field, held); }, value);
   if (field.readOnly) ImGui::EndDisabled();
-  ImGui::SameLine();
+  ImGui::SameLine(0.0f, gap);
   ImGui::TextUnformatted(entry.label.c_str());
   if (touched.changed || touched.done) actions.edits.push_back({&bar, entry.path, std::move(value), touched.done});
 }
@@ -108,6 +130,7 @@ std::size_t SkipGroup(const std::vector<Entry>& entries, std::size_t begin) {
 
 void ShowEntries(const TweakBar& bar, BarActions& actions) {
   const auto& entries = bar.GetEntries();
+  std::vector<float> labelWidths = {MeasureLabels(entries, 0)};  // of the groups that are open here, innermost last
   for (std::size_t i = 0; i < entries.size();) {
     const Entry& entry = entries[i];
     ImGui::PushID(entry.path.c_str());
@@ -116,13 +139,17 @@ void ShowEntries(const TweakBar& bar, BarActions& actions) {
       case Entry::Kind::kGroup:
         open = ImGui::TreeNodeEx("##group", ImGuiTreeNodeFlags_DefaultOpen | ImGuiTreeNodeFlags_NoTreePushOnOpen, "%s",
                                  entry.label.c_str());
-        if (open) ImGui::Indent();
+        if (open) {
+          ImGui::Indent();
+          labelWidths.push_back(MeasureLabels(entries, i + 1));
+        }
         break;
       case Entry::Kind::kEndGroup:
         ImGui::Unindent();
+        labelWidths.pop_back();
         break;
       case Entry::Kind::kVariable:
-        ShowVariable(bar, entry, actions);
+        ShowVariable(bar, entry, labelWidths.back(), actions);
         break;
       case Entry::Kind::kButton:
         if (ImGui::Button(entry.label.c_str(), {-1.0f, 0.0f})) actions.presses.push_back({&bar, entry.path});
@@ -161,9 +188,9 @@ void StyleBars() {
     set(touched, kBrass);
 }
 
-void ShowBar(const TweakBar& bar, float x, float y, float width, float height, BarActions& actions) {
-  ImGui::SetNextWindowPos({x, y}, ImGuiCond_FirstUseEver);
-  ImGui::SetNextWindowSizeConstraints({width, 0.0f}, {width, height});
+void ShowBar(const TweakBar& bar, const BarPlace& place, BarActions& actions) {
+  ImGui::SetNextWindowPos({place.x, place.y}, place.again ? ImGuiCond_Always : ImGuiCond_FirstUseEver);
+  ImGui::SetNextWindowSizeConstraints({place.width, 0.0f}, {place.width, place.height});
   if (ImGui::Begin(bar.GetName().c_str(), nullptr, ImGuiWindowFlags_AlwaysAutoResize)) ShowEntries(bar, actions);
   ImGui::End();
 }

@@ -6,5 +6,14 @@
 /// Colours and distances of all bars; once, when the context is there.
 void StyleBars();
 
-/// Shows a bar with its upper left corner at (x, y), at most that large; what is done on it is added to `actions`.
-void ShowBar(const TweakBar& bar, float x, float y, float width, float height, BarActions& actions);
+/// Where a bar stands until somebody moves it, in window pixels.
+struct BarPlace {
+  float x;  ///< of the upper left corner
+  float y;
+  float width;
+  float height;  ///< at most
+  bool again;    ///< go there now, moved or not
+};
+
+/// Shows a bar; what is done on it is added to `actions`.
+void ShowBar(const TweakBar& bar, const BarPlace& place, BarActions& actions);

@@ -19,9 +19,16 @@ float Snapped(float value) { return std::round(value / Drag::kGrid) * Drag::kGri
 
 }  // namespace
 
-void Drag::ForgetPicks() {
+void Drag::Stop(History& history) {
   picks_ = CountPicks();
-  Stop();
+  End(history);
+}
+
+void Drag::End(History& history) {
+  const GameObject* object = Objects().GetObject(objectId_);
+  if (object != nullptr && moved_)
+    history.RecordEdit(objectId_, kPath, before_, object->GetTransform().position, false);
+  objectId_ = 0;
 }
 
 void Drag::Update(History& history) {
@@ -31,16 +38,10 @@ void Drag::Update(History& history) {
     if (held) Begin();
   }
   GameObject* object = Objects().GetObject(objectId_);
-  if (object == nullptr) {
-    Stop();
-    return;
-  }
-  if (held) {
+  if (held && object != nullptr)
     Move(*object);
-    return;
-  }
-  if (moved_) history.RecordEdit(objectId_, kPath, before_, object->GetTransform().position, false);
-  Stop();
+  else
+    End(history);
 }
 
 void Drag::Begin() {

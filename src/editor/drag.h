@@ -14,13 +14,12 @@ class Drag {
 
   /// Once a frame, after the events: begins with a pick, moves the object, and records the whole way as one step.
   void Update(History& history);
-  /// Lets go; where the object is now it stays.
-  void Stop() { objectId_ = 0; }
-  /// Picks up to now begin nothing.
-  void ForgetPicks();
+  /// Lets go; where the object is now it stays. Picks up to now begin nothing.
+  void Stop(History& history);
 
  private:
   void Begin();
+  void End(History& history);
   void Move(GameObject& object);
 
   std::uint32_t objectId_ = 0;  // 0: nothing is dragged

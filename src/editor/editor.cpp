@@ -54,8 +54,8 @@ void Editor::Init() {
   autosaveCount_ = 0;
   status_.clear();
   faults_.clear();
+  drag_.Stop(history_);
   history_.Clear();
-  drag_.ForgetPicks();
   FillBars();
 }
 
@@ -76,7 +76,8 @@ bool Editor::HandleEvent(const SDL_Event& event) {
 void Editor::Toggle() {
   view_.SetShown(!IsShown());
   GetPlatform().ShowPointer(IsShown());
-  drag_.ForgetPicks();
+  drag_.Stop(history_);
+  history_.CloseStep();
 }
 
 // The bars are filled anew in every shown frame: fields move and go with the scene, and nothing else runs between the
@@ -102,7 +103,7 @@ void Editor::Update() {
   for (const BarActions::Press& press : actions.presses) {
     FillBars();
     const auto* entry = find(*press.bar, press.path);
-    if (entry != nullptr && entry->press) Do(entry->press);
+    if (entry != nullptr && entry->press) PressButton(*press.bar, *entry);
   }
 }
 
@@ -115,8 +116,9 @@ const TweakBar* Editor::FindBarOf(std::string_view label, const TweakBar::Entry*
 std::string Editor::Press(std::string_view label) {
   FillBars();
   const TweakBar::Entry* entry = nullptr;
-  if (FindBarOf(label, &entry) == nullptr || !entry->press) return Telling("the bars have no button ", label);
-  Do(entry->press);
+  const TweakBar* bar = FindBarOf(label, &entry);
+  if (bar == nullptr || !entry->press) return Telling("the bars have no button ", label);
+  PressButton(*bar, *entry);
   return {};
 }
 
@@ -140,29 +142,47 @@ std::string Editor::Get(std::string_view label) {
   return isVariable ? TextOf(entry->field) : std::string{};
 }
 
-// A step of the history names the variable as it stands on a bar of its object alone.
+// The object that an entry belongs to; null for an entry of the tools.
+const Editor::ObjectRange* Editor::FindObjectOf(const TweakBar& bar, const TweakBar::Entry& entry) const {
+  if (&bar != &properties_) return nullptr;
+  const auto index = static_cast<std::size_t>(&entry - bar.GetEntries().data());
+  for (const ObjectRange& range : ranges_)
+    if (index >= range.first && index < range.end) return &range;
+  return nullptr;
+}
+
+// A step of the history names the variable as it stands on a bar of its object alone, where a copy has its old value.
 void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done) {
   const FieldValue before = GetValue(entry.field);
   SetValue(entry.field, value);
-  if (&bar != &properties_) return;
-  const FieldValue after = GetValue(entry.field);
+  const ObjectRange* range = FindObjectOf(bar, entry);
+  GameObject* object = range == nullptr ? nullptr : Objects().GetObject(range->id);
+  if (object == nullptr) return;
+  TweakBar alone("object");
+  AddObjectFields(alone, *object);
+  object->GetTransform().Rebuild();  // a save before the next update writes the matrix too
   const auto index = static_cast<std::size_t>(&entry - bar.GetEntries().data());
-  for (const ObjectRange& range : ranges_) {
-    GameObject* object = Objects().GetObject(range.id);
-    if (index < range.first || index >= range.end || object == nullptr) continue;
-    TweakBar alone("object");
-    AddObjectFields(alone, *object);
-    object->GetTransform().Rebuild();  // a save before the next update writes the matrix too
-    history_.RecordEdit(range.id, alone.GetEntries()[index - range.first].path, before, after, !done);
-  }
+  const TweakBar::Entry& recorded = alone.GetEntries()[index - range->first];
+  history_.RecordEdit(range->id, recorded.path, before, GetValue(recorded.field), !done);
 }
 
-// A copy of the action, since it may empty the bar that holds it.
+// The tools record what they do by themselves.
+void Editor::PressButton(const TweakBar& bar, const TweakBar::Entry& entry) {
+  const ObjectRange* range = FindObjectOf(bar, entry);
+  const std::uint32_t id = range == nullptr ? 0 : range->id;
+  const std::function<void()> press = entry.press;  // a copy, since it may empty the bar that holds it
+  Do([&] {
+    if (id == 0)
+      press();
+    else
+      history_.RecordChangeBy(id, press);
+  });
+}
+
 void Editor::Do(const std::function<void()>& action) {
-  const std::function<void()> kept = action;
   Heard().clear();
   SetPrintListener(Hear);
-  kept();
+  action();
   SetPrintListener(nullptr);
   status_ = Heard();
   if (status_.size() > kMaxStatusLines) status_.erase(status_.begin(), status_.end() - kMaxStatusLines);

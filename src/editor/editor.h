@@ -65,7 +65,9 @@ class Editor {
   void FillPalette();
   void FillProperties();
   const TweakBar* FindBarOf(std::string_view label, const TweakBar::Entry** entry) const;
+  const ObjectRange* FindObjectOf(const TweakBar& bar, const TweakBar::Entry& entry) const;
   void ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done);
+  void PressButton(const TweakBar& bar, const TweakBar::Entry& entry);
   void Do(const std::function<void()>& action);
   void Toggle();
 
@@ -76,7 +78,7 @@ class Editor {
   void AddComponent(std::string_view textName);
   void AddScript(const std::string& name);
   void Kill();
-  /// The object that was selected first or last, or null with a line.
+  /// Of the selected objects that are alive the first, and the one picked last; null with a line when there is none.
   GameObject* FirstSelected() const;
   GameObject* LastSelected() const;
 

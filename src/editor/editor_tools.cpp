@@ -38,11 +38,9 @@ std::string Lowered(std::string_view text) {
 
 std::string NameOf(const GameObject& object) { return object.name.empty() ? "Nameless-Object" : object.name; }
 
-GameObject* Alive(std::uint32_t id) {
+GameObject* FindAlive(std::uint32_t id) {
   GameObject* object = Objects().GetObject(id);
-  if (object != nullptr && object->alive) return object;
-  Print("nothing is selected\n");
-  return nullptr;
+  return object != nullptr && object->alive ? object : nullptr;
 }
 
 }  // namespace
@@ -89,7 +87,10 @@ void Editor::FillFileButtons() {
   });
   tools_.AddButton("Load Archetype", [this] { LoadArchetype(); });
   tools_.AddButton("Load Texture", [this] {
-    if (textureName_.empty()) return;
+    if (textureName_.empty()) {
+      Print("no picture name, nothing is loaded\n");
+      return;
+    }
     GetRenderer().LoadTexture(textureName_);
     if (GetRenderer().GetTexture(textureName_) != 0) Print("loaded the picture %s\n", textureName_.c_str());
   });
@@ -106,7 +107,9 @@ void Editor::FillObjectButtons() {
 
 // Components and scripts by part of their name, whatever the case.
 void Editor::FillPalette() {
-  tools_.Add("Find", &find_);
+  Field find{"Find", &find_};
+  find.whileTyping = true;
+  tools_.Add(find);
   if (find_.empty()) return;
   const std::string wanted = Lowered(find_);
   std::size_t found = 0;
@@ -123,11 +126,19 @@ void Editor::FillPalette() {
 
 GameObject* Editor::FirstSelected() const {
   for (const std::uint32_t id : GetSelection())
-    if (const GameObject* object = Objects().GetObject(id); object != nullptr && object->alive) return Alive(id);
-  return Alive(0);
+    if (GameObject* object = FindAlive(id)) return object;
+  Print("nothing is selected\n");
+  return nullptr;
 }
 
-GameObject* Editor::LastSelected() const { return Alive(GetLastSelected()); }
+GameObject* Editor::LastSelected() const {
+  if (GameObject* picked = FindAlive(GetLastSelected())) return picked;
+  const auto& ids = GetSelection();
+  for (auto id = ids.rbegin(); id != ids.rend(); ++id)
+    if (GameObject* object = FindAlive(*id)) return object;
+  Print("nothing is selected\n");
+  return nullptr;
+}
 
 void Editor::MakeTestObject(const TestObject& test) {
   const GameObject* object = test.make();

@@ -129,6 +129,14 @@ bool SetValue(const Field& field, const FieldValue& value) {
       field.target);
 }
 
+void PutBack(const Field& field, const FieldValue& value) {
+  std::visit(
+      [&](auto* target) {
+        if (const auto* had = std::get_if<Pointee<decltype(target)>>(&value)) *target = *had;
+      },
+      field.target);
+}
+
 std::string TextOf(const Field& field) {
   if (int* const* chosen = std::get_if<int*>(&field.target))
     for (const auto& [value, name] : field.choices)

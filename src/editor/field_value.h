@@ -16,6 +16,9 @@ FieldValue GetValue(const Field& field);
 /// type and a read-only field change nothing. True when the field holds something else afterwards.
 bool SetValue(const Field& field, const FieldValue& value);
 
+/// Puts a value that the field has had back into it, whatever its limits. A value of another type changes nothing.
+void PutBack(const Field& field, const FieldValue& value);
+
 /// As one writes it: "true", "1.5", "0 -1 0", the name of a choice, or the text itself.
 std::string TextOf(const Field& field);
 

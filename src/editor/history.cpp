@@ -1,22 +1,32 @@
 #include "editor/history.h"
 
+#include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "core/object_manager.h"
-#include "core/selection.h"
+#include "core/print.h"
 #include "core/transform.h"
 #include "editor/object_fields.h"
 #include "editor/tweak_bar.h"
 
 namespace {
 
-std::vector<std::uint32_t> PresentOrder() {
-  std::vector<std::uint32_t> order;
-  for (const auto& object : Objects().GetObjects()) order.push_back(object->id);
-  return order;
+std::string NameOf(const GameObject& object) { return object.name.empty() ? "Nameless-Object" : object.name; }
+
+// Whether nothing that files keep has joined the list since.
+bool HasNothingNew(const std::vector<std::uint32_t>& order) {
+  const std::unordered_set<std::uint32_t> known(order.begin(), order.end());
+  return std::all_of(Objects().GetObjects().begin(), Objects().GetObjects().end(),
+                     [&](const auto& object) { return object->core || known.count(object->id) != 0; });
 }
 
-std::string NameOf(const GameObject& object) { return object.name.empty() ? "Nameless-Object" : object.name; }
+void Remove(std::uint32_t id) {
+  GameObject* object = Objects().GetObject(id);
+  if (object == nullptr) return;
+  object->alive = false;
+  Objects().RemoveDeadObjects();
+}
 
 }  // namespace
 
@@ -26,6 +36,14 @@ void History::Record(Step step) {
   done_.push_back(std::move(step));
 }
 
+History::OrderPointer History::PresentOrder(std::uint32_t without) {
+  Order order{{}, Objects().IsSortDue()};
+  for (const auto& object : Objects().GetObjects())
+    if (object->id != without) order.ids.push_back(object->id);
+  if (lastOrder_ == nullptr || *lastOrder_ != order) lastOrder_ = std::make_shared<const Order>(std::move(order));
+  return lastOrder_;
+}
+
 void History::RecordEdit(std::uint32_t objectId, const std::string& path, const FieldValue& before,
                          const FieldValue& after, bool open) {
   Edit* last = done_.empty() ? nullptr : std::get_if<Edit>(&done_.back());
@@ -33,42 +51,52 @@ void History::RecordEdit(std::uint32_t objectId, const std::string& path, const 
     last->after = after;
     last->open = open;
   } else if (before != after) {
-    Record(Edit{objectId, path, before, after, open});
+    Record(Edit{objectId, path, before, after, open, PresentOrder()});
   }
+}
+
+void History::CloseStep() {
+  if (Edit* last = done_.empty() ? nullptr : std::get_if<Edit>(&done_.back())) last->open = false;
 }
 
 void History::RecordKill(GameObject& object) {
-  if (!CanTakeSnapshot(object)) {
-    Clear();
+  if (CanTakeSnapshot(object)) {
+    Record(Change{object.id, "the kill of " + NameOf(object), TakeSnapshot(object), {}, {}, false, PresentOrder()});
     return;
   }
-  Record(Change{object.id, "the kill of " + NameOf(object), TakeSnapshot(object), {}, {}, true, false, PresentOrder()});
+  Print("%s cannot be brought back: nothing is left to undo\n", NameOf(object).c_str());
+  Clear();
 }
 
 void History::RecordCreation(const GameObject& object, Maker make) {
-  std::vector<std::uint32_t> order = PresentOrder();
-  std::erase(order, object.id);
-  Record(Change{object.id, "the making of " + NameOf(object), {}, {}, std::move(make), false, true, std::move(order)});
+  OrderPointer order = PresentOrder(object.id);
+  Record(Change{object.id, "the making of " + NameOf(object), {}, {}, std::move(make), true, std::move(order)});
 }
 
 void History::RecordGrowth(GameObject& object) {
-  if (!CanTakeSnapshot(object)) {
+  if (CanTakeSnapshot(object))
+    Record(Change{object.id, "an addition to " + NameOf(object), TakeSnapshot(object), {}, {}, true, PresentOrder()});
+  else
     Clear();
+}
+
+void History::RecordChangeBy(std::uint32_t objectId, const std::function<void()>& change) {
+  GameObject* object = Objects().GetObject(objectId);
+  if (object == nullptr || !CanTakeSnapshot(*object)) {
+    change();
     return;
   }
-  Record(
-      Change{object.id, "an addition to " + NameOf(object), TakeSnapshot(object), {}, {}, true, true, PresentOrder()});
+  Snapshot before = TakeSnapshot(*object);
+  OrderPointer order = PresentOrder();
+  change();
+  object = Objects().GetObject(objectId);
+  if (object == nullptr || TakeSnapshot(*object).text == before.text) return;
+  Record(Change{objectId, "an addition to " + NameOf(*object), std::move(before), {}, {}, true, std::move(order)});
 }
 
 void History::Clear() {
   done_.clear();
   undone_.clear();
-  renamed_.clear();
-}
-
-std::uint32_t History::Resolve(std::uint32_t id) const {
-  for (auto found = renamed_.find(id); found != renamed_.end(); found = renamed_.find(id)) id = found->second;
-  return id;
 }
 
 std::string History::Undo() {
@@ -76,10 +104,16 @@ std::string History::Undo() {
   Step step = std::move(done_.back());
   done_.pop_back();
   std::string said;
-  if (Edit* edit = std::get_if<Edit>(&step))
+  OrderPointer order;
+  if (Edit* edit = std::get_if<Edit>(&step)) {
     said = Apply(*edit, edit->before);
-  else
+    // A save sorts the list by depth, and the depth may be what was edited.
+    if (HasNothingNew(edit->order->ids)) order = edit->order;
+  } else {
     said = Undo(std::get<Change>(step));
+    order = std::get<Change>(step).order;
+  }
+  if (order != nullptr) Objects().SetOrder(order->ids, order->sortDue);
   undone_.push_back(std::move(step));
   return "undid " + said;
 }
@@ -97,14 +131,14 @@ std::string History::Redo() {
   return "did again " + said;
 }
 
-std::string History::Apply(const Edit& edit, const FieldValue& value) const {
-  GameObject* object = Objects().GetObject(Resolve(edit.id));
+std::string History::Apply(const Edit& edit, const FieldValue& value) {
+  GameObject* object = Objects().GetObject(edit.id);
   if (object == nullptr) return edit.path.substr(1) + ": its object is gone";
   TweakBar bar("undo");
   AddObjectFields(bar, *object);
   for (const TweakBar::Entry& entry : bar.GetEntries()) {
     if (entry.path != edit.path || entry.kind != TweakBar::Entry::Kind::kVariable) continue;
-    SetValue(entry.field, value);
+    PutBack(entry.field, value);
     object->GetTransform().Rebuild();
     return NameOf(*object) + edit.path + " = " + TextOf(entry.field);
   }
@@ -112,36 +146,22 @@ std::string History::Apply(const Edit& edit, const FieldValue& value) const {
 }
 
 std::string History::Undo(Change& change) {
-  Remove(change, change.hasAfter && !change.make ? &change.after : nullptr);
-  if (change.before) Bring(change, MakeFromSnapshot(*change.before));
-  RestoreOrder(change);
+  GameObject* object = Objects().GetObject(change.id);
+  if (object != nullptr && change.hasAfter && !change.make) change.after = TakeSnapshot(*object);
+  Remove(change.id);
+  if (change.before) MakeFromSnapshot(*change.before);
   return change.what;
 }
 
 std::string History::Redo(Change& change) {
-  Remove(change, nullptr);
-  if (change.hasAfter) Bring(change, change.make ? change.make() : MakeFromSnapshot(*change.after));
-  if (change.hasBefore) RestoreOrder(change);
+  Remove(change.id);
+  if (change.make) {
+    Objects().ReturnIdToNext(change.id);
+    change.make();
+    Objects().ReturnIdToNext(0);
+  } else if (change.after) {
+    MakeFromSnapshot(*change.after);
+  }
+  if (change.before) Objects().SetOrder(change.order->ids, change.order->sortDue);
   return change.what;
-}
-
-void History::Remove(Change& change, std::optional<Snapshot>* keep) const {
-  GameObject* object = Objects().GetObject(Resolve(change.id));
-  if (object == nullptr) return;
-  if (keep != nullptr) *keep = TakeSnapshot(*object);
-  object->alive = false;
-  Objects().RemoveDeadObjects();
-}
-
-void History::Bring(const Change& change, GameObject* object) {
-  if (object == nullptr) return;
-  const std::uint32_t former = Resolve(change.id);
-  renamed_[former] = object->id;
-  RenameInSelection(former, object->id);
-}
-
-void History::RestoreOrder(const Change& change) const {
-  std::vector<std::uint32_t> order;
-  for (const std::uint32_t id : change.order) order.push_back(Resolve(id));
-  Objects().SetOrder(order);
 }

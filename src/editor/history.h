@@ -1,13 +1,13 @@
-// What has been done to the scene, step by step, to be undone and done again. Steps name objects by ID; an object that
-// comes back has a new one, which the history keeps track of. Undo and redo destroy objects at once, so they run only
-// where nobody walks the object list.
+// What has been done to the scene, step by step, to be undone and done again. Steps name objects by ID, which an object
+// that comes back gets again. Undo and redo destroy objects at once, so they run only where nobody walks the object
+// list.
 #pragma once
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -23,12 +23,17 @@ class History {
   /// this step.
   void RecordEdit(std::uint32_t objectId, const std::string& path, const FieldValue& before, const FieldValue& after,
                   bool open);
+  /// The next edit is a step of its own, whatever was open.
+  void CloseStep();
   /// An object about to be killed.
   void RecordKill(GameObject& object);
   /// A fresh object; `make` makes it again.
   void RecordCreation(const GameObject& object, Maker make);
   /// An object about to get another component or script.
   void RecordGrowth(GameObject& object);
+  /// Lets `change` happen to the object, which may not outlive it. A step if files would keep something else of it
+  /// afterwards.
+  void RecordChangeBy(std::uint32_t objectId, const std::function<void()>& change);
   /// Forgets everything, after what cannot be undone.
   void Clear();
 
@@ -38,12 +43,22 @@ class History {
   std::size_t CountUndoable() const { return done_.size(); }
 
  private:
+  // The object list at a moment.
+  struct Order {
+    std::vector<std::uint32_t> ids;
+    bool sortDue;
+
+    bool operator==(const Order&) const = default;
+  };
+  using OrderPointer = std::shared_ptr<const Order>;  // shared by the steps between two changes of the list
+
   struct Edit {
     std::uint32_t id;
     std::string path;
     FieldValue before;
     FieldValue after;
     bool open;
+    OrderPointer order;  // before
   };
   // The object as it was before and after, absent when it was not there.
   struct Change {
@@ -52,22 +67,18 @@ class History {
     std::optional<Snapshot> before;
     std::optional<Snapshot> after;
     Maker make;
-    bool hasBefore;
     bool hasAfter;
-    std::vector<std::uint32_t> order;  // of the whole list before
+    OrderPointer order;  // before
   };
   using Step = std::variant<Edit, Change>;
 
   void Record(Step step);
-  std::uint32_t Resolve(std::uint32_t id) const;
-  std::string Apply(const Edit& edit, const FieldValue& value) const;
-  std::string Undo(Change& change);
-  std::string Redo(Change& change);
-  void Remove(Change& change, std::optional<Snapshot>* keep) const;
-  void Bring(const Change& change, GameObject* object);
-  void RestoreOrder(const Change& change) const;
+  OrderPointer PresentOrder(std::uint32_t without = 0);
+  static std::string Apply(const Edit& edit, const FieldValue& value);
+  static std::string Undo(Change& change);
+  static std::string Redo(Change& change);
 
   std::vector<Step> done_;
   std::vector<Step> undone_;
-  std::unordered_map<std::uint32_t, std::uint32_t> renamed_;  // an object's former ID to its next one
+  OrderPointer lastOrder_;
 };

@@ -1,6 +1,7 @@
 #include "editor/level_files.h"
 
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -38,7 +39,7 @@ bool Save(const std::string& name) {
 
 bool IsNumber(const std::string& text, float& number) {
   const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-  return result.ec == std::errc{} && result.ptr == text.data() + text.size();
+  return result.ec == std::errc{} && result.ptr == text.data() + text.size() && std::isfinite(number);
 }
 
 }  // namespace
@@ -77,6 +78,7 @@ void LoadLevelFile(const std::string& name, float& duration) {
 }
 
 bool SaveArchetype(const std::string& name, GameObject& object) {
+  if (name.empty()) Print("no archetype name, nothing is saved\n");
   if (name.empty() || !MayBeWritten(name)) return false;
   Serializer writer;
   writer.OpenForWrite(name);

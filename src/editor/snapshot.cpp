@@ -2,6 +2,7 @@
 
 #include "core/object_manager.h"
 #include "core/serializer.h"
+#include "core/transform.h"
 #include "editor/object_fields.h"
 #include "editor/tweak_bar.h"
 #include "physics/rigid_body.h"
@@ -9,7 +10,7 @@
 namespace {
 
 constexpr int kExactDigits = 9;  // of a float's decimal text
-constexpr Kind kNotInFiles[] = {Kind::kCamera, Kind::kMouseComponent, Kind::kPrimitiveAssemblage, Kind::kSpriteText};
+constexpr Kind kNotToBeMade[] = {Kind::kCamera, Kind::kMouseComponent};
 
 std::string TextOfObject(GameObject& object) {
   Serializer writer;
@@ -23,7 +24,7 @@ std::string TextOfObject(GameObject& object) {
 }  // namespace
 
 bool CanTakeSnapshot(const GameObject& object) {
-  for (const Kind kind : kNotInFiles)
+  for (const Kind kind : kNotToBeMade)
     if (object.GetComponent(kind) != nullptr) return false;
   return true;
 }
@@ -31,7 +32,10 @@ bool CanTakeSnapshot(const GameObject& object) {
 // The generators' numbers mean nothing outside a file, so the text goes without them.
 Snapshot TakeSnapshot(GameObject& object) {
   Snapshot snapshot;
+  snapshot.id = object.id;
   snapshot.name = object.name;
+  snapshot.parts = TakeUnsavedParts(object);
+  snapshot.orientation = object.GetTransform().orientation;
   auto* body = object.Get<GalePhysics::RigidBody>();
   if (body != nullptr) {
     snapshot.generators.swap(body->generators);
@@ -51,10 +55,13 @@ Snapshot TakeSnapshot(GameObject& object) {
 }
 
 GameObject* MakeFromSnapshot(const Snapshot& snapshot) {
+  Objects().ReturnIdToNext(snapshot.id);
   const auto made = Objects().LoadText("undo", snapshot.text);
+  Objects().ReturnIdToNext(0);
   if (made.empty()) return nullptr;
   GameObject& object = *made.front();
   object.name = snapshot.name;
+  PutUnsavedParts(snapshot.parts, object);
   if (auto* body = object.Get<GalePhysics::RigidBody>()) {
     body->generators = snapshot.generators;
     body->baseOfGenerators = snapshot.baseOfGenerators;
@@ -65,7 +72,11 @@ GameObject* MakeFromSnapshot(const Snapshot& snapshot) {
   for (const TweakBar::Entry& entry : bar.GetEntries()) {
     if (entry.kind != TweakBar::Entry::Kind::kVariable || next >= snapshot.values.size()) continue;
     const auto& [path, value] = snapshot.values[next++];
-    if (path == entry.path) SetValue(entry.field, value);
+    if (path == entry.path) PutBack(entry.field, value);
+  }
+  if (Transform& transform = object.GetTransform(); transform.orientation != snapshot.orientation) {
+    transform.orientation = snapshot.orientation;
+    transform.Rebuild();
   }
   return &object;
 }

@@ -1,5 +1,5 @@
-// An object put aside, to be made again exactly: what files keep of it, at full precision, what bars show of it, and
-// the generators that push it.
+// An object put aside, to be made again exactly: what files keep of it, at full precision, what bars show of it, its
+// text and assemblage, and the generators that push it.
 #pragma once
 
 #include <string>
@@ -8,23 +8,27 @@
 
 #include "core/game_object.h"
 #include "editor/field_value.h"
+#include "editor/unsaved_parts.h"
 
 namespace GalePhysics {
 class ForceGenerator;
 }
 
 struct Snapshot {
+  std::uint32_t id;
   std::string name;
   std::string text;                                        ///< a document with the object alone
   std::vector<std::pair<std::string, FieldValue>> values;  ///< by path on a bar of its own
   std::vector<GalePhysics::ForceGenerator*> generators;    ///< these live to the end of the run
   std::vector<GalePhysics::ForceGenerator*> baseOfGenerators;
+  UnsavedParts parts;
+  Quaternion orientation;  ///< which some scripts set when they are attached
 };
 
-/// False for an object with a component that files do not keep, such as a text.
+/// False for an object with a camera or the mouse in it.
 bool CanTakeSnapshot(const GameObject& object);
 /// Nothing of the object changes.
 Snapshot TakeSnapshot(GameObject& object);
-/// Makes the object at the end of the list, under a new ID. Scripts are read and attached as from a file, with all that
-/// follows. Null when the scene is full.
+/// Makes the object at the end of the list, under its own ID, which no other may bear. Scripts are read and attached as
+/// from a file, but a match does not begin anew. Null when the scene is full.
 GameObject* MakeFromSnapshot(const Snapshot& snapshot);

@@ -15,6 +15,6 @@ void MouseComponent::Update(float /*step*/) {
 
 void MouseComponent::OnCollision(const CollisionPair& pair) {
   if (!Input::IsMouseButtonTriggered(Input::MouseButton::kLeft)) return;
-  if (!Input::IsKeyDown("shift")) ClearSelection();
+  if (!Input::IsKeyDown("shift") && !Input::IsKeyDown("rshift")) ClearSelection();
   AddToSelection((pair.self == owner ? pair.other : pair.self)->id);
 }

@@ -131,7 +131,7 @@ void SegmentManager::Deserialize(Serializer& reader) {
   if (static_cast<int>(segments_.size()) != count)
     Print("%s: says %d segments, %zu follow\n", where.c_str(), count, segments_.size());
   reader.ReadString();
-  if (!segments_.empty()) BeginSegment();
+  if (!segments_.empty() && !reader.IsInMemory()) BeginSegment();
 }
 
 void SegmentManager::AddToTweakBar(FieldBar& bar) {

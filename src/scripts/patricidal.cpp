@@ -3,6 +3,7 @@
 #include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/script_box.h"
+#include "core/serializer.h"
 
 void Patricidal::Update(float /*step*/) {
   if (!armed_) return;
@@ -10,6 +11,6 @@ void Patricidal::Update(float /*step*/) {
   owner->Get<ScriptBox>()->RetireScripts();
 }
 
-void Patricidal::Deserialize(Serializer& /*reader*/) { armed_ = true; }
+void Patricidal::Deserialize(Serializer& reader) { armed_ = !reader.IsInMemory(); }
 
 void Patricidal::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("patricidal"); }

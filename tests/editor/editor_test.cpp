@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <tuple>
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
+#include "core/script_registry.h"
 #include "core/scripted_platform.h"
 #include "core/selection.h"
 #include "core/transform.h"
+#include "editor/object_fields.h"
+#include "editor/test_objects.h"
 #include "frame.h"
 #include "game_events.h"
 #include "graphics/sprite.h"
@@ -16,6 +20,7 @@
 #include "match/objective_manager.h"
 #include "match/segment_manager.h"
 #include "physics/box_collider.h"
+#include "physics/primitive_assemblage.h"
 #include "physics/sphere_collider.h"
 #include "scripts/death_timer.h"
 #include "test_world.h"
@@ -49,10 +54,11 @@ class EditorTest : public ::testing::Test {
     return WithoutIds(world.ReadFile(name));
   }
 
-  void Key(int code, bool down) {
+  void Key(int code, bool down, bool repeat = false) {
     SDL_Event event{};
     event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
     event.key.keysym.sym = code;
+    event.key.repeat = repeat ? 1 : 0;
     platform.Push(event);
   }
   void Tap(int code) {
@@ -116,6 +122,10 @@ TEST_F(EditorTest, ClicksPickAndShiftAddsAndTheBarShowsThem) {
   EXPECT_EQ(Objects().FindObjectByName("left"), nullptr) << "the last one that was picked goes";
   EXPECT_EQ(editor.Get("left/name"), "");
   EXPECT_EQ(editor.Get("name"), "right");
+  Press("Kill Selected Object");
+  EXPECT_FALSE(Objects().GetObject(GetSelection().front())->alive) << "then the one before it";
+  Press("Kill Selected Object");
+  EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{"nothing is selected"});
 }
 
 TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
@@ -197,6 +207,10 @@ TEST_F(EditorTest, LoadingTakesTheDurationFromANumberAlone) {
   EXPECT_EQ(FindDeathTimer(*Objects().FindObjectByName("timed"))->endTime, 7.5f);
   EXPECT_EQ(Objects().GetObjects().size(), 1u);
   EXPECT_EQ(editor.Get("Level Duration"), "7.5");
+  world.WriteFile("words", "{\n\t1: {\n\t\tName: Infinity\n\t\tCore: false\n\t}\n}\n");
+  Set("FileName", "words");
+  Press("Load Level");
+  EXPECT_TRUE(Last().alive) << "a name that is no number of seconds";
 }
 
 TEST_F(EditorTest, ArchetypesHoldTheLastSelectedAndComeBackInTheMiddle) {
@@ -204,6 +218,7 @@ TEST_F(EditorTest, ArchetypesHoldTheLastSelectedAndComeBackInTheMiddle) {
   Select(world.Add("two", {4, 5, 0}));
   Set("ArchetypeName", "");
   Press("Save Archetype");
+  EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{"no archetype name, nothing is saved"});
   Set("ArchetypeName", "pattern");
   Press("Save Archetype");
   EXPECT_EQ(Count(world.ReadFile("pattern"), "Name: "), 1);
@@ -250,6 +265,66 @@ TEST_F(EditorTest, SegmentsAndObjectivesGrowFromTheBar) {
   Press("Add above objective");
   EXPECT_EQ(editor.Get("Sections"), "1");
   EXPECT_NE(editor.Set("Sections", "4"), "");
+  for (int steps = 7; steps > 0; --steps) Press("Undo");
+  EXPECT_EQ(editor.Get("Sections"), "0");
+  EXPECT_EQ(editor.Get("levelName1"), "");
+  for (int steps = 7; steps > 0; --steps) Press("Redo");
+  EXPECT_EQ(editor.Get("Sections"), "1");
+  EXPECT_EQ(editor.Get("Segment1/duration"), "3");
+  EXPECT_EQ(editor.Get("levelName2"), "second");
+}
+
+// The stage has what the reading of a file would bring once more.
+TEST_F(EditorTest, AKilledMatchControllerComesBackWithoutAnotherPiece) {
+  world.Add("fish");
+  Objects().SaveLevel("piece");
+  GameObject& manager = Select(world.Add("segmentmanager"));
+  manager.Insert(std::make_unique<ScriptBox>()).AddScript("SegmentManager");
+  Press("Add Segment");
+  Set("levelName1", "piece");
+  const std::string before = Saved("before");
+  Press("Kill Selected Object");
+  Frames();
+  Press("Undo");
+  EXPECT_EQ(Saved("after"), before);
+}
+
+// What no file keeps comes back too, and under its own ID, by which others know it.
+TEST_F(EditorTest, AKilledWhaleComesBackWithItsBody) {
+  Press("Make Assemblage");
+  const std::uint32_t id = Select(Last()).id;
+  const auto partOf = [&](std::size_t part) {
+    return Objects().GetObject(id)->Get<GalePhysics::PrimitiveAssemblage>()->boxes.at(part).get();
+  };
+  const GalePhysics::BoxCollider* nose = partOf(0);
+  const auto before = std::tuple{nose->halfExtents, nose->partOffset, nose->partRotation};
+  const float reach = Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize;
+  Press("Kill Selected Object");
+  Frames();
+  EXPECT_EQ(Objects().GetObject(id), nullptr);
+  Press("Undo");
+  ASSERT_NE(Objects().GetObject(id), nullptr);
+  nose = partOf(0);
+  EXPECT_EQ(before, std::tuple(nose->halfExtents, nose->partOffset, nose->partRotation));
+  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize, reach);
+  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->boxes.size(), 2u);
+}
+
+// A save sorts the scene by depth; the order under the old depth comes back with it, and values beyond the limits too.
+TEST_F(EditorTest, UndoOfAnEditBringsBackTheOrderAndValuesThatABarWouldNotTake) {
+  world.Add("first", {0, 0, 1});
+  GameObject& box = Select(world.AddBox("second", {0, 0, 1}, {.inverseMass = 0.0f}));
+  box.Get<GalePhysics::BoxCollider>()->broadPhaseSize = -2.0f;
+  const std::string before = Saved("before");
+  Set("broad phase size", "3");
+  Set("Transform/position", "0 0 0");
+  Set("Rotation", "1");
+  Set("FileName", "between");
+  Press("Save Level");
+  Frames();
+  EXPECT_EQ(Objects().GetObjects().front()->name, "second");
+  for (int steps = 2; steps > 0; --steps) Press("Undo");
+  EXPECT_EQ(Saved("after"), before);
 }
 
 TEST_F(EditorTest, TestEpisodeBeginsAnew) {
@@ -274,7 +349,7 @@ TEST_F(EditorTest, TestEpisodeBeginsAnew) {
 
 TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   int bound = 0;
-  Input::BindKeyDown(SDLK_p, [&] { ++bound; });
+  for (const int key : {SDLK_p, SDLK_ESCAPE, SDLK_RETURN}) Input::BindKeyDown(key, [&] { ++bound; });
   Tap(SDLK_p);
   EXPECT_EQ(bound, 1);
   EXPECT_FALSE(platform.IsPointerShown());
@@ -292,18 +367,36 @@ TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   Frames();
   EXPECT_EQ(bound, 2);
   EXPECT_FALSE(Input::IsLetterDown('p'));
-  EXPECT_FALSE(Input::IsKeyDown("enter"));
+  Key(SDLK_ESCAPE, true);
+  Frames();
+  EXPECT_FALSE(Input::IsKeyDown("esc"));
+  Key(SDLK_ESCAPE, false);
+  Click(60, 42);
+  platform.Push(typed);
+  Frames();
   Key(SDLK_p, false);
-  Tap(SDLK_RETURN);
+  Key(SDLK_RETURN, true);
   Frames(2);
+  EXPECT_FALSE(Input::IsKeyDown("enter"));
+  Key(SDLK_RETURN, false);
+  Frames();
   EXPECT_EQ(editor.Get("FileName"), "q");
   Tap(SDLK_p);
   EXPECT_EQ(bound, 3) << "the typing is over";
+  Click(60, 42);
+  typed.text.text[0] = 'x';
+  platform.Push(typed);
+  Frames();
   Tap(SDLK_F1);
   EXPECT_FALSE(editor.IsShown());
   Click(60, 42);
   Tap(SDLK_p);
   EXPECT_EQ(bound, 4);
+  Tap(SDLK_F1);
+  Click(60, 42);
+  Tap(SDLK_RETURN);
+  Frames(2);
+  EXPECT_EQ(editor.Get("FileName"), "q") << "what was being typed when the bars were hidden counts for nothing";
 }
 
 // A key that the game has seen go down comes up for the game, whatever has the keyboard by then.
@@ -312,9 +405,18 @@ TEST_F(EditorTest, HeldKeysAndButtonsComeUpWhereTheyWentDown) {
   Key(SDLK_d, true);
   Frames();
   Click(60, 42);
+  Key(SDLK_d, true, true);
+  Frames();
   Key(SDLK_d, false);
   Frames();
   EXPECT_FALSE(Input::IsLetterDown('d'));
+  Key(SDLK_RETURN, true);
+  Frames(2);
+  Key(SDLK_RETURN, true, true);  // held beyond the end of the typing
+  Frames();
+  EXPECT_FALSE(Input::IsKeyDown("enter"));
+  Key(SDLK_RETURN, false);
+  Frames();
   Mouse(kMiddleX, kMiddleY);
   Button(true);
   EXPECT_TRUE(Input::IsMouseButtonDown(Input::MouseButton::kLeft));
@@ -343,8 +445,75 @@ TEST_F(EditorTest, DragsWhatIsPickedAndUndoesTheWholeWay) {
   EXPECT_FALSE(Input::IsLetterDown('z'));
 }
 
-// Edits, kills, creations and additions in any order; undone one after another they leave the first bytes.
+namespace {
+
+// Does anything that can be undone, to anything, and says it can.
+class RandomEdits {
+ public:
+  explicit RandomEdits(Editor& editor) : editor_(editor) {}
+
+  void Do() {
+    const auto& objects = Objects().GetObjects();
+    ClearSelection();
+    if (!objects.empty()) AddToSelection(objects[Below(objects.size())]->id);
+    switch (Below(12)) {
+      case 0:
+        return Press("Kill Selected Object");
+      case 1:
+        return Press(TestObjects()[Below(TestObjects().size())].label);
+      case 2:
+        return AddScript();
+      case 3:
+        editor_.Set("Component Type To Add", std::to_string(Below(6)));
+        return Press("Add Component");
+      case 4:
+        return Press(std::array{"Add Segment", "Insert Segment Before 1", "Add Objective"}[Below(3)]);
+      case 5:
+        return Press("Save Level");
+      default:
+        return SetAnything();
+    }
+  }
+
+ private:
+  std::size_t Below(std::size_t limit) { return (random_ = random_ * 1664525u + 1013904223u) / 65536u % limit; }
+  void Press(std::string_view label) { editor_.Press(label); }
+
+  // Screens bring the next one when they go. Generators stay with their host to the end of the run.
+  void AddScript() {
+    const auto names = RegisteredScriptNames();
+    const std::string name(names[Below(names.size())]);
+    for (const char* other :
+         {"LogoScreenScript", "SplashScreenLogic", "TitleScreenScript", "wsl", "gravity", "spring", "wobblypuller"})
+      if (name == other) return;
+    editor_.Set("Script Name", name);
+    Press("Add Script");
+  }
+
+  void SetAnything() {
+    GameObject* object = Objects().GetObject(GetLastSelected());
+    if (object == nullptr) return;
+    TweakBar bar("all");
+    AddObjectFields(bar, *object);
+    const TweakBar::Entry& entry = bar.GetEntries()[Below(bar.GetEntries().size())];
+    if (entry.kind != TweakBar::Entry::Kind::kVariable || entry.name == "Core Level Object?") return;
+    const std::string number = std::to_string(Below(2000)) + ".37";
+    const std::string label = "GaleEditor" + entry.path;
+    for (const std::string& value : {std::string("true"), number, std::to_string(Below(9)), "word" + number,
+                                     "1 -" + number + " " + std::to_string(Below(3))})
+      if (editor_.Set(label, value).empty()) return;
+  }
+
+  Editor& editor_;
+  std::uint32_t random_ = 12345;
+};
+
+}  // namespace
+
+// Undone one after another they leave the first bytes.
 TEST_F(EditorTest, UndoOfManyRandomEditsGivesTheFirstBytesBack) {
+  constexpr int kSteps = 1200;
+  Set("FileName", "on the way");
   BodyOptions rest{.inverseMass = 0.0f};
   for (int i = 0; i < 12; ++i) {
     GameObject& object =
@@ -354,40 +523,19 @@ TEST_F(EditorTest, UndoOfManyRandomEditsGivesTheFirstBytesBack) {
   }
   Frames();
   const std::string before = Saved("before");
-  std::uint32_t random = 12345;
-  const auto next = [&](std::uint32_t below) { return (random = random * 1664525u + 1013904223u) / 65536u % below; };
-  const char* kFloats[] = {"row", "a", "restitution", "x size", "damping", "broad phase size"};
-  int steps = 0;
-  for (int i = 0; i < 2000; ++i) {
-    const auto& objects = Objects().GetObjects();
-    ClearSelection();
-    if (!objects.empty()) AddToSelection(objects[next(static_cast<std::uint32_t>(objects.size()))]->id);
-    const std::uint32_t what = next(12);
-    if (what == 0) {
-      editor.Press("Kill Selected Object");
-    } else if (what == 1) {
-      editor.Press("Make default box");
-    } else if (what == 2) {
-      editor.Set("Script Name", "DeathTimer");
-      editor.Press("Add Script");
-    } else if (what == 3) {
-      editor.Set("Transform/position", std::to_string(next(9)) + " 0.7 -" + std::to_string(next(5)));
-    } else if (what == 4) {
-      editor.Set("name", std::string("n").append(std::to_string(next(50))));
-    } else {
-      editor.Set(kFloats[next(6)], std::to_string(next(1000)) + ".37");
-    }
-    if (next(4) == 0) Objects().RemoveDeadObjects();
-    if (next(6) == 0) Objects().SortIfNeeded();
-    ++steps;
+  RandomEdits edits(editor);
+  for (int i = 0; i < kSteps; ++i) {
+    edits.Do();
+    if (i % 4 == 0) Objects().RemoveDeadObjects();
+    if (i % 6 == 0) Objects().SortIfNeeded();
   }
   EXPECT_NE(Saved("between"), before);
-  for (int i = 0; i < steps; ++i) Press("Undo");
+  for (int i = 0; i < kSteps; ++i) Press("Undo");
   EXPECT_EQ(editor.GetStatus().front(), "nothing to undo");
   Objects().RemoveDeadObjects();
   EXPECT_EQ(Saved("after"), before);
-  for (int i = 0; i < steps; ++i) Press("Redo");
-  for (int i = 0; i < steps; ++i) Press("Undo");
+  for (int i = 0; i < kSteps; ++i) Press("Redo");
+  for (int i = 0; i < kSteps; ++i) Press("Undo");
   Objects().RemoveDeadObjects();
   EXPECT_EQ(Saved("again"), before);
 }
