@@ -89,7 +89,7 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     {"collider-type", RuleKind::kFault, "1 is a sphere, 0 a box.", "SphereCollider with `type: 0`"},
     {"collision-group", RuleKind::kFault, "Groups are 0 to 14.", "`collision group: 15`"},
     {"negative-size", RuleKind::kFault, "A size below 0 is read as 0.", "`radius: -1`"},
-    {"size-too-small", RuleKind::kFault, "Hits outside of `size` are missed.", "`size: 1`, `radius: 2`"},
+    {"size-too-small", RuleKind::kNote, "Hits outside of `size` are missed.", "`size: 1`, `radius: 2`"},
     {"no-extent", RuleKind::kNote, "A collider of size 0 is hardly ever hit.", "`radius: 0`"},
     {"turned-box", RuleKind::kNote, "A segment's turn moves things, but does not turn them.",
      "a piece of long boxes, `rotationAngle_: 90`"},
