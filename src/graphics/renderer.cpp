@@ -41,6 +41,7 @@ void Renderer::Shutdown() {
 void Renderer::CreateProgram(const std::string& name, const std::string& vertexFile, const std::string& fragmentFile) {
   const ShaderProgram program = BuildProgram(vertexFile, fragmentFile);
   if (program.name != 0) shaders_[name] = program;
+  inScene_ = nullptr;
 }
 
 ShaderProgram& Renderer::GetShader(const std::string& name) {
@@ -160,6 +161,7 @@ void Renderer::ReportFramebufferStatus() const {
 // The scene fills its target, and only the screen pass keeps the window's bars: a letterbox in both would squeeze
 // twice.
 void Renderer::BeginScene() {
+  inScene_ = nullptr;
   if (shown_) MakeSmallerLevels();
   gl::BindFramebuffer(sceneFramebuffer_);
   gl::Viewport(0, 0, targetWidth_, targetHeight_);
@@ -167,14 +169,18 @@ void Renderer::BeginScene() {
 }
 
 ShaderProgram* Renderer::UseInScene(const std::string& shaderName) {
+  gl::SetEnabled(GL_BLEND, true);
+  gl::BlendAlpha();
+  // One after another draws with the same program, and the camera stands still within a frame.
+  if (inScene_ != nullptr && shaderName == inSceneName_) return inScene_;
   const Camera* camera = GetMainCamera();
   ShaderProgram& program = GetShader(shaderName);
   if (!program.linked || camera == nullptr) return nullptr;
-  gl::SetEnabled(GL_BLEND, true);
-  gl::BlendAlpha();
   gl::UseProgram(program.name);
   program.SendCamera(*camera);
-  return &program;
+  inScene_ = &program;
+  inSceneName_ = shaderName;
+  return inScene_;
 }
 
 // State stands from one sprite to the next; the screen pass switches blending off.
@@ -205,6 +211,7 @@ void Renderer::DrawSprite(const GameObject& object) {
 }
 
 void Renderer::ComposeScreen() {
+  inScene_ = nullptr;
   gl::BindFramebuffer(0);
   gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
   gl::ClearColor(0.0f, 0.0f, 0.0f, 1.0f);

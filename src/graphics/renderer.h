@@ -91,6 +91,8 @@ class Renderer {
   bool shown_ = false;               // a picture has been composed
   std::array<Mesh, 4> meshes_;       // by mesh type
   std::unordered_map<std::string, ShaderProgram> shaders_;
+  ShaderProgram* inScene_ = nullptr;  // in use, with this frame's camera; none after anything else was used
+  std::string inSceneName_;
   std::unordered_map<std::string, Font> fonts_;
   std::vector<TextVertex> textVertices_;  // of the text being drawn; kept for its capacity
   Vec3 wavePoint_;
