@@ -1,55 +1,20 @@
 #include "tools/lint/lint.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <random>
 #include <set>
 #include <span>
-#include <sstream>
 #include <string>
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "match/give_points.h"
-#include "test_world.h"
 #include "tools/lint/report.h"
+#include "tools/lint_scene.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string RunTool(int (*tool)(const std::vector<std::string>&, std::FILE*), const std::string& file, int& result) {
-  char* buffer = nullptr;
-  std::size_t size = 0;
-  std::FILE* out = ::open_memstream(&buffer, &size);
-  result = tool({file}, out);
-  std::fclose(out);
-  std::string text(buffer, size);
-  std::free(buffer);
-  return text;
-}
-
-void Replace(std::string& text, const std::string& from, const std::string& to) {
-  const auto at = text.find(from);
-  ASSERT_NE(at, std::string::npos) << from;
-  text.replace(at, from.size(), to);
-}
-
-std::string Shipped(const std::string& name) {
-  std::ostringstream text;
-  text << std::ifstream(fs::path(BRINEWHIRL_GAME_DIR) / name).rdbuf();
-  return text.str();
-}
-
-// The value as 1, whatever it was.
-std::string Positive(const std::string& text, const std::string& key) {
-  const auto at = text.find(key + ": ") + key.size() + 2;
-  return text.substr(0, at) + "1" + text.substr(text.find('\n', at));
-}
 
 RuleKind KindOf(std::string_view name) {
   for (const Rule& rule : kLintRules)
@@ -65,35 +30,8 @@ struct Damage {
   const char* rule;
 };
 
-// The shipped pictures, and a few levels that others name.
-class LintTest : public testing::Test {
+class LintTest : public LintScene {
  protected:
-  LintTest() {
-    fs::create_directory("Texture");
-    for (const auto& picture : fs::directory_iterator(fs::path(BRINEWHIRL_BUILD_DIR) / "Texture"))
-      if (picture.is_regular_file()) fs::create_symlink(picture.path(), "Texture" / picture.path().filename());
-    world.WriteFile("Texture/drawn.png", "no picture at all");
-    for (const char* name : {"cannonball", "stunstars", "fish2", "crate", "puffer", "crateyard", "hilltop"})
-      world.WriteFile(name, Shipped(name));
-    world.WriteFile("hollow", "{\n}\n");
-    GameObject& thing = world.AddSphere("thing", {}, {.inverseMass = 0});
-    world.WriteFile("rock", Document({&thing}));
-    thing.Insert(std::make_unique<ScriptBox>()).AddScript("DeathTimer");
-    world.WriteFile("piece", Positive(Document({&thing}), "Time"));
-    world.WriteFile("pair", Document({&world.Add("one"), &world.Add("two")}));
-    GameObject& spawner = world.Add("spawner");
-    spawner.Insert(std::make_unique<ScriptBox>()).AddScript("spawner");
-    std::string ring = Positive(Document({&spawner}), "spawnrate");
-    Replace(ring, "archtypename: ", "archtypename: ring");
-    world.WriteFile("ring", ring);
-  }
-
-  std::string Lint(const std::string& file) { return RunTool(LintFiles, file, result); }
-  std::string LintText(const std::string& text, const std::string& name = "stage") {
-    world.WriteFile(name, text);
-    return Lint(name);
-  }
-
   // The text says nothing of note but this one rule, as its kind asks.
   void ExpectRule(const std::string& report, std::string_view rule) {
     const bool note = KindOf(rule) == RuleKind::kNote;
@@ -137,8 +75,6 @@ class LintTest : public testing::Test {
   void BreakScripts();
   void PassLimits();
 
-  TestWorld world;
-  int result = 0;
   std::set<std::string_view> seen;
 };
 
@@ -270,11 +206,6 @@ constexpr std::string_view kEpisode =
 std::string WithScripts(std::string text, std::string_view scripts) {
   return text.insert(text.find("\t\tComponent: \"RigidBody\""),
                      std::string("\t\tComponent: \"ScriptBox\" {\n").append(scripts) + "\t\t}\n");
-}
-
-std::string Changed(std::string text, const std::string& from, const std::string& to) {
-  Replace(text, from, to);
-  return text;
 }
 
 }  // namespace
@@ -472,109 +403,4 @@ TEST_F(LintTest, TruncationIsAFault) {
     EXPECT_NE(LintText(good.substr(0, end + 1)).find(": unexpected-end: "), std::string::npos) << end;
     EXPECT_EQ(result, 1);
   }
-}
-
-// Where the lines stand does not change what they say: whatever an editor or another system does to them is undone.
-TEST_F(LintTest, FixUndoesEveryKindOfWriting) {
-  std::minstd_rand random(7);
-  const auto noisy = [&](const std::string& good) {
-    std::istringstream lines(good);
-    std::string noise;
-    for (std::string line; std::getline(lines, line);) {
-      const auto colon = line.find(": ");
-      const bool number = colon != std::string::npos && line.find_first_not_of("0123456789.-", colon + 2) == line.npos;
-      const bool fraction = number && line.find('.') != line.npos && line.find("Name") == line.npos;
-      switch (random() % 8) {
-        case 0:
-          line.insert(0, 1, '\t');
-          break;
-        case 1:
-          line += random() % 2 == 0 ? " " : "\t";
-          break;
-        case 2:
-          line += "\r";
-          break;
-        case 3:
-          line += "\n";
-          break;
-        case 4:
-          if (fraction) line += "000";
-          break;
-        case 5:
-          if (colon != std::string::npos && line.back() != '{') line.insert(colon + 1, 2, ' ');
-          break;
-        default:
-          break;
-      }
-      noise += line + '\n';
-    }
-    return noise;
-  };
-  for (const char* name : {"core", "crateyard", "bubblegens", "level1", "examples/springs"}) {
-    const std::string good = Shipped(name);
-    const std::string noise = noisy(good);
-    ASSERT_NE(noise, good);
-    world.WriteFile("stage", noise);
-    RunTool(FixFiles, "stage", result);
-    EXPECT_EQ(world.ReadFile("stage"), good) << name;
-    EXPECT_EQ(RunTool(FixFiles, "stage", result).find("written anew"), std::string::npos) << "a second time";
-  }
-}
-
-// Objects count from 1, generators from 42, and what points at them follows; the host keeps its number.
-TEST_F(LintTest, FixNumbersAnew) {
-  const std::string good = Shipped("examples/springs");
-  std::string text = good;
-  for (const auto& [from, to] : {std::pair{"\t1: {", "\t90: {"}, std::pair{"\t2: {", "\t90: {"}})
-    Replace(text, from, to);
-  for (const auto& [from, to] : {std::pair{"ID: 43", "ID: 7"}, std::pair{"ID: 42", "ID: 43"}})
-    while (text.find(from) != std::string::npos) Replace(text, from, to);
-  world.WriteFile("stage", text);
-  RunTool(FixFiles, "stage", result);
-  EXPECT_EQ(world.ReadFile("stage"), good);
-}
-
-// The old file stays whole when the new one cannot be written, and a link stays a link to a file of the same rights.
-TEST_F(LintTest, FixKeepsTheFileThatItCannotReplace) {
-  const std::string text = Changed(Shipped("core"), "restitution: 0.2", "restitution: 0.20");
-  fs::create_directory("shut");
-  world.WriteFile("shut/stage", text);
-  fs::create_directory("shut/stage.tmp");  // where the new text would be gathered
-  const std::string told = RunTool(FixFiles, "shut/stage", result);
-  EXPECT_EQ(result, 1);
-  EXPECT_NE(told.find("shut/stage: left as it is: cannot be written: "), std::string::npos) << told;
-  EXPECT_EQ(world.ReadFile("shut/stage"), text);
-
-  world.WriteFile("target", text);
-  fs::permissions("target", fs::perms::owner_read | fs::perms::owner_write);
-  fs::create_symlink("target", "link");
-  RunTool(FixFiles, "link", result);
-  EXPECT_TRUE(fs::is_symlink("link"));
-  EXPECT_EQ(world.ReadFile("target"), Shipped("core"));
-  EXPECT_EQ(fs::status("target").permissions(), fs::perms::owner_read | fs::perms::owner_write);
-}
-
-// The promise behind the rules: a file that passes comes back from the game as it is, whatever stands in it.
-TEST_F(LintTest, WhatPassesComesBackFromTheGame) {
-  constexpr const char* kValues[] = {"0",     "1",    "-1", "0.5", "1e-07", "123457", "-0",   "true",
-                                     "false", "word", "3",  "20",  "1e+30", "42",     "8.25", "default"};
-  std::minstd_rand random(11);
-  int passed = 0;
-  for (const char* name : {"crateyard", "hilltop", "fish2", "bubblegens", "examples/springs", "examples/episode"}) {
-    const std::string good = Shipped(name);
-    std::vector<std::size_t> values;  // where they begin
-    for (auto at = good.find(": "); at != std::string::npos; at = good.find(": ", at + 1))
-      if (good[at + 2] != '{' && good[at + 2] != '"') values.push_back(at + 2);
-    for (int i = 0; i < 60; ++i) {
-      const std::size_t at = values[random() % values.size()];
-      std::string text = good;
-      text.replace(at, text.find('\n', at) - at, kValues[random() % std::size(kValues)]);
-      LintText(text);
-      if (result != 0) continue;
-      ++passed;
-      world.Restart();
-      EXPECT_EQ(WithoutIds(Document(Objects().LoadLevel("stage"))), WithoutIds(text)) << name << " at " << at;
-    }
-  }
-  EXPECT_GT(passed, 100);
 }

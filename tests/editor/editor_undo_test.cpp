@@ -1,0 +1,162 @@
+// Whatever was done on the bars, undo brings back what was.
+#include "core/object_manager.h"
+#include "core/script_box.h"
+#include "core/script_registry.h"
+#include "core/transform.h"
+#include "editor/editor_scene.h"
+#include "editor/object_fields.h"
+#include "editor/test_objects.h"
+#include "graphics/sprite.h"
+#include "match/objective_manager.h"
+#include "match/segment_manager.h"
+#include "physics/box_collider.h"
+#include "physics/primitive_assemblage.h"
+#include "physics/sphere_collider.h"
+
+// The stage has what the reading of a file would bring once more.
+TEST_F(EditorTest, AKilledMatchControllerComesBackWithoutAnotherPiece) {
+  world.Add("fish");
+  Objects().SaveLevel("piece");
+  GameObject& manager = Select(world.Add("segmentmanager"));
+  manager.Insert(std::make_unique<ScriptBox>()).AddScript("SegmentManager");
+  Press("Add Segment");
+  Set("levelName1", "piece");
+  const std::string before = Saved("before");
+  Press("Kill Selected Object");
+  Frames();
+  Press("Undo");
+  EXPECT_EQ(Saved("after"), before);
+}
+
+// What no file keeps comes back too, and under its own ID, by which others know it.
+TEST_F(EditorTest, AKilledWhaleComesBackWithItsBody) {
+  Press("Make Assemblage");
+  const std::uint32_t id = Select(Last()).id;
+  const auto partOf = [&](std::size_t part) {
+    return Objects().GetObject(id)->Get<GalePhysics::PrimitiveAssemblage>()->boxes.at(part).get();
+  };
+  const GalePhysics::BoxCollider* nose = partOf(0);
+  const auto before = std::tuple{nose->halfExtents, nose->partOffset, nose->partRotation};
+  const float reach = Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize;
+  Press("Kill Selected Object");
+  Frames();
+  EXPECT_EQ(Objects().GetObject(id), nullptr);
+  Press("Undo");
+  ASSERT_NE(Objects().GetObject(id), nullptr);
+  nose = partOf(0);
+  EXPECT_EQ(before, std::tuple(nose->halfExtents, nose->partOffset, nose->partRotation));
+  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize, reach);
+  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->boxes.size(), 2u);
+}
+
+// A save sorts the scene by depth; the order under the old depth comes back with it, and values beyond the limits too.
+TEST_F(EditorTest, UndoOfAnEditBringsBackTheOrderAndValuesThatABarWouldNotTake) {
+  world.Add("first", {0, 0, 1});
+  GameObject& box = Select(world.AddBox("second", {0, 0, 1}, {.inverseMass = 0.0f}));
+  box.Get<GalePhysics::BoxCollider>()->broadPhaseSize = -2.0f;
+  const std::string before = Saved("before");
+  Set("broad phase size", "3");
+  Set("Transform/position", "0 0 0");
+  Set("Rotation", "1");
+  Set("FileName", "between");
+  Press("Save Level");
+  Frames();
+  EXPECT_EQ(Objects().GetObjects().front()->name, "second");
+  for (int steps = 2; steps > 0; --steps) Press("Undo");
+  EXPECT_EQ(Saved("after"), before);
+}
+
+namespace {
+
+// Does anything that can be undone, to anything, and says it can.
+class RandomEdits {
+ public:
+  explicit RandomEdits(Editor& editor) : editor_(editor) {}
+
+  void Do() {
+    const auto& objects = Objects().GetObjects();
+    ClearSelection();
+    if (!objects.empty()) AddToSelection(objects[Below(objects.size())]->id);
+    switch (Below(12)) {
+      case 0:
+        return Press("Kill Selected Object");
+      case 1:
+        return Press(TestObjects()[Below(TestObjects().size())].label);
+      case 2:
+        return AddScript();
+      case 3:
+        editor_.Set("Component Type To Add", std::to_string(Below(6)));
+        return Press("Add Component");
+      case 4:
+        return Press(std::array{"Add Segment", "Insert Segment Before 1", "Add Objective"}[Below(3)]);
+      case 5:
+        return Press("Save Level");
+      default:
+        return SetAnything();
+    }
+  }
+
+ private:
+  std::size_t Below(std::size_t limit) { return (random_ = random_ * 1664525u + 1013904223u) / 65536u % limit; }
+  void Press(std::string_view label) { editor_.Press(label); }
+
+  // Screens bring the next one when they go. Generators stay with their host to the end of the run.
+  void AddScript() {
+    const auto names = RegisteredScriptNames();
+    const std::string name(names[Below(names.size())]);
+    for (const char* other :
+         {"LogoScreenScript", "SplashScreenLogic", "TitleScreenScript", "wsl", "gravity", "spring", "wobblypuller"})
+      if (name == other) return;
+    editor_.Set("Script Name", name);
+    Press("Add Script");
+  }
+
+  void SetAnything() {
+    GameObject* object = Objects().GetObject(GetLastSelected());
+    if (object == nullptr) return;
+    TweakBar bar("all");
+    AddObjectFields(bar, *object);
+    const TweakBar::Entry& entry = bar.GetEntries()[Below(bar.GetEntries().size())];
+    if (entry.kind != TweakBar::Entry::Kind::kVariable || entry.name == "Core Level Object?") return;
+    const std::string number = std::to_string(Below(2000)) + ".37";
+    const std::string label = "GaleEditor" + entry.path;
+    for (const std::string& value : {std::string("true"), number, std::to_string(Below(9)), "word" + number,
+                                     "1 -" + number + " " + std::to_string(Below(3))})
+      if (editor_.Set(label, value).empty()) return;
+  }
+
+  Editor& editor_;
+  std::uint32_t random_ = 12345;
+};
+
+}  // namespace
+
+// Undone one after another they leave the first bytes.
+TEST_F(EditorTest, UndoOfManyRandomEditsGivesTheFirstBytesBack) {
+  constexpr int kSteps = 1200;
+  Set("FileName", "on the way");
+  BodyOptions rest{.inverseMass = 0.0f};
+  for (int i = 0; i < 12; ++i) {
+    GameObject& object =
+        world.AddBox(std::string("thing").append(std::to_string(i)), {static_cast<float>(i), 0.1f, 0.3f}, rest);
+    object.AddComponent("ScriptBox");
+    object.AddComponent("Sprite");
+  }
+  Frames();
+  const std::string before = Saved("before");
+  RandomEdits edits(editor);
+  for (int i = 0; i < kSteps; ++i) {
+    edits.Do();
+    if (i % 4 == 0) Objects().RemoveDeadObjects();
+    if (i % 6 == 0) Objects().SortIfNeeded();
+  }
+  EXPECT_NE(Saved("between"), before);
+  for (int i = 0; i < kSteps; ++i) Press("Undo");
+  EXPECT_EQ(editor.GetStatus().front(), "nothing to undo");
+  Objects().RemoveDeadObjects();
+  EXPECT_EQ(Saved("after"), before);
+  for (int i = 0; i < kSteps; ++i) Press("Redo");
+  for (int i = 0; i < kSteps; ++i) Press("Undo");
+  Objects().RemoveDeadObjects();
+  EXPECT_EQ(Saved("again"), before);
+}
