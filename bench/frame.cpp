@@ -143,7 +143,7 @@ class Stage {
     for (const GameObject* sprite : sprites_) renderer.DrawSprite(*sprite);
     for (const GameObject* line : lines_) renderer.DrawText(*line);
     if (settings_.Has('n')) return;
-    if (frame % kRippleFrames == 0) renderer.StartRipple({0.5f, 0.5f, 0.0f});
+    if (settings_.Has('r') && frame % kRippleFrames == 0) renderer.StartRipple({0.5f, 0.5f, 0.0f});
     renderer.ComposeScreen();
   }
 

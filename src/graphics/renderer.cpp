@@ -100,6 +100,7 @@ void Renderer::CreateSceneTarget(int width, int height) {
     return;
   }
   DeleteSceneTarget();
+  depthStandsClear_ = false;
   targetWidth_ = width;
   targetHeight_ = height;
   sceneFramebuffer_ = gl::GenFramebuffer();
@@ -165,7 +166,10 @@ void Renderer::BeginScene() {
   if (shown_) MakeSmallerLevels();
   gl::BindFramebuffer(sceneFramebuffer_);
   gl::Viewport(0, 0, targetWidth_, targetHeight_);
-  gl::Clear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  gl::Clear(depthStandsClear_ ? GL_COLOR_BUFFER_BIT : GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  // Only the frame before the first screen pass tests, and so writes, depth. What stands clear is not cleared again:
+  // on a software driver that costs as much as all of 60 sprites.
+  depthStandsClear_ = shown_;
 }
 
 ShaderProgram* Renderer::UseInScene(const std::string& shaderName) {

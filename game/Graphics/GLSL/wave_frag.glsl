@@ -7,10 +7,10 @@ uniform vec3 cPoint;  // centre in texture space
 uniform float gTime;  // seconds since the ripple started
 out vec4 colour;
 
-const float kLife = 2.0;        // seconds
-const float kSpeed = 0.75;      // picture heights per second
-const float kWidth = 0.07;      // picture heights
-const float kStrength = 0.022;  // picture heights of displacement at the start
+const float kLife = 2.0;         // seconds
+const float kSpeed = 0.75;       // picture heights per second
+const float kWidth = 0.09;       // picture heights on either side of the ring
+const float kStrength = 0.0625;  // picture heights of displacement at the start; s (1 - s^2)^2 peaks at 0.286
 const vec2 kAspect = vec2(16.0 / 9.0, 1.0);  // makes rings round on the 16:9 picture
 
 void main() {
@@ -18,9 +18,10 @@ void main() {
   if (gTime < kLife) {
     vec2 away = (uv - cPoint.xy) * kAspect;
     float distance = length(away);
-    float ring = (distance - gTime * kSpeed) / kWidth;
+    float ring = clamp((distance - gTime * kSpeed) / kWidth, -1.0, 1.0);
+    float inside = 1.0 - ring * ring;
     float fade = 1.0 - gTime / kLife;
-    float bend = kStrength * fade * fade * sin(ring * 3.0) * exp(-ring * ring);
+    float bend = kStrength * fade * fade * ring * inside * inside;
     at += away / max(distance, 1e-4) * bend / kAspect;
   }
   colour = texture(scene, at);
