@@ -168,7 +168,7 @@ void Renderer::BeginScene() {
   gl::Viewport(0, 0, targetWidth_, targetHeight_);
   gl::Clear(depthStandsClear_ ? GL_COLOR_BUFFER_BIT : GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   // Only the frame before the first screen pass tests, and so writes, depth. What stands clear is not cleared again:
-  // on a software driver that costs as much as all of 60 sprites.
+  // on a software driver that costs a twelfth of a frame.
   depthStandsClear_ = shown_;
 }
 
