@@ -2,10 +2,18 @@ find_package(GTest REQUIRED)
 include(GoogleTest)
 
 file(GLOB_RECURSE TEST_SOURCES CONFIGURE_DEPENDS tests/*.cpp)
+if(BRINEWHIRL_SANITIZE_THREADS)
+  # Only what runs in several threads: the sound layer and the start-up screens. The rest would take minutes to build.
+  list(FILTER TEST_SOURCES INCLUDE REGEX "tests/(audio/.*|screens/start_up_test|[^/]*)\\.cpp$")
+  list(FILTER TEST_SOURCES EXCLUDE REGEX "tests/game_loop_test\\.cpp$")
+endif()
 add_executable(brinewhirl_tests ${TEST_SOURCES})
 target_include_directories(brinewhirl_tests PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
 target_compile_definitions(brinewhirl_tests PRIVATE BRINEWHIRL_GAME_DIR="${CMAKE_SOURCE_DIR}/game"
                                                     BRINEWHIRL_BUILD_DIR="${CMAKE_BINARY_DIR}")
+if(BRINEWHIRL_SANITIZE)
+  set_source_files_properties(tests/library_leaks.cpp PROPERTIES COMPILE_DEFINITIONS BRINEWHIRL_SANITIZE)
+endif()
 target_link_libraries(brinewhirl_tests PRIVATE brinewhirl_toolkit GTest::gtest GTest::gtest_main)
 add_dependencies(brinewhirl_tests content brinewhirl-tool)
 if(TARGET sound_banks)

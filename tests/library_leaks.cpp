@@ -1,6 +1,6 @@
 // The sanitizer build's reports are about our code: what graphics drivers, the desktop's bus and the sound
 // decoder (at a damaged head) never free is left out.
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef BRINEWHIRL_SANITIZE
 
 // A library that is still loaded when leaks are searched for has a name that can be suppressed.
 extern "C" int dlclose(void* /*library*/) { return 0; }

@@ -12,7 +12,7 @@ import time
 import unittest
 from pathlib import Path
 
-from virtual_display import Game, VirtualDisplay, wait_until
+from virtual_display import PATIENCE, Game, VirtualDisplay, wait_until
 
 PROGRAM = Path()  # set from the command line
 
@@ -99,15 +99,15 @@ class EditorTest(unittest.TestCase):
         return sum(self.part(*PROPERTIES).mean()) / 3
 
     def wait_for_middle(self, picture, what):
-        wait_until(lambda: self.middle().mean_difference(picture) < 5, 5, what)
+        wait_until(lambda: self.middle().mean_difference(picture) < 5, PATIENCE, what)
 
     def wait_for_change(self, look, before, what):
-        wait_until(lambda: look().mean_difference(before) > 5, 5, what)
+        wait_until(lambda: look().mean_difference(before) > 5, PATIENCE, what)
 
     def show_bars(self):
         started = time.monotonic()
         self.display.run("xdotool", "keydown", "F1")
-        wait_until(lambda: sum(self.part(20, 130, 300, 300).mean()) / 3 < 140, 5, "the bars")
+        wait_until(lambda: sum(self.part(20, 130, 300, 300).mean()) / 3 < 140, PATIENCE, "the bars")
         self.pause = min(max(self.pause, time.monotonic() - started), 0.8)
         self.display.run("xdotool", "keyup", "F1")
 
@@ -137,7 +137,7 @@ class EditorTest(unittest.TestCase):
         self.click(MAKE_BOX)
         self.wait_for_change(self.middle, self.empty_middle, "the box to be seen")
         self.click(MIDDLE)
-        wait_until(lambda: self.brightness_of_properties() < DARK, 5, "the box's properties")
+        wait_until(lambda: self.brightness_of_properties() < DARK, PATIENCE, "the box's properties")
         save(self.display.take_picture(), "editor")
 
     def change_box(self):
@@ -156,10 +156,10 @@ class EditorTest(unittest.TestCase):
     def save_level_and_archetype(self, folder):
         self.type_into(FILE_NAME, "mine")
         self.click(SAVE_LEVEL)
-        wait_until((folder / "mine").exists, 5, "the level")
+        wait_until((folder / "mine").exists, PATIENCE, "the level")
         self.type_into(ARCHETYPE_NAME, "pattern")
         self.click(SAVE_ARCHETYPE)
-        wait_until((folder / "pattern").exists, 5, "the archetype")
+        wait_until((folder / "pattern").exists, PATIENCE, "the archetype")
         save(self.display.take_picture(), "editor-saved")
 
     def kill_and_undo(self):
@@ -170,7 +170,7 @@ class EditorTest(unittest.TestCase):
         self.wait_for_middle(with_box, "the box to be back")
         save(self.display.take_picture(), "editor-undone")
         self.display.hold_key("F1", 0.2)
-        wait_until(lambda: self.brightness_of_properties() > DARK, 5, "the bars to go")
+        wait_until(lambda: self.brightness_of_properties() > DARK, PATIENCE, "the bars to go")
 
     def load_and_save_again(self, folder):
         self.show_bars()
@@ -178,7 +178,7 @@ class EditorTest(unittest.TestCase):
         self.click(LOAD_LEVEL)
         self.type_into(FILE_NAME, "again")
         self.click(SAVE_LEVEL)
-        wait_until((folder / "again").exists, 5, "the level of the new run")
+        wait_until((folder / "again").exists, PATIENCE, "the level of the new run")
         save(self.display.take_picture(), "editor-loaded")
         self.check_box((folder / "again").read_text())
 

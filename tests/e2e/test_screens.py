@@ -11,12 +11,11 @@ import time
 import unittest
 from pathlib import Path
 
-from virtual_display import Game, VirtualDisplay, wait_until
+from virtual_display import PATIENCE, Game, VirtualDisplay, wait_until
 
 PROGRAM = Path()  # set from the command line
 
 OTHER = 10  # mean difference of two pictures, of 255, that do not show the same screen
-PATIENCE = 60  # seconds for anything that comes by itself
 
 CLOCK = (605, 5, 70, 50)  # the clock at the top of a match, in a 1280 x 720 picture
 GREEN = (0, 180, 0), (20, 255, 20)  # of the selected button; nothing else is so green

@@ -10,6 +10,8 @@ from picture import Picture
 
 WINDOW_TITLE = "Brinewhirl"
 
+PATIENCE = 90.0  # seconds to wait for what comes within a few on most machines; only a failure costs them
+
 
 def wait_until(condition, timeout, what):
     """Waits for the condition and returns its value, or raises TimeoutError that names it."""
@@ -90,7 +92,7 @@ class VirtualDisplay:
         return process
 
     def run(self, *command):
-        return subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=20).stdout
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=PATIENCE).stdout
 
     def find_window(self, title):
         """The ID of the window with this title, or None."""
@@ -112,7 +114,7 @@ class VirtualDisplay:
     def take_picture(self):
         # The server refuses a picture of the root window while a window on it comes or goes.
         for _ in range(10):
-            dump = subprocess.run(["xwd", "-root", "-silent"], env=self.environment, capture_output=True, timeout=20)
+            dump = subprocess.run(["xwd", "-root", "-silent"], env=self.environment, capture_output=True, timeout=PATIENCE)
             if dump.returncode == 0:
                 return Picture.from_xwd(dump.stdout)
             time.sleep(0.2)
@@ -147,7 +149,7 @@ class Game:
         return "\n".join(self.lines)
 
     def wait_for_window(self):
-        window = wait_until(lambda: self._is_running() and self.display.find_window(WINDOW_TITLE), 30, "the window")
+        window = wait_until(lambda: self._is_running() and self.display.find_window(WINDOW_TITLE), PATIENCE, "the window")
         self.started = time.monotonic()
         return window
 
@@ -166,7 +168,7 @@ class Game:
                 meanwhile()
             return False
 
-        wait_until(has_come, 15, f'the line "{text}"')
+        wait_until(has_come, PATIENCE, f'the line "{text}"')
 
     def gain_focus(self, window, after=0):
         """Gives the window the keyboard and waits until the game says so beyond the first `after` lines."""
@@ -199,7 +201,7 @@ class Game:
         """Opens another window, gives it the keyboard and returns its process."""
         lines = len(self.lines)
         other = self.display.start(["xlogo", "-geometry", "60x60+0+0"])
-        window = wait_until(lambda: self.display.find_window("xlogo"), 10, "the other window")
+        window = wait_until(lambda: self.display.find_window("xlogo"), PATIENCE, "the other window")
         self.wait_for_line("Focus Lost", lines, meanwhile=lambda: self.display.focus(window))
         return other
 
@@ -213,6 +215,6 @@ class Game:
         return self.wait_for_end()
 
     def wait_for_end(self):
-        code = self.process.wait(20)
+        code = self.process.wait(PATIENCE)
         self._reader.join(5)
         return code
