@@ -1,21 +1,20 @@
 // Loading and saving whole levels, sound and damaged.
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <filesystem>
 #include <random>
+#include <sstream>
 
 #include "core/file_cache.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
+#include "core/world_fixture.h"
 #include "physics/box_collider.h"
 #include "physics/generator_host.h"
 #include "physics/gravity_generator.h"
 #include "physics/sphere_collider.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
-#include "test_world.h"
 
 using GalePhysics::AdoptGenerator;
 using GalePhysics::GravityGenerator;
@@ -28,26 +27,43 @@ constexpr char kEmptyObject[] = "\t1: {\n\t\tName: thing\n\t\tCore: false\n\t}\n
 
 std::string Level(const std::string& objects) { return "{\n" + objects + "}\n"; }
 
-// Saves a scene with every kind of block that the physics and scripts write: two generators, a body on a spring and its
-// anchor, a box, a sphere and scripts.
-std::string SaveScene(TestWorld& world) {
-  auto& anchor = world.AddBox("anchor", {3.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f});
-  auto& hung = world.AddSphere("hung", {0.0f, 0.0f, 0.5f}, {.velocity = {0.1f, 0.2f, 0.0f}, .damping = 0.75f});
-  BodyOf(hung).AddGenerator(&AdoptGenerator(std::make_unique<Spring>(anchor, 10.0f, 2.0f)));
-  BodyOf(hung).AddGenerator(&AdoptGenerator(std::make_unique<GravityGenerator>(Vec3{0.0f, -0.5f, 0.0f})));
-  AddHook(hung);
-  hung.Get<ScriptBox>()->AddScript("VelocityCap");
-  world.Add("plain").Insert(std::make_unique<ScriptBox>());
-  EXPECT_TRUE(Objects().SaveLevel("scene"));
-  return world.ReadFile("scene");
-}
+class LevelTest : public WorldFixture {
+ protected:
+  /// Saves a scene with every kind of block that the physics and scripts write: two generators, a body on a spring and
+  /// its anchor, a box, a sphere and scripts.
+  std::string SaveScene() {
+    auto& anchor = world.AddBox("anchor", {3.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f});
+    auto& hung = world.AddSphere("hung", {0.0f, 0.0f, 0.5f}, {.velocity = {0.1f, 0.2f, 0.0f}, .damping = 0.75f});
+    BodyOf(hung).AddGenerator(&AdoptGenerator(std::make_unique<Spring>(anchor, 10.0f, 2.0f)));
+    BodyOf(hung).AddGenerator(&AdoptGenerator(std::make_unique<GravityGenerator>(Vec3{0.0f, -0.5f, 0.0f})));
+    AddHook(hung);
+    hung.Get<ScriptBox>()->AddScript("VelocityCap");
+    world.Add("plain").Insert(std::make_unique<ScriptBox>());
+    EXPECT_TRUE(Objects().SaveLevel("scene"));
+    return world.ReadFile("scene");
+  }
+  /// Begins anew and loads the saved scene with some words replaced.
+  std::vector<GameObject*> LoadChanged(std::initializer_list<std::pair<std::string, std::string>> changes) {
+    std::string text = SaveScene();
+    for (const auto& [from, to] : changes) text.replace(text.find(from), from.size(), to);
+    world.Restart();
+    return Objects().LoadText("changed", text);
+  }
+  RigidBody& Hung() { return BodyOf(*Objects().FindObjectByName("hung")); }
+  void ExpectHungIsPulled() {
+    Hung().velocity = {};
+    world.Step();
+    EXPECT_GT(Hung().velocity.x, 0.0f);
+  }
+  void Clear() {
+    Objects().KillAll();
+    Objects().RemoveDeadObjects();
+    GalePhysics::ResetGeneratorHost();
+    ClearFileCache();
+  }
+};
 
-void Clear() {
-  Objects().KillAll();
-  Objects().RemoveDeadObjects();
-  GalePhysics::ResetGeneratorHost();
-  ClearFileCache();
-}
+using DamagedLevelTest = LevelTest;
 
 TEST(Level, ShippedFilesComeBackLineForLine) {
   int files = 0;
@@ -63,34 +79,29 @@ TEST(Level, ShippedFilesComeBackLineForLine) {
   EXPECT_GE(files, 4);
 }
 
-TEST(Level, GeneratorsAndTheirLinksSurviveSavingAndLoading) {
-  TestWorld world;
-  const std::string saved = SaveScene(world);
+TEST_F(LevelTest, GeneratorsAndTheirLinksSurviveSavingAndLoading) {
+  const std::string saved = SaveScene();
   EXPECT_TRUE(saved.starts_with("{\n\t1337: {\n\t\tName: AForceBox\n\t\tCore: true\n\t\tComponent: \"Transform\" {\n"));
-  EXPECT_NE(
-      saved.find("\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n\t\t\tComponent: \"spring\" {\n\t\t\t\tMy ID: 42\n"),
-      std::string::npos);
-  EXPECT_NE(saved.find("\"gravity\" {\n\t\t\t\tMy ID: 43\n"), std::string::npos);
-  EXPECT_NE(saved.find("num force generators: 2\n\t\t\tgenerator ID: 42\n\t\t\tgenerator ID: 43\n"), std::string::npos);
-  EXPECT_NE(saved.find("base of: 1\n\t\t\tgenerator ID: 42\n"), std::string::npos);
+  for (const char* part :
+       {"\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n\t\t\tComponent: \"spring\" {\n\t\t\t\tMy ID: 42\n",
+        "\"gravity\" {\n\t\t\t\tMy ID: 43\n", "base of: 1\n\t\t\tgenerator ID: 42\n",
+        "num force generators: 2\n\t\t\tgenerator ID: 42\n\t\t\tgenerator ID: 43\n"})
+    EXPECT_EQ(Count(saved, part), 1) << part;
   Objects().SaveLevel("again");
-  EXPECT_NE(world.ReadFile("again").find("\"spring\" {\n\t\t\t\tMy ID: 42\n"), std::string::npos)
-      << "every save numbers anew";
+  EXPECT_EQ(Count(world.ReadFile("again"), "\"spring\" {\n\t\t\t\tMy ID: 42\n"), 1) << "every save numbers anew";
 
   world.Restart();
   world.Add("shifts the IDs");
   const auto created = Objects().LoadLevel("scene");
   EXPECT_EQ(world.text(), "");
-  ASSERT_EQ(created.size(), 4u);
-  EXPECT_EQ(created[0]->name, "AForceBox");
-  auto& anchor = *Objects().FindObjectByName("anchor");
-  auto& hung = *Objects().FindObjectByName("hung");
-  ASSERT_EQ(BodyOf(hung).generators.size(), 2u);
-  auto& spring = static_cast<Spring&>(*BodyOf(hung).generators[0]);
-  EXPECT_STREQ(spring.GetName(), "spring");
-  EXPECT_EQ(spring.baseId, static_cast<int>(anchor.id)) << "tied to the anchor's new ID";
-  EXPECT_EQ(spring.owner, &GalePhysics::GetGeneratorHost());
   EXPECT_EQ(WithoutIds(Document(created)), WithoutIds(saved));
+  ASSERT_EQ(Hung().generators.size(), 2u);
+  const auto& spring = static_cast<Spring&>(*Hung().generators[0]);
+  EXPECT_EQ(spring.baseId, static_cast<int>(Objects().FindObjectByName("anchor")->id)) << "tied to the anchor's new ID";
+  EXPECT_EQ(spring.owner, &GalePhysics::GetGeneratorHost());
+  const auto* hook = static_cast<HookScript*>(FindScript("hung", HookScript::kName));
+  EXPECT_EQ(hook->initialised, 1);
+  EXPECT_EQ(hook->owner, Hung().owner);
 
   // The copy of the host dissolves at its first update; its generators go on pulling.
   GameObject& copy = *created[0];
@@ -99,41 +110,41 @@ TEST(Level, GeneratorsAndTheirLinksSurviveSavingAndLoading) {
   EXPECT_FALSE(copy.alive);
   Objects().RemoveDeadObjects();
   EXPECT_EQ(Objects().FindObjectByName("AForceBox"), nullptr);
-  BodyOf(hung).velocity = {};
-  world.Step();
-  EXPECT_GT(BodyOf(hung).velocity.x, 0.0f);
+  ExpectHungIsPulled();
   EXPECT_NE(GalePhysics::GetGeneratorHost().Get<ScriptBox>()->GetScript("spring"), nullptr);
 }
 
-TEST(Level, AHostCopyThatDiesUnsweptTakesNoGeneratorAlong) {
-  TestWorld world;
-  SaveScene(world);
-  world.Restart();
-  Objects().LoadLevel("scene");
+TEST_F(LevelTest, AHostCopyThatDiesUnsweptTakesNoGeneratorAlong) {
+  LoadChanged({});
   for (const auto& object : Objects().GetObjects()) object->alive = object->name == "hung" || object->name == "anchor";
   Objects().RemoveDeadObjects();
-  RigidBody& body = BodyOf(*Objects().FindObjectByName("hung"));
-  body.velocity = {};
-  world.Step();
-  EXPECT_GT(body.velocity.x, 0.0f);
+  ExpectHungIsPulled();
 }
 
-TEST(Level, AGeneratorThatTheFileDoesNotHoldIsLeftOut) {
-  TestWorld world;
-  std::string saved = SaveScene(world);
-  const std::string link = "generators: 2\n\t\t\tgenerator ID: ";
-  saved.replace(saved.find(link + "42") + link.size(), 2, "99");
-  world.WriteFile("unknown", saved);
-  world.Restart();
-  Objects().LoadLevel("unknown");
-  const auto& generators = BodyOf(*Objects().FindObjectByName("hung")).generators;
-  ASSERT_EQ(generators.size(), 1u);
-  EXPECT_STREQ(generators[0]->GetName(), "gravity");
+TEST_F(LevelTest, AGeneratorThatTheFileDoesNotHoldIsLeftOut) {
+  LoadChanged({{"generators: 2\n\t\t\tgenerator ID: 42", "generators: 2\n\t\t\tgenerator ID: 99"}});
+  ASSERT_EQ(Hung().generators.size(), 1u);
+  EXPECT_STREQ(Hung().generators[0]->GetName(), "gravity");
   EXPECT_EQ(Count(world.text(), "no force generator 99"), 1);
 }
 
-TEST(Level, ALevelReadInsideAnotherHasItsOwnGenerators) {
-  TestWorld world;
+TEST_F(LevelTest, NegativeMassAndCountsDoNoHarm) {
+  const auto created = LoadChanged(
+      {{"inverseMass: 1", "inverseMass: -1"}, {"num force generators: 2", "num force generators: 2000000000"}});
+  EXPECT_EQ(created.size(), 4u);
+  EXPECT_EQ(Hung().inverseMass, 0.0f);
+  EXPECT_LE(Hung().generators.size(), 3u);
+}
+
+TEST_F(LevelTest, ALineTooManyIsToldWithWhatItCosts) {
+  const std::string closing = "\t\t\t}\n\t\t}\n\t}\n";
+  std::string text = Document({&world.Add("first"), &world.Add("second"), &world.Add("third")});
+  text.insert(text.find(closing), "\t\t\t\tw_: 1\n");
+  EXPECT_EQ(Objects().LoadText("longer", text).size(), 1u);
+  EXPECT_EQ(Count(world.text(), "closing lines do not match"), 1);
+}
+
+TEST_F(LevelTest, ALevelReadInsideAnotherHasItsOwnGenerators) {
   for (const float pull : {-5.0f, -1.0f}) {
     if (pull == -1.0f) AddHook(world.Add("nest")).level = "inner";
     auto& body = world.AddSphere("falls", {});
@@ -151,39 +162,33 @@ TEST(Level, ALevelReadInsideAnotherHasItsOwnGenerators) {
   EXPECT_EQ(pullOf(*Objects().GetObjects()[3]), -5.0f);
 }
 
-TEST(Level, ALevelThatLoadsItselfStopsAtTheDepthLimit) {
-  TestWorld world;
+TEST_F(LevelTest, ALevelThatLoadsItselfStopsAtTheDepthLimit) {
   AddHook(world.Add("nest")).level = "self";
   Objects().SaveLevel("self");
   world.Restart();
-  const auto created = Objects().LoadLevel("self");
-  EXPECT_EQ(created.size(), 1u);
+  EXPECT_EQ(Objects().LoadLevel("self").size(), 1u);
   EXPECT_EQ(Objects().GetObjects().size(), static_cast<std::size_t>(ObjectManager::kMaxLoadDepth));
   EXPECT_EQ(Count(world.text(), "\n"), 1);
   EXPECT_EQ(Objects().LoadLevel("self").size(), 1u) << "the depth is counted down again";
 }
 
-TEST(Level, ObjectsGetFreshIdsAndTheirCoreFlagLiterally) {
-  TestWorld world;
+TEST_F(LevelTest, ObjectsGetFreshIdsAndTheirCoreFlagLiterally) {
   world.WriteFile("archetype", Level("\t999: {\n\t\tName: a\n\t\tCore: True\n\t}\n"));
-  const std::uint32_t first = Objects().LoadLevel("archetype").at(0)->id;
-  EXPECT_EQ(Objects().LoadLevel("archetype").at(0)->id, first + 1);
-  GameObject* third = Objects().LoadLevel("archetype").at(0);
-  EXPECT_EQ(third->id, first + 2);
-  EXPECT_EQ(Objects().GetObject(first + 2), third);
-  EXPECT_FALSE(third->core) << "only \"true\" is true here";
+  for (const std::uint32_t id : {1u, 2u}) {
+    const GameObject* made = Objects().LoadLevel("archetype").at(0);
+    EXPECT_EQ(made->id, id);
+    EXPECT_FALSE(made->core) << "only \"true\" is true here";
+  }
   world.WriteFile("nothing", Level(""));
   EXPECT_TRUE(Objects().LoadLevel("nothing").empty());
   EXPECT_EQ(world.text(), "");
 }
 
-TEST(Level, SavingSkipsCoreObjectsAndNamesTheNameless) {
-  TestWorld world;
+TEST_F(LevelTest, SavingSkipsCoreObjectsAndNamesTheNameless) {
   world.Add("kept core").core = true;
   auto& object = world.AddSphere("", {});
   object.Insert(std::make_unique<ScriptBox>());
-  object.AddComponent("BoxCollider");
-  object.AddComponent("Sprite");
+  for (const char* kind : {"BoxCollider", "Sprite"}) object.AddComponent(kind);
   Objects().SaveLevel();
   const std::string saved = world.ReadFile("TempSave");
   EXPECT_TRUE(saved.starts_with("{\n\t2: {\n\t\tName: Nameless\n\t\tCore: false\n"));
@@ -197,16 +202,14 @@ TEST(Level, SavingSkipsCoreObjectsAndNamesTheNameless) {
   EXPECT_EQ(Count(saved, "Name: "), 1);
 }
 
-TEST(Level, WhatIsNotKnownIsSkippedAndTheRestLoads) {
-  TestWorld world;
-  world.WriteFile("level",
-                  Level("\tComponent: \"Transform\" {\n\t\tx: 1\n\t}\n" + std::string(kEmptyObject) +
-                        "\t2: {\n\t\tName: second\n\t\tCore: false\n\t\tComponent: \"Whale\" {\n\t\t\ta: 1\n"
-                        "\t\t\tComponent: \"Vec3\" {\n\t\t\t\tx_: 1\n\t\t\t}\n\t\t\tb: 2\n\t\t}\n"
-                        "\t\tComponent: \"SphereCollider\" {\n\t\t\tsize: 2\n\t\t\ttype: 0\n\t\t\trestitution: 1\n"
-                        "\t\t\tghost: true\n\t\t\tcollision group: 77\n\t\t\tradius: -2\n\t\t}\n\t}\n" +
-                        kEmptyObject));
-  const auto created = Objects().LoadLevel("level");
+TEST_F(LevelTest, WhatIsNotKnownIsSkippedAndTheRestLoads) {
+  const std::string second =
+      "\t2: {\n\t\tName: second\n\t\tCore: false\n\t\tComponent: \"Whale\" {\n\t\t\ta: 1\n"
+      "\t\t\tComponent: \"Vec3\" {\n\t\t\t\tx_: 1\n\t\t\t}\n\t\t\tb: 2\n\t\t}\n"
+      "\t\tComponent: \"SphereCollider\" {\n\t\t\tsize: 2\n\t\t\ttype: 0\n\t\t\trestitution: 1\n"
+      "\t\t\tghost: true\n\t\t\tcollision group: 77\n\t\t\tradius: -2\n\t\t}\n\t}\n";
+  const auto created = Objects().LoadText(
+      "level", Level("\tComponent: \"Transform\" {\n\t\tx: 1\n\t}\n" + (kEmptyObject + second) + kEmptyObject));
   ASSERT_EQ(created.size(), 3u);
   const auto& sphere = *created[1]->Get<GalePhysics::SphereCollider>();
   EXPECT_EQ(sphere.GetColliderType(), GalePhysics::ColliderType::kSphere);
@@ -218,52 +221,22 @@ TEST(Level, WhatIsNotKnownIsSkippedAndTheRestLoads) {
   EXPECT_EQ(Count(world.text(), "\n"), 4);
 }
 
-TEST(Level, ALineTooManyIsToldWithWhatItCosts) {
-  TestWorld world;
-  for (const char* name : {"first", "second", "third"}) world.Add(name);
-  Objects().SaveLevel("level");
-  std::string text = world.ReadFile("level");
-  text.insert(text.find("\t\t\t}\n\t\t}\n\t}\n"), "\t\t\t\tw_: 1\n");
-  world.WriteFile("longer", text);
-  world.Restart();
-  EXPECT_EQ(Objects().LoadLevel("longer").size(), 1u);
-  EXPECT_EQ(Count(world.text(), "closing lines do not match"), 1);
-}
-
-TEST(Level, NegativeMassAndCountsDoNoHarm) {
-  TestWorld world;
-  std::string saved = SaveScene(world);
-  saved.replace(saved.find("inverseMass: 1"), 14, "inverseMass: -1");
-  saved.replace(saved.find("num force generators: 2"), 23, "num force generators: 2000000000");
-  world.WriteFile("bad", saved);
-  world.Restart();
-  const auto created = Objects().LoadLevel("bad");
-  EXPECT_EQ(created.size(), 4u);
-  EXPECT_EQ(BodyOf(*Objects().FindObjectByName("hung")).inverseMass, 0.0f);
-  EXPECT_LE(BodyOf(*Objects().FindObjectByName("hung")).generators.size(), 3u);
-}
-
-TEST(Level, TheObjectCountIsCapped) {
-  TestWorld world;
+TEST_F(LevelTest, TheObjectCountIsCapped) {
   std::string objects;
   for (std::size_t i = 0; i < ObjectManager::kMaxObjects + 5; ++i) objects += kEmptyObject;
-  world.WriteFile("crowd", Level(objects));
-  world.WriteFile("one", Level(kEmptyObject));
-  EXPECT_EQ(Objects().LoadLevel("crowd").size(), ObjectManager::kMaxObjects);
+  EXPECT_EQ(Objects().LoadText("crowd", Level(objects)).size(), ObjectManager::kMaxObjects);
   EXPECT_EQ(Count(world.text(), "\n"), 1);
-  EXPECT_TRUE(Objects().LoadLevel("one").empty());
+  EXPECT_TRUE(Objects().LoadText("one", Level(kEmptyObject)).empty());
 }
 
-TEST(DamagedLevel, ACutAnywhereEndsWithItsLineNumber) {
-  TestWorld world;
-  const std::string whole = SaveScene(world);
+TEST_F(DamagedLevelTest, ACutAnywhereEndsWithItsLineNumber) {
+  const std::string whole = SaveScene();
   Clear();
   const std::size_t last = whole.rfind('}');
   for (std::size_t size = 1; size <= whole.size(); ++size) {
     const std::string cut = whole.substr(0, size);
     world.ClearText();
-    world.WriteFile("cut", cut);
-    Objects().LoadLevel("cut");
+    Objects().LoadText("cut", cut);
     for (const auto& object : Objects().GetObjects()) object->Update(0.0085f);
     world.Step();
     const int lines = Count(cut, "\n") + (cut.back() == '\n' ? 0 : 1);
@@ -273,15 +246,11 @@ TEST(DamagedLevel, ACutAnywhereEndsWithItsLineNumber) {
   }
 }
 
-TEST(DamagedLevel, RandomDamageNeverHurts) {
-  TestWorld world;
-  const std::string whole = SaveScene(world);
+TEST_F(DamagedLevelTest, RandomDamageNeverHurts) {
+  const std::string whole = SaveScene();
   std::vector<std::string> lines;
-  for (std::size_t at = 0; at < whole.size();) {
-    const std::size_t end = whole.find('\n', at) + 1;
-    lines.push_back(whole.substr(at, end - at));
-    at = end;
-  }
+  std::istringstream stream(whole);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line + '\n');
   Clear();
   std::mt19937 random(1);
   const auto below = [&](std::size_t limit) { return static_cast<std::size_t>(random()) % limit; };
@@ -298,8 +267,7 @@ TEST(DamagedLevel, RandomDamageNeverHurts) {
       for (char& c : text)
         if (c >= '0' && c <= '9' && below(8) == 0) c = "0123456789eE-.n{}:"[below(18)];
     }
-    world.WriteFile("damaged", text);
-    Objects().LoadLevel("damaged");
+    Objects().LoadText("damaged", text);
     for (std::size_t i = 0; i < Objects().GetObjects().size(); ++i) Objects().GetObjects()[i]->Update(0.0085f);
     world.RunFrame();
     for (const auto& object : Objects().GetObjects()) ASSERT_TRUE(IsFinite(PositionOf(*object))) << round;
@@ -312,15 +280,13 @@ TEST(DamagedLevel, RandomDamageNeverHurts) {
 }
 
 // A count must not be checked by walking the rest of the file: this would then run for minutes, into CTest's limit.
-TEST(DamagedLevel, ManyCountsInTheLargestFileDoNotHang) {
-  TestWorld world;
+TEST_F(DamagedLevelTest, ManyCountsInTheLargestFileDoNotHang) {
   std::string body = "Component: \"RigidBody\" {\n";
   for (int i = 0; i < 50; ++i) body += "a\n";
   body += "a: 9\n}\n";
   std::string text = "{\n1: {\nName: a\nCore: false\n";
   while (text.size() < 15u * 1024 * 1024) text += body;
-  world.WriteFile("large", text);
-  EXPECT_EQ(Objects().LoadLevel("large").size(), 1u);
+  EXPECT_EQ(Objects().LoadText("large", text).size(), 1u);
 }
 
 }  // namespace

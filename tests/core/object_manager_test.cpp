@@ -1,14 +1,12 @@
 #include "core/object_manager.h"
 
-#include <gtest/gtest.h>
-
 #include "core/game_time.h"
 #include "core/pause.h"
 #include "core/random.h"
 #include "core/run_log.h"
 #include "core/script_box.h"
 #include "core/transform.h"
-#include "test_world.h"
+#include "core/world_fixture.h"
 
 namespace {
 
@@ -19,9 +17,10 @@ std::vector<std::string> Names() {
 }
 
 using List = std::vector<std::string>;
+using ObjectManagerTest = WorldFixture;
+using PauseTest = WorldFixture;
 
-TEST(ObjectManager, FindsTheFirstLivingObjectOfAName) {
-  TestWorld world;
+TEST_F(ObjectManagerTest, FindsTheFirstLivingObjectOfAName) {
   auto& first = world.Add("twin");
   auto& second = world.Add("twin");
   world.Add("");
@@ -33,8 +32,7 @@ TEST(ObjectManager, FindsTheFirstLivingObjectOfAName) {
   EXPECT_EQ(Objects().FindObjectByName(""), nullptr);
 }
 
-TEST(ObjectManager, IdsAreNeverReusedAndForgottenWithTheirObjects) {
-  TestWorld world;
+TEST_F(ObjectManagerTest, IdsAreNeverReusedAndForgottenWithTheirObjects) {
   EXPECT_EQ(Objects().GetObject(0), nullptr) << "cursor and camera have ID 0 but are in no table";
   auto& object = world.Add("a");
   const std::uint32_t id = object.id;
@@ -47,8 +45,7 @@ TEST(ObjectManager, IdsAreNeverReusedAndForgottenWithTheirObjects) {
   EXPECT_EQ(Objects().AddObject(std::make_unique<GameObject>()), id + 2);
 }
 
-TEST(ObjectManager, SortsByDepthOnlyWhenSomethingWasMadeAndKeepsEqualsInOrder) {
-  TestWorld world;
+TEST_F(ObjectManagerTest, SortsByDepthOnlyWhenSomethingWasMadeAndKeepsEqualsInOrder) {
   for (const char* name : {"a", "b", "c", "d"}) world.Add(name);
   PositionOf(*Objects().FindObjectByName("a")).z = 1.0f;
   PositionOf(*Objects().FindObjectByName("d")).z = -1.0f;
@@ -65,41 +62,37 @@ TEST(ObjectManager, SortsByDepthOnlyWhenSomethingWasMadeAndKeepsEqualsInOrder) {
   EXPECT_EQ(Names(), (List{"d", "c", "e", "", "a", "b"}));
 }
 
-TEST(ObjectManager, TheSweepSurvivesWhatDestructorsDo) {
-  TestWorld world;
+TEST_F(ObjectManagerTest, TheSweepSurvivesWhatDestructorsDo) {
   world.WriteFile("level", "{\n\t1: {\n\t\tName: loaded\n\t\tCore: false\n\t}\n}\n");
   auto& early = world.Add("early");
   auto& first = world.Add("first");
   auto& second = world.Add("second");
   auto& later = world.Add("later");
   world.Add("stays");
-  std::uint32_t firstId = first.id;
   int destroyed = 0;
-  AddHook(first).onDestroy = [&] {
+  for (GameObject* dying : {&second, &later}) AddHook(*dying).onDestroy = [&] { ++destroyed; };
+  AddHook(first).onDestroy = [&, id = first.id] {
     ++destroyed;
-    EXPECT_EQ(Objects().GetObject(firstId), nullptr) << "out of the table before its scripts go";
+    EXPECT_EQ(Objects().GetObject(id), nullptr) << "out of the table before its scripts go";
     EXPECT_EQ(Objects().FindObjectByName("first"), nullptr);
     early.alive = false;  // passed already: goes next time
     later.alive = false;  // still ahead: goes in this sweep
     for (int i = 0; i < 100; ++i) world.Add("made");
     Objects().LoadLevel("level");
   };
-  AddHook(second).onDestroy = [&] { ++destroyed; };
-  AddHook(later).onDestroy = [&] { ++destroyed; };
   first.alive = second.alive = false;
   Objects().RemoveDeadObjects();
   EXPECT_EQ(destroyed, 3);
-  const List names = Names();
-  ASSERT_EQ(names.size(), 103u);
-  EXPECT_EQ(names[0], "early");
-  EXPECT_EQ(names[1], "stays");
-  EXPECT_EQ(names[102], "loaded");
+  List expected(103, "made");
+  expected[0] = "early";
+  expected[1] = "stays";
+  expected[102] = "loaded";
+  EXPECT_EQ(Names(), expected);
   Objects().RemoveDeadObjects();
   EXPECT_EQ(Names()[0], "stays");
 }
 
-TEST(ObjectManager, ASweepInsideASweepIsHarmless) {
-  TestWorld world;
+TEST_F(ObjectManagerTest, ASweepInsideASweepIsHarmless) {
   for (const char* name : {"a", "b", "c"}) {
     auto& object = world.Add(name);
     object.alive = false;
@@ -110,8 +103,7 @@ TEST(ObjectManager, ASweepInsideASweepIsHarmless) {
   EXPECT_EQ(Names(), List{"stays"});
 }
 
-TEST(GameObject, HoldsOneComponentPerKindAndItsTransformForGood) {
-  TestWorld world;
+TEST_F(ObjectManagerTest, AnObjectHoldsOneComponentPerKindAndItsTransformForGood) {
   auto& object = world.AddSphere("a", {});
   Transform* transform = &object.GetTransform();
   EXPECT_EQ(object.AddComponent("Transform"), transform);
@@ -136,8 +128,7 @@ TEST(Transform, TheMatrixIsACacheAndTheConstructorsAngleIsOneEulerStep) {
   for (std::size_t i = 0; i < 16; ++i) EXPECT_NEAR(m[i], expected[i], 1e-6f) << i;
 }
 
-TEST(Pause, EveryHolderTakesItsOwnReasonAway) {
-  TestWorld world;
+TEST_F(PauseTest, EveryHolderTakesItsOwnReasonAway) {
   struct : RunLogListener {
     std::string heard;
     void OnEvent(std::string_view text) override { (heard += text) += ';'; }

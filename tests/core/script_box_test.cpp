@@ -1,12 +1,14 @@
 #include "core/script_box.h"
 
-#include <gtest/gtest.h>
+#include <algorithm>
 
 #include "core/event.h"
 #include "core/object_manager.h"
-#include "test_world.h"
+#include "core/world_fixture.h"
 
 namespace {
+
+using ScriptBoxTest = WorldFixture;
 
 struct Named final : Script {
   explicit Named(const char* text) : name(text) {}
@@ -19,15 +21,13 @@ TEST(ScriptRegistry, ANameEnteredAgainGetsTheNewCreatorAndTheLastPlace) {
   RegisterScript("test other", CreateOwned<HookScript>);
   RegisterScript("test twice", CreateOwned<HookScript>);
   EXPECT_STREQ(CreateScript("test twice").script->GetName(), HookScript::kName);
-  EXPECT_EQ(RegisteredScriptNames().back(), "test twice");
-  int times = 0;
-  for (const auto name : RegisteredScriptNames()) times += name == "test twice" ? 1 : 0;
-  EXPECT_EQ(times, 1);
+  const auto names = RegisteredScriptNames();
+  EXPECT_EQ(names.back(), "test twice");
+  EXPECT_EQ(std::ranges::count(names, "test twice"), 1);
   EXPECT_EQ(CreateScript("Test twice").script, nullptr) << "names are case-sensitive";
 }
 
-TEST(ScriptBox, FindsScriptsByExactNameAndReportsUnknownOnes) {
-  TestWorld world;
+TEST_F(ScriptBoxTest, FindsScriptsByExactNameAndReportsUnknownOnes) {
   auto& box = world.Add("a").Insert(std::make_unique<ScriptBox>());
   Script& lower = box.AddScript(std::make_unique<Named>("spawner"));
   Script& upper = box.AddScript(std::make_unique<Named>("Spawner"));
@@ -40,8 +40,7 @@ TEST(ScriptBox, FindsScriptsByExactNameAndReportsUnknownOnes) {
   EXPECT_EQ(world.text(), "Could not add script nope.\n");
 }
 
-TEST(ScriptBox, ScriptsAddedDuringAWalkHearTheRestOfIt) {
-  TestWorld world;
+TEST_F(ScriptBoxTest, ScriptsAddedDuringAWalkHearTheRestOfIt) {
   auto& object = world.Add("a");
   int heard = 0;
   const auto grow = [&] {
@@ -66,8 +65,7 @@ TEST(ScriptBox, ScriptsAddedDuringAWalkHearTheRestOfIt) {
   EXPECT_EQ(heard, 60) << "an emptied box ends the walk";
 }
 
-TEST(ScriptBox, EventsReachTheScriptsOfOneObjectBeforeTheSendReturns) {
-  TestWorld world;
+TEST_F(ScriptBoxTest, EventsReachTheScriptsOfOneObjectBeforeTheSendReturns) {
   std::string heard;
   for (const char* name : {"a", "b"}) {
     auto& object = world.Add(name);
@@ -85,54 +83,25 @@ TEST(ScriptBox, EventsReachTheScriptsOfOneObjectBeforeTheSendReturns) {
   EXPECT_EQ(heard, "bDefaultName7 bDefaultName7 ");
 }
 
-// An unknown script of three values, one of them a nested block, between two known ones; then a following object.
-TEST(ScriptBox, AnUnknownScriptCostsNothingAroundIt) {
-  TestWorld world;
-  const std::string hook = "\t\t\tComponent: \"test hook\" {\n\t\t\t\tlevel: \n\t\t\t}\n";
-  const std::string cap = "\t\t\tComponent: \"VelocityCap\" {\n\t\t\t}\n";
-  const auto level = [](const std::string& scripts) {
-    return "{\n\t1: {\n\t\tName: a\n\t\tCore: false\n\t\tComponent: \"ScriptBox\" {\n" + scripts +
-           "\t\t}\n\t}\n\t2: {\n\t\tName: b\n\t\tCore: false\n\t}\n}\n";
-  };
-  const auto load = [&](const std::string& name, const std::string& scripts) {
+// A script that does not read what its block holds stands in front of a known one and a following object.
+TEST_F(ScriptBoxTest, AScriptThatIsUnknownOrMisreadCostsNothingAroundIt) {
+  const auto load = [&](const std::string& script) {
     world.ClearText();
-    world.WriteFile(name, level(scripts));
-    const auto created = Objects().LoadLevel(name);
-    EXPECT_EQ(created.size(), 2u) << name;
-    EXPECT_EQ(created.back()->name, "b") << name;
-    return Document({created.front()});
+    const auto created =
+        Objects().LoadText("level", "{\n1: {\nName: a\nCore: false\nComponent: \"ScriptBox\" {\n" + script +
+                                        "Component: \"VelocityCap\" {\n}\n}\n}\n2: {\nName: b\nCore: false\n}\n}\n");
+    EXPECT_EQ(created.size(), 2u) << script;
+    EXPECT_EQ(created.back()->name, "b") << script;
+    return WithoutIds(Document({created.front()}));
   };
-  const std::string expected = load("clean", hook + cap);
+  const std::string capOnly = load("");
+  const std::string both = load("Component: \"test hook\" {\nlevel: \n}\n");
   EXPECT_EQ(world.text(), "");
-  EXPECT_EQ(WithoutIds(load("unknown", hook +
-                                           "\t\t\tComponent: \"nope\" {\n\t\t\t\ta: 1\n\t\t\t\tComponent: \"Vec3\" {\n"
-                                           "\t\t\t\t\tx_: 1\n\t\t\t\t}\n\t\t\t\tb: 2\n\t\t\t}\n" +
-                                           cap)),
-            WithoutIds(expected));
+  EXPECT_EQ(load("Component: \"nope\" {\na: 1\nComponent: \"Vec3\" {\nx_: 1\n}\nb: 2\n}\n"), capOnly);
   EXPECT_EQ(world.text(), "nope could not be found.\n");
-  EXPECT_EQ(WithoutIds(load("too many values",
-                            "\t\t\tComponent: \"test hook\" {\n\t\t\t\tlevel: \n\t\t\t\textra: 1\n\t\t\t}\n" + cap)),
-            WithoutIds(expected));
+  EXPECT_EQ(load("Component: \"test hook\" {\nlevel: \nextra: 1\n}\n"), both);
   EXPECT_EQ(Count(world.text(), "could not be found."), 1);
-  load("too few values", "\t\t\tComponent: \"test hook\" {\n\t\t\t}\n" + cap);
-}
-
-TEST(ScriptBox, ReadsBackItsScriptsInOrderEachInitialisedOnce) {
-  TestWorld world;
-  auto& object = world.Add("a");
-  AddHook(object);
-  object.Get<ScriptBox>()->AddScript("VelocityCap");
-  AddHook(object);
-  Objects().SaveLevel("level");
-  world.Restart();
-  auto* box = Objects().LoadLevel("level").at(0)->Get<ScriptBox>();
-  auto* first = static_cast<HookScript*>(box->GetScript(HookScript::kName));
-  ASSERT_NE(first, nullptr);
-  EXPECT_EQ(first->initialised, 1);
-  EXPECT_EQ(first->owner, box->owner);
-  const std::string text = Document({box->owner});
-  EXPECT_LT(text.find("test hook"), text.find("VelocityCap"));
-  EXPECT_GT(text.rfind("test hook"), text.find("VelocityCap"));
+  load("Component: \"test hook\" {\n}\n");
 }
 
 }  // namespace

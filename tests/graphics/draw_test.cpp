@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
+#include <optional>
 
 #include "core/pause.h"
 #include "core/random.h"
@@ -29,12 +29,8 @@ struct RunResult {
 RunResult RunBubbles(bool withContext) {
   TestWorld world;
   std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
-  std::unique_ptr<OffscreenContext> context;
-  ScriptedPlatform platform;
-  if (withContext)
-    context = std::make_unique<OffscreenContext>();
-  else
-    SetPlatform(platform);
+  std::optional<OffscreenContext> context;
+  if (withContext) context.emplace();
   SeedRandom(10);
   GetRenderer().StartRipple({});
   Objects().LoadLevel("bubblegens");
@@ -43,13 +39,11 @@ RunResult RunBubbles(bool withContext) {
   for (int i = 0; i < 600; ++i) frame.Run();
   RunResult result{StateDigest(), 0, gl::HasContext()};
   for (const ParticleEmitter* emitter : ParticleEmitters()) result.particles += emitter->CountLive();
-  context.reset();
-  static ScriptedPlatform nothing;
-  SetPlatform(nothing);
   return result;
 }
 
-BasicParticleEmitter& AddBubble(GameObject& object) {
+// Red bubbles on one spot.
+void AddBubbles(GameObject& object) {
   auto& box = object.Insert(std::make_unique<ScriptBox>());
   auto& emitter = static_cast<BasicParticleEmitter&>(box.AddScript(std::make_unique<BasicParticleEmitter>()));
   for (Vec3* v : {&emitter.startingPositionMin, &emitter.startingPositionMax, &emitter.minVelocity,
@@ -58,7 +52,6 @@ BasicParticleEmitter& AddBubble(GameObject& object) {
   emitter.minScale.x = emitter.maxScale.x = 8.0f;
   emitter.textureName = "BlueBox.png";
   emitter.colour = {1.0f, 0.0f, 0.0f};
-  return emitter;
 }
 
 }  // namespace
@@ -93,7 +86,7 @@ TEST(Drawing, LayersCoverEachOtherInTheirOrder) {
   const Colour sea = colourAfter(1);
   EXPECT_GT(sea[2], sea[0]);
   GameObject& bubble = world.Add("bubble");
-  AddBubble(bubble);
+  AddBubbles(bubble);
   const Colour particle = colourAfter(20);
   EXPECT_GT(particle[0], 150);
   EXPECT_LT(particle[2], 40);

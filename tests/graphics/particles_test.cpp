@@ -1,32 +1,37 @@
-#include <gtest/gtest.h>
+#include <utility>
 
 #include "core/object_manager.h"
 #include "core/random.h"
 #include "core/script_box.h"
-#include "core/serializer.h"
 #include "core/transform.h"
+#include "core/world_fixture.h"
 #include "graphics/basic_particle_emitter.h"
-#include "test_world.h"
 
 namespace {
 
 constexpr float kStep = 0.0085f;
 
-BasicParticleEmitter& AddEmitter(GameObject& object) {
-  auto& box = object.Insert(std::make_unique<ScriptBox>());
-  return static_cast<BasicParticleEmitter&>(box.AddScript(std::make_unique<BasicParticleEmitter>()));
-}
+class EmitterTest : public WorldFixture {
+ protected:
+  std::pair<GameObject&, BasicParticleEmitter&> Make(const Vec3& position = {}) {
+    GameObject& object = world.Add("bubbles", position);
+    auto& box = object.Insert(std::make_unique<ScriptBox>());
+    return {object, static_cast<BasicParticleEmitter&>(box.AddScript(std::make_unique<BasicParticleEmitter>()))};
+  }
+  /// All ranges as points, a particle in every update.
+  std::pair<GameObject&, BasicParticleEmitter&> MakeSteady(const Vec3& position = {}) {
+    const auto made = Make(position);
+    BasicParticleEmitter& emitter = made.second;
+    for (Vec3* v : {&emitter.startingPositionMin, &emitter.startingPositionMax, &emitter.minVelocity,
+                    &emitter.maxVelocity, &emitter.minAcceleration, &emitter.maxAcceleration})
+      *v = {};
+    emitter.spawnIntervalMin = emitter.spawnIntervalMax = 0.0f;
+    return made;
+  }
+};
 
 void Age(GameObject& object, int updates) {
   for (int i = 0; i < updates; ++i) object.Update(kStep);
-}
-
-// All ranges as points, a particle in every update.
-void MakeSteady(BasicParticleEmitter& emitter) {
-  for (Vec3* v : {&emitter.startingPositionMin, &emitter.startingPositionMax, &emitter.minVelocity,
-                  &emitter.maxVelocity, &emitter.minAcceleration, &emitter.maxAcceleration})
-    *v = {};
-  emitter.spawnIntervalMin = emitter.spawnIntervalMax = 0.0f;
 }
 
 // The numbers that the generator gives next, as fractions of its range.
@@ -40,10 +45,8 @@ std::vector<float> NextFractions(int count) {
 
 }  // namespace
 
-TEST(BasicParticleEmitter, ByDefaultOneComesEveryTwelveUpdatesAndLivesFor588) {
-  TestWorld world;
-  GameObject& object = world.Add("bubbles");
-  const BasicParticleEmitter& emitter = AddEmitter(object);
+TEST_F(EmitterTest, ByDefaultOneComesEveryTwelveUpdatesAndLivesFor588) {
+  const auto [object, emitter] = Make();
   Age(object, 11);
   EXPECT_EQ(emitter.CountLive(), 0);
   Age(object, 1);
@@ -61,11 +64,8 @@ TEST(BasicParticleEmitter, ByDefaultOneComesEveryTwelveUpdatesAndLivesFor588) {
 }
 
 // The order is part of the match's random stream; a range that is a point takes no number.
-TEST(BasicParticleEmitter, DrawsPlaceLifeSizeMotionAndIntervalInThisOrder) {
-  TestWorld world;
-  GameObject& object = world.Add("bubbles", {1.0f, 2.0f, 3.0f});
-  BasicParticleEmitter& emitter = AddEmitter(object);
-  MakeSteady(emitter);
+TEST_F(EmitterTest, DrawsPlaceLifeSizeMotionAndIntervalInThisOrder) {
+  const auto [object, emitter] = MakeSteady({1.0f, 2.0f, 3.0f});
   const std::uint32_t before = RandomState();
   Age(object, 20);
   EXPECT_EQ(RandomState(), before);
@@ -95,11 +95,8 @@ TEST(BasicParticleEmitter, DrawsPlaceLifeSizeMotionAndIntervalInThisOrder) {
   EXPECT_EQ(emitter.CountLive(), spawned + 2);
 }
 
-TEST(BasicParticleEmitter, AFullPoolLosesItsFirstAndAGoneOneIsReplaced) {
-  TestWorld world;
-  GameObject& object = world.Add("bubbles");
-  BasicParticleEmitter& emitter = AddEmitter(object);
-  MakeSteady(emitter);
+TEST_F(EmitterTest, AFullPoolLosesItsFirstAndAGoneOneIsReplaced) {
+  const auto [object, emitter] = MakeSteady();
   emitter.maxParticles = 10;
   Age(object, 21);  // the eleventh update with a full pool's worth behind it
   ASSERT_EQ(emitter.GetPool().size(), 10u);
@@ -108,22 +105,15 @@ TEST(BasicParticleEmitter, AFullPoolLosesItsFirstAndAGoneOneIsReplaced) {
   Age(object, 1);
   EXPECT_EQ(emitter.GetPool()[0].position.x, 5.0f);
   EXPECT_EQ(emitter.GetPool()[9].position.x, 0.0f);
-  emitter.maxParticles = 4;
-  Age(object, 3);
-  EXPECT_EQ(emitter.CountLive(), 4);
-  emitter.maxParticles = 0;
-  Age(object, 3);
-  EXPECT_EQ(emitter.CountLive(), 0);
-  emitter.maxParticles = 2;
-  Age(object, 3);
-  EXPECT_EQ(emitter.CountLive(), 2);
+  for (const int size : {4, 0, 2}) {
+    emitter.maxParticles = size;
+    Age(object, 3);
+    EXPECT_EQ(emitter.CountLive(), size);
+  }
 }
 
-TEST(BasicParticleEmitter, TakesItsTintAndFadesByAStepInItsLastSecond) {
-  TestWorld world;
-  GameObject& object = world.Add("bubbles");
-  BasicParticleEmitter& emitter = AddEmitter(object);
-  MakeSteady(emitter);
+TEST_F(EmitterTest, TakesItsTintAndFadesByAStepInItsLastSecond) {
+  const auto [object, emitter] = MakeSteady();
   emitter.spawnIntervalMin = emitter.spawnIntervalMax = 100.0f;
   emitter.minLifespan = emitter.maxLifeSpan = 1.005f;
   emitter.colour = {0.25f, 0.5f, 0.75f};
@@ -133,59 +123,22 @@ TEST(BasicParticleEmitter, TakesItsTintAndFadesByAStepInItsLastSecond) {
   EXPECT_FLOAT_EQ(emitter.GetPool()[0].colour[3], 1.0f - kStep);
 }
 
-TEST(BasicParticleEmitter, KeepsItsValuesInTheirOrder) {
-  TestWorld world;
-  GameObject& object = world.Add("bubbles");
-  BasicParticleEmitter& emitter = AddEmitter(object);
-  emitter.textureName = "Bubble.png";
-  emitter.maxParticles = 7;
-  emitter.minLifespan = 0.5f;
-  emitter.maxLifeSpan = 0.25f;
-  float next = 1.0f;
-  for (Vec3* v :
-       {&emitter.startingPositionMin, &emitter.startingPositionMax, &emitter.minVelocity, &emitter.maxVelocity,
-        &emitter.minAcceleration, &emitter.maxAcceleration, &emitter.minScale, &emitter.maxScale})
-    for (float* f : {&v->x, &v->y, &v->z}) *f = next++;
-  emitter.spawnIntervalMin = 0.75f;
-  emitter.spawnIntervalMax = 1.25f;
-  const std::string text = Document({&object});
-  const std::size_t start = text.find("\"bpe\"");
-  ASSERT_NE(start, std::string::npos);
-  std::string values;
-  for (std::size_t i = text.find('\n', start) + 1; text[i] != '}'; ++i)
-    if (text[i] != '\t') values += text[i];
-  EXPECT_EQ(values,
-            "textureName: Bubble.png\nparticleCount: 7\nminLifespan: 0.5\nmaxLifeSpan: 0.25\n"
-            "x: 1\ny: 2\nz: 3\nx: 4\ny: 5\nz: 6\nx: 7\ny: 8\nz: 9\nx: 10\ny: 11\nz: 12\n"
-            "x: 13\ny: 14\nz: 15\nx: 16\ny: 17\nz: 18\nx: 19\ny: 20\nz: 21\nx: 22\ny: 23\nz: 24\n"
-            "spawnIntervalMin: 0.75\nspawnIntervalMax: 1.25\n");
-  world.WriteFile("kept", text);
-  EXPECT_EQ(WithoutIds(Document(Objects().LoadLevel("kept"))), WithoutIds(text));
-}
-
 // A number in a file must not decide how much memory is taken, neither alone nor many times over.
-TEST(ParticleEmitter, CountsOutOfRangeAreToldAndMoved) {
-  TestWorld world;
-  std::vector<GameObject*> objects;
-  const auto load = [&](int count) {
-    GameObject& object = world.Add("bubbles");
-    AddEmitter(object).maxParticles = count;
-    const std::string name = std::to_string(count);
-    world.WriteFile(name, Document({&object}));
+TEST_F(EmitterTest, CountsOutOfRangeAreToldAndMoved) {
+  for (const auto& [count, moved] : {std::pair(-7, 0), std::pair(2000000000, ParticleEmitter::kMaxParticles)}) {
+    const auto [object, emitter] = Make();
+    emitter.maxParticles = count;
+    const auto loaded = Objects().LoadText("emitter", Document({&object}));
     object.alive = false;
-    world.ClearText();
-    objects = Objects().LoadLevel(name);
-    return static_cast<BasicParticleEmitter*>(objects.at(0)->Get<ScriptBox>()->GetScript("bpe"));
-  };
-  EXPECT_EQ(load(-7)->maxParticles, 0);
-  Age(*objects[0], 30);
-  EXPECT_NE(world.text().find("particleCount -7, must be 0 to 65536\n"), std::string::npos) << world.text();
-  EXPECT_EQ(load(2000000000)->maxParticles, ParticleEmitter::kMaxParticles);
-  EXPECT_NE(world.text().find("particleCount 2000000000, must be 0 to 65536\n"), std::string::npos);
+    auto* script = loaded.at(0)->Get<ScriptBox>()->GetScript("bpe");
+    EXPECT_EQ(static_cast<BasicParticleEmitter*>(script)->maxParticles, moved);
+    const std::string told = "particleCount " + std::to_string(count) + ", must be 0 to 65536\n";
+    EXPECT_EQ(Count(world.text(), told), 1) << world.text();
+    if (moved == 0) Age(*loaded[0], 30);
+  }
   int pooled = 0;
   for (int i = 0; i < 20; ++i) {
-    GameObject& object = world.Add("many");
-    BasicParticleEmitter& emitter = AddEmitter(object);
+    const auto [object, emitter] = Make();
     emitter.maxParticles = ParticleEmitter::kMaxParticles;
     Age(object, 1);
     pooled += static_cast<int>(emitter.GetPool().size());
@@ -194,8 +147,7 @@ TEST(ParticleEmitter, CountsOutOfRangeAreToldAndMoved) {
   EXPECT_EQ(Count(world.text(), "bpe: 65536 particles are too many, 0 remain\n"), 4);
   world.Restart();
   EXPECT_TRUE(ParticleEmitters().empty());
-  GameObject& object = world.Add("after");
-  BasicParticleEmitter& emitter = AddEmitter(object);
+  const auto [object, emitter] = Make();
   Age(object, 1);
-  EXPECT_EQ(emitter.GetPool().size(), 100u);
+  EXPECT_EQ(emitter.GetPool().size(), 100u) << "what went is free again";
 }

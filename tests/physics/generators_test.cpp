@@ -1,13 +1,11 @@
-#include <gtest/gtest.h>
-
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/transform.h"
+#include "core/world_fixture.h"
 #include "physics/generator_host.h"
 #include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
-#include "test_world.h"
 
 using GalePhysics::AdoptGenerator;
 using GalePhysics::GravityGenerator;
@@ -16,26 +14,24 @@ using GalePhysics::WobblyPuller;
 
 namespace {
 
-TEST(Gravity, PullsEveryMassAlikeAndTheImmovableNot) {
-  TestWorld world;
+using GeneratorTest = WorldFixture;
+
+TEST_F(GeneratorTest, GravityPullsEveryMassAlikeAndTheImmovableNot) {
   auto& gravity = AdoptGenerator(std::make_unique<GravityGenerator>(Vec3{0.0f, -2.0f, 0.0f}));
   for (const float inverseMass : {4.0f, 1.0f, 0.0f}) {
-    auto& object = world.AddSphere("a", {}, {.inverseMass = inverseMass, .group = 0});
-    BodyOf(object).AddGenerator(&gravity);
-    BodyOf(object).Integrate();
-    EXPECT_FLOAT_EQ(BodyOf(object).velocity.y, inverseMass == 0.0f ? 0.0f : -2.0f * Time().physicsStep);
+    auto& body = BodyOf(world.AddSphere("a", {}, {.inverseMass = inverseMass}));
+    body.AddGenerator(&gravity);
+    body.Integrate();
+    EXPECT_FLOAT_EQ(body.velocity.y, inverseMass == 0.0f ? 0.0f : -2.0f * Time().physicsStep);
   }
 }
 
-TEST(Spring, PullsInProportionToItsStretch) {
-  TestWorld world;
+TEST_F(GeneratorTest, ASpringPullsInProportionToItsStretch) {
   auto& anchor = world.AddSphere("anchor", {3.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f, .radius = 0.1f});
   auto& object = world.AddSphere("a", {}, {.radius = 0.1f});
   auto& spring = AdoptGenerator(std::make_unique<Spring>(anchor, 10.0f, 2.0f));
   BodyOf(object).AddGenerator(&spring);
-  world.Step();
-  EXPECT_NEAR(BodyOf(object).velocity.x, 0.0283334f, 1e-6f);
-  world.Step(14);
+  world.Step(15);
   EXPECT_NEAR(BodyOf(object).velocity.x, 0.423966f, 1e-6f);
   EXPECT_NEAR(PositionOf(object).x, 0.0084204f, 1e-6f);
 
@@ -55,51 +51,44 @@ TEST(Spring, PullsInProportionToItsStretch) {
   EXPECT_EQ(firstPush(3.0f), 0.0f);
 }
 
-TEST(WobblyPuller, SetsAPullThatGrowsAndASidewaysPushThatFlips) {
-  TestWorld world;
+TEST_F(GeneratorTest, AWobblyPullGrowsAndItsSidewaysPushFlips) {
   auto& target = world.Add("target", {3.0f, 4.0f, 0.0f});
-  auto& a = world.AddSphere("a", {}, {.group = 0});
-  auto& b = world.AddSphere("b", {}, {.group = 0});
+  auto& a = world.AddSphere("a", {});
+  auto& b = world.AddSphere("b", {});
   auto& puller = AdoptGenerator(std::make_unique<WobblyPuller>(target.id, 2.0f, 1.25f, 0.5f));
-  const auto pull = [&](GameObject& object) {
+  const auto expectPull = [&](GameObject& object, float x, float y) {
     puller.UpdateForce(BodyOf(object));
-    return BodyOf(object).acceleration;
-  };
-  const auto expect = [](const Vec3& got, float x, float y) {
-    EXPECT_NEAR(got.x, x, 1e-5f);
-    EXPECT_NEAR(got.y, y, 1e-5f);
+    EXPECT_NEAR(BodyOf(object).acceleration.x, x, 1e-5f);
+    EXPECT_NEAR(BodyOf(object).acceleration.y, y, 1e-5f);
   };
   BodyOf(a).acceleration = {100.0f, 0.0f, 0.0f};
-  expect(pull(a), 5.0f, 8.75f);
+  expectPull(a, 5.0f, 8.75f);
   Time().elapsedTime = 0.5f;
-  expect(pull(a), 5.0f, 8.75f);  // the period must have passed, not just be reached
+  expectPull(a, 5.0f, 8.75f);  // the period must have passed, not just be reached
   Time().elapsedTime = 0.51f;
-  expect(pull(a), 7.0f, 7.25f);
-  expect(pull(b), 7.0f, 7.25f);  // the second body shares the flip and makes none of its own
+  expectPull(a, 7.0f, 7.25f);
+  expectPull(b, 7.0f, 7.25f);  // the second body shares the flip and makes none of its own
   EXPECT_FLOAT_EQ(puller.lastWobbleTime, 0.51f);
   target.alive = false;
   Objects().RemoveDeadObjects();
-  expect(pull(a), 7.0f, 7.25f);  // what was set last stays
+  expectPull(a, 7.0f, 7.25f);  // what was set last stays
 }
 
-TEST(Generators, MadeByNameLiveInTheHostAndFollowTheCursor) {
-  TestWorld world;
-  auto& host = GalePhysics::GetGeneratorHost();
+TEST_F(GeneratorTest, ThoseMadeByNameLiveInTheHostAndFollowTheCursor) {
   EXPECT_EQ(Objects().FindObjectByName("AForceBox"), nullptr) << "in no list";
   for (const char* name : {"gravity", "spring", "wobblypuller"}) {
     const NewScript made = CreateScript(name);
     EXPECT_EQ(made.owned, nullptr) << name;
-    EXPECT_EQ(made.script->owner, &host) << name;
-    EXPECT_STREQ(made.script->GetName(), name);
+    EXPECT_EQ(made.script->owner, &GalePhysics::GetGeneratorHost()) << name;
   }
-  auto& object = world.AddSphere("a", {});
+  auto& body = BodyOf(world.AddSphere("a", {}));
   PositionOf(Objects().GetCursor()) = {0.0f, 2.0f, 0.0f};
   WobblyPuller puller;
   puller.forwardPower = 3.0f;
-  puller.UpdateForce(BodyOf(object));
-  EXPECT_EQ(BodyOf(object).acceleration, (Vec3{0.0f, 6.0f, 0.0f}));
-  BodyOf(object).AddGenerator(nullptr);
-  EXPECT_TRUE(BodyOf(object).generators.empty());
+  puller.UpdateForce(body);
+  EXPECT_EQ(body.acceleration, (Vec3{0.0f, 6.0f, 0.0f}));
+  body.AddGenerator(nullptr);
+  EXPECT_TRUE(body.generators.empty());
 }
 
 }  // namespace

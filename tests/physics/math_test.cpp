@@ -25,14 +25,8 @@ TEST(Math, TheInverseUndoesAnUnsymmetricMatrix) {
 }
 
 TEST(Math, TurnsCounterClockwise) {
-  const Matrix33 quarter = RotationAboutZ(90.0f);
-  const Matrix33 same = ToMatrix(QuaternionFromZ(kPi / 2.0f));
-  for (const Matrix33& m : {quarter, same}) {
-    const Vec3 up = m * Vec3{1.0f, 0.0f, 0.0f};
-    EXPECT_NEAR(up.x, 0.0f, 1e-6f);
-    EXPECT_NEAR(up.y, 1.0f, 1e-6f);
-  }
-  EXPECT_EQ(Cross({1.0f, 0.0f, 0.0f}, {0.0f, 1.0f, 0.0f}), (Vec3{0.0f, 0.0f, 1.0f}));
+  for (const Matrix33& quarter : {RotationAboutZ(90.0f), ToMatrix(QuaternionFromZ(kPi / 2.0f))})
+    EXPECT_NEAR((quarter * Vec3{1.0f, 0.0f, 0.0f}).y, 1.0f, 1e-6f);
 }
 
 // Every component differs, so a swapped sign, a wrong side or a component updated too early shows.
