@@ -71,7 +71,10 @@ TEST_F(BodyTest, StaysFiniteAtTheRimOfTheNumbers) {
   auto& touching = world.AddSphere("touching", {1.9f, 10.0f, 0.0f});
   auto& wall = world.AddSphere("wall", {60.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f});
   world.AddSphere("feather", {61.0f, 0.0f, 0.0f}, {.inverseMass = 1e-39f});
-  for (int i = 0; i < 12; ++i) world.AddSphere("crowd", {0.0f, -20.0f, 0.0f});
+  auto& inside = world.AddSphere("inside", {0.0f, -40.0f, 0.0f}, {.radius = 0.1f});
+  world.AddBox("box", {0.0f, -40.0f, 0.0f}, {.inverseMass = 0.0f});
+  auto& crowd = world.AddSphere("crowd", {0.0f, -20.0f, 0.0f});
+  for (int i = 0; i < 11; ++i) world.AddSphere("crowd", {0.0f, -20.0f, 0.0f});
   int heard = 0;
   AddHook(touching).onContact = [&](const GalePhysics::Contact&) { ++heard; };
   BodyOf(pushed).inverseMass = 10.0f;
@@ -79,13 +82,14 @@ TEST_F(BodyTest, StaysFiniteAtTheRimOfTheNumbers) {
     BodyOf(pushed).forceTotal = {3e38f, 0.0f, 0.0f};
     world.Step();
     EXPECT_GT(heard, 0) << "two far places do not make collisions vanish";
-    for (const GameObject* object : {&pushed, &touching, &wall}) {
+    for (const GameObject* object : {&pushed, &touching, &wall, &inside, &crowd}) {
       EXPECT_TRUE(IsFinite(object->GetTransform().position)) << object->name;
       EXPECT_TRUE(IsFinite(object->Get<RigidBody>()->velocity)) << object->name;
     }
   }
   EXPECT_EQ(BodyOf(pushed).acceleration.y, -1.0f);
   EXPECT_EQ(PositionOf(far).x, 3e38f);
+  EXPECT_EQ(PositionOf(crowd), (Vec3{0.0f, -20.0f, 0.0f})) << "one place, no direction to part in";
 }
 
 TEST_F(MakePhysicalTest, GivesTheShapesTheirInertia) {

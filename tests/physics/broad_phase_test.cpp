@@ -31,51 +31,36 @@ using GalePhysics::SphereCollider;
 namespace {
 
 struct Entry {
-  unsigned mask;
+  unsigned mask;  // the quadrants before the present one: two copies that share one are tested there
   const Collider* collider;
 };
 
 const Vec3& PlaceOf(const Entry& entry) { return entry.collider->owner->GetTransform().position; }
 
-std::vector<Entry> AllEntries() {
-  std::vector<Entry> entries;
-  for (const auto* shape : ShapeListing<BoxCollider>::List()) entries.push_back({0, shape});
-  for (const auto* shape : ShapeListing<SphereCollider>::List()) entries.push_back({0, shape});
-  for (const auto* shape : ShapeListing<PrimitiveAssemblage>::List()) entries.push_back({0, shape});
-  return entries;
-}
-
 void TestPair(const Entry& a, const Entry& b, Findings& findings) {
-  if (a.collider->collisionGroup == 0 && b.collider->collisionGroup == 0) return;
+  if ((a.mask & b.mask) != 0 || (a.collider->collisionGroup == 0 && b.collider->collisionGroup == 0)) return;
   const float reach = a.collider->broadPhaseSize + b.collider->broadPhaseSize;
   const Vec3 apart = PlaceOf(a) - PlaceOf(b);
   if (std::abs(apart.x) <= reach && std::abs(apart.y) <= reach) Collide(*a.collider, *b.collider, findings);
 }
 
-void Node(std::vector<Entry> entries, unsigned depth, float cx, float cy, float hx, float hy, Findings& findings) {
-  std::vector<Entry> lists[4];
-  for (Entry& entry : entries) {
-    const Vec3& p = PlaceOf(entry);
-    const float r = entry.collider->broadPhaseSize;
-    for (unsigned q = 0; q < 4; ++q) {
-      const bool inX = q < 2 ? p.x + r >= cx : p.x - r <= cx;
-      const bool inY = q % 2 == 0 ? p.y + r >= cy : p.y - r <= cy;
-      if (!inX || !inY) continue;
-      lists[q].push_back(entry);
-      if (4 * depth + q < 16) entry.mask |= 1u << (4 * depth + q);
-    }
-  }
-  hx /= 2;
-  hy /= 2;
+void Visit(std::vector<Entry> entries, unsigned depth, const Vec3& centre, const Vec3& half, Findings& findings) {
   for (unsigned q = 0; q < 4; ++q) {
-    const auto& list = lists[q];
+    const float x = q < 2 ? 1.0f : -1.0f;
+    const float y = q % 2 == 0 ? 1.0f : -1.0f;
+    std::vector<Entry> list;
+    for (Entry& entry : entries) {
+      const float r = entry.collider->broadPhaseSize;
+      if (x * PlaceOf(entry).x + r < x * centre.x || y * PlaceOf(entry).y + r < y * centre.y) continue;
+      list.push_back(entry);
+      if (depth < 4) entry.mask |= 1u << (4 * depth + q);
+    }
     if (list.size() >= 10 && depth < 4) {
-      Node(list, depth + 1, q < 2 ? cx + hx : cx - hx, q % 2 == 0 ? cy + hy : cy - hy, hx, hy, findings);
+      Visit(list, depth + 1, centre + Vec3{x * half.x, y * half.y, 0.0f}, half * 0.5f, findings);
       continue;
     }
     for (std::size_t i = 0; i < list.size(); ++i)
-      for (std::size_t j = i + 1; j < list.size(); ++j)
-        if ((list[i].mask & list[j].mask) == 0) TestPair(list[i], list[j], findings);
+      for (std::size_t j = i + 1; j < list.size(); ++j) TestPair(list[i], list[j], findings);
   }
 }
 
@@ -87,9 +72,12 @@ Findings Reference() {
     low = {std::min(low.x, p.x), std::min(low.y, p.y), 0.0f};
     high = {std::max(high.x, p.x), std::max(high.y, p.y), 0.0f};
   }
+  std::vector<Entry> entries;
+  for (const auto* shape : ShapeListing<BoxCollider>::List()) entries.push_back({0, shape});
+  for (const auto* shape : ShapeListing<SphereCollider>::List()) entries.push_back({0, shape});
+  for (const auto* shape : ShapeListing<PrimitiveAssemblage>::List()) entries.push_back({0, shape});
   Findings findings;
-  Node(AllEntries(), 0, (high.x + low.x) / 2, (high.y + low.y) / 2, (high.x - low.x) / 2, (high.y - low.y) / 2,
-       findings);
+  Visit(entries, 0, (high + low) * 0.5f, (high - low) * 0.25f, findings);
   return findings;
 }
 
