@@ -5,7 +5,6 @@
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <random>
 #include <tuple>
 
 #include "allocation_counter.h"
@@ -85,30 +84,32 @@ auto ValuesOf(const Contact& c) {
   return std::tie(c.first, c.second, c.firstOwner, c.secondOwner, c.normal, c.point, c.penetration, c.restitution);
 }
 
+// Between -1 and 1.
+float RandomUnit() { return static_cast<float>(Random()) / static_cast<float>(kRandomMax) * 2.0f - 1.0f; }
+bool OneIn(int number) { return Random() % number == 0; }
+
 // Random shapes within `spread` of a point: spheres, boxes in every turn, ghosts, group 0, sizes that occur twice.
-void Scatter(TestWorld& world, std::mt19937& random, int count, float spread, const Vec3& middle) {
-  std::uniform_real_distribution<float> unit(-1.0f, 1.0f);
-  const auto oneIn = [&](unsigned number) { return random() % number == 0; };
+void Scatter(TestWorld& world, int count, float spread, const Vec3& middle) {
   for (int i = 0; i < count; ++i) {
     BodyOptions options;
-    options.ghost = oneIn(8);
-    options.group = static_cast<std::uint32_t>(random() % 3);
-    options.locked = oneIn(2);
-    options.velocity = {unit(random) * 5.0f, unit(random) * 5.0f, 0.0f};
-    options.angularVelocity.z = unit(random) * 3.0f;
-    options.inverseMass = oneIn(4) ? 0.0f : 1.0f;
+    options.ghost = OneIn(8);
+    options.group = static_cast<std::uint32_t>(Random() % 3);
+    options.locked = OneIn(2);
+    options.velocity = {RandomUnit() * 5.0f, RandomUnit() * 5.0f, 0.0f};
+    options.angularVelocity.z = RandomUnit() * 3.0f;
+    options.inverseMass = OneIn(4) ? 0.0f : 1.0f;
     options.restitution = 0.5f;
-    options.radius = oneIn(2) ? 0.5f : 0.05f + std::abs(unit(random));
-    options.halfExtents.x = oneIn(2) ? 0.5f : 0.1f + std::abs(unit(random)) * 2.0f;
-    options.halfExtents.y = oneIn(2) ? 0.5f : 0.1f + std::abs(unit(random));
-    options.halfExtents.z = oneIn(4) ? 0.5f : 0.0f;
-    options.angle = oneIn(2) ? 0.0f : unit(random) * kPi;
-    const Vec3 place = middle + Vec3{unit(random) * spread, unit(random) * spread, 0.0f};
-    auto& object = oneIn(2) ? world.AddSphere("sphere", place, options) : world.AddBox("box", place, options);
+    options.radius = OneIn(2) ? 0.5f : 0.05f + std::abs(RandomUnit());
+    options.halfExtents.x = OneIn(2) ? 0.5f : 0.1f + std::abs(RandomUnit()) * 2.0f;
+    options.halfExtents.y = OneIn(2) ? 0.5f : 0.1f + std::abs(RandomUnit());
+    options.halfExtents.z = OneIn(4) ? 0.5f : 0.0f;
+    options.angle = OneIn(2) ? 0.0f : RandomUnit() * kPi;
+    const Vec3 place = middle + Vec3{RandomUnit() * spread, RandomUnit() * spread, 0.0f};
+    auto& object = OneIn(2) ? world.AddSphere("sphere", place, options) : world.AddBox("box", place, options);
     // A damaged file may tilt or stretch an object.
-    if (!oneIn(8)) continue;
-    object.GetTransform().orientation = {1.0f + 0.3f * unit(random), 0.3f * unit(random), 0.0f, unit(random)};
-    if (oneIn(2)) object.GetTransform().orientation.i = 0.0f;
+    if (!OneIn(8)) continue;
+    object.GetTransform().orientation = {1.0f + 0.3f * RandomUnit(), 0.3f * RandomUnit(), 0.0f, RandomUnit()};
+    if (OneIn(2)) object.GetTransform().orientation.i = 0.0f;
     object.GetTransform().Rebuild();
   }
   auto& whole = world.Add("whole", middle + Vec3{spread / 2.0f, 0.0f, 0.0f});
@@ -142,9 +143,9 @@ TEST_F(BroadPhaseTest, FindsWhatThePlainQuadtreeFindsInTheSameOrder) {
   for (unsigned seed = 1; seed <= 12; ++seed) {
     SCOPED_TRACE(seed);
     world.Restart();
-    std::mt19937 random(seed);
+    SeedRandom(seed);
     const float spread = seed % 3 == 0 ? 2.0f : 12.0f;
-    Scatter(world, random, 20 + static_cast<int>(seed) * 8, spread, {seed % 2 == 0 ? 30.0f : 0.0f, -5.0f, 0.0f});
+    Scatter(world, 20 + static_cast<int>(seed) * 8, spread, {seed % 2 == 0 ? 30.0f : 0.0f, -5.0f, 0.0f});
     for (int step = 0; step < 5; ++step) {
       contacts += ExpectLikeReference();
       world.Step();
@@ -152,22 +153,8 @@ TEST_F(BroadPhaseTest, FindsWhatThePlainQuadtreeFindsInTheSameOrder) {
   }
   EXPECT_GT(contacts, 2000u);
   world.Restart();
-  std::mt19937 random(99);
-  Scatter(world, random, 300, 1.5f, {});
+  Scatter(world, 300, 1.5f, {});
   EXPECT_GT(ExpectLikeReference(), 10000u);
-}
-
-TEST_F(BroadPhaseTest, TestsAPairAcrossTheMiddleOnceAndManyInOneSpotUpToFourTimes) {
-  const auto contactsOf = [&](int count) {
-    world.Restart();
-    for (int i = 0; i < count; ++i) world.AddSphere("a", {}, {.inverseMass = 0.0f});
-    world.Add("corner", {10.0f, 10.0f, 0.0f});
-    world.Add("corner", {-10.0f, -10.0f, 0.0f});
-    return CountContacts();
-  };
-  EXPECT_EQ(contactsOf(2), 1u);
-  EXPECT_EQ(contactsOf(8), 8u * 7 / 2);         // nine entries with the cursor: no quadrant splits
-  EXPECT_EQ(contactsOf(12), 4u * 12 * 11 / 2);  // at the fifth level the quadrants have no marks left
 }
 
 TEST_F(BroadPhaseTest, APileBeyondMeasureIsCutOffWithOneMessage) {
@@ -194,9 +181,8 @@ using PhysicsTest = WorldFixture;
 
 void BuildPool(TestWorld& world) {
   for (int i = 0; i < 60; ++i) {
-    const auto random = [] { return static_cast<float>(Random()) / static_cast<float>(kRandomMax) * 2.0f - 1.0f; };
-    const Vec3 place = {random() * 8.0f, random() * 6.0f, 0.0f};
-    const Vec3 velocity = {random() * 9.0f, random() * 9.0f, 0.0f};
+    const Vec3 place = {RandomUnit() * 8.0f, RandomUnit() * 6.0f, 0.0f};
+    const Vec3 velocity = {RandomUnit() * 9.0f, RandomUnit() * 9.0f, 0.0f};
     const BodyOptions options = {.velocity = velocity, .radius = 0.5f, .halfExtents = {0.6f, 0.4f, 0.0f}};
     if (i % 3 == 0)
       world.AddBox("box", place, options);
@@ -220,15 +206,10 @@ std::uint64_t Digest() {
 }
 
 // No sine or cosine is involved, so every compiler and machine must agree to the last bit.
-TEST_F(PhysicsTest, SixHundredSubStepsGiveTheKnownResult) {
+TEST_F(PhysicsTest, SixHundredSubStepsGiveTheKnownResultAndLaterOnesAllocateNothing) {
   BuildPool(world);
   world.Step(600);
   EXPECT_EQ(Digest(), 0x70a16b21819ac616ull);
-}
-
-TEST_F(PhysicsTest, ASubStepAllocatesNothingOnceWarm) {
-  BuildPool(world);
-  world.Step(600);
   const std::size_t before = AllocationCount();
   world.Step(60);
   EXPECT_EQ(AllocationCount() - before, 0u);
