@@ -2,6 +2,7 @@
 
 #include "core/pause.h"
 #include "core/random.h"
+#include "core/run_log.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "core/world_fixture.h"
@@ -126,6 +127,11 @@ TEST(Transform, TheMatrixIsACacheAndTheConstructorsAngleIsOneEulerStep) {
 }
 
 TEST(Pause, EveryHolderTakesItsOwnReasonAway) {
+  struct : RunLogListener {
+    std::string heard;
+    void OnEvent(std::string_view text) override { (heard += text) += ';'; }
+  } log;
+  SetRunLogListener(&log);
   ReleasePause("never held");
   EXPECT_FALSE(IsPaused());
   for (const char* reason : {"focus", "focus", "pad"}) RequestPause(reason);
@@ -133,6 +139,8 @@ TEST(Pause, EveryHolderTakesItsOwnReasonAway) {
   EXPECT_TRUE(IsPaused()) << "held twice";
   ReleasePause("focus");
   EXPECT_FALSE(IsPaused());
+  SetRunLogListener(nullptr);
+  EXPECT_EQ(log.heard, "pause on;pause off;");
 }
 
 TEST(Random, GivesTheKnownSequence) {

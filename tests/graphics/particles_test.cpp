@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "core/object_manager.h"
 #include "core/random.h"
 #include "core/script_box.h"
@@ -11,28 +9,27 @@ namespace {
 
 constexpr float kStep = 0.0085f;
 
+BasicParticleEmitter& AddEmitter(GameObject& object) {
+  auto& box = object.Insert(std::make_unique<ScriptBox>());
+  return static_cast<BasicParticleEmitter&>(box.AddScript(std::make_unique<BasicParticleEmitter>()));
+}
+
 class EmitterTest : public WorldFixture {
  protected:
-  std::pair<GameObject&, BasicParticleEmitter&> Make(const Vec3& position = {}) {
-    GameObject& object = world.Add("bubbles", position);
-    auto& box = object.Insert(std::make_unique<ScriptBox>());
-    return {object, static_cast<BasicParticleEmitter&>(box.AddScript(std::make_unique<BasicParticleEmitter>()))};
-  }
   /// All ranges as points, a particle in every update.
-  std::pair<GameObject&, BasicParticleEmitter&> MakeSteady(const Vec3& position = {}) {
-    const auto made = Make(position);
-    BasicParticleEmitter& emitter = made.second;
+  void MakeSteady() {
     for (Vec3* v : {&emitter.startingPositionMin, &emitter.startingPositionMax, &emitter.minVelocity,
                     &emitter.maxVelocity, &emitter.minAcceleration, &emitter.maxAcceleration})
       *v = {};
     emitter.spawnIntervalMin = emitter.spawnIntervalMax = 0.0f;
-    return made;
   }
-};
+  void Age(int updates) {
+    for (int i = 0; i < updates; ++i) object.Update(kStep);
+  }
 
-void Age(GameObject& object, int updates) {
-  for (int i = 0; i < updates; ++i) object.Update(kStep);
-}
+  GameObject& object = world.Add("bubbles");
+  BasicParticleEmitter& emitter = AddEmitter(object);
+};
 
 // The numbers that the generator gives next, as fractions of its range.
 std::vector<float> NextFractions(int count) {
@@ -46,28 +43,28 @@ std::vector<float> NextFractions(int count) {
 }  // namespace
 
 TEST_F(EmitterTest, ByDefaultOneComesEveryTwelveUpdatesAndLivesFor588) {
-  const auto [object, emitter] = Make();
-  Age(object, 11);
+  Age(11);
   EXPECT_EQ(emitter.CountLive(), 0);
-  Age(object, 1);
+  Age(1);
   EXPECT_EQ(emitter.CountLive(), 1);
-  Age(object, 587);  // 588 steps of its life
+  Age(587);  // 588 steps of its life
   EXPECT_GT(emitter.GetPool()[0].life, 0.0f);
   EXPECT_EQ(emitter.CountLive(), 49);
-  Age(object, 1);
+  Age(1);
   EXPECT_LE(emitter.GetPool()[0].life, 0.0f);
   for (int i = 0; i < 24; ++i) {
     EXPECT_GE(emitter.CountLive(), 49);
     EXPECT_LE(emitter.CountLive(), 50);
-    Age(object, 1);
+    Age(1);
   }
 }
 
 // The order is part of the match's random stream; a range that is a point takes no number.
 TEST_F(EmitterTest, DrawsPlaceLifeSizeMotionAndIntervalInThisOrder) {
-  const auto [object, emitter] = MakeSteady({1.0f, 2.0f, 3.0f});
+  MakeSteady();
+  PositionOf(object) = {1.0f, 2.0f, 3.0f};
   const std::uint32_t before = RandomState();
-  Age(object, 20);
+  Age(20);
   EXPECT_EQ(RandomState(), before);
   const int spawned = emitter.CountLive();
   emitter.startingPositionMax = {10.0f, 20.0f, 30.0f};
@@ -77,7 +74,7 @@ TEST_F(EmitterTest, DrawsPlaceLifeSizeMotionAndIntervalInThisOrder) {
   emitter.maxAcceleration.z = 1000.0f;
   emitter.spawnIntervalMax = 1.0f;
   const std::vector<float> next = NextFractions(10);
-  Age(object, 1);
+  Age(1);
   ASSERT_EQ(emitter.CountLive(), spawned + 1);
   const Particle& particle = emitter.GetPool()[static_cast<std::size_t>(spawned)];
   EXPECT_NEAR(particle.position.x, 1.0f + 10.0f * next[0] + next[5] * kStep, 1e-4f);
@@ -89,65 +86,66 @@ TEST_F(EmitterTest, DrawsPlaceLifeSizeMotionAndIntervalInThisOrder) {
   EXPECT_EQ(particle.scale.y, particle.scale.x);
   EXPECT_EQ(particle.scale.z, 1.0f);
   const int wait = static_cast<int>(next[9] / kStep);
-  Age(object, wait);
+  Age(wait);
   EXPECT_EQ(emitter.CountLive(), spawned + 1);
-  Age(object, 2);
+  Age(2);
   EXPECT_EQ(emitter.CountLive(), spawned + 2);
 }
 
 TEST_F(EmitterTest, AFullPoolLosesItsFirstAndAGoneOneIsReplaced) {
-  const auto [object, emitter] = MakeSteady();
+  MakeSteady();
   emitter.maxParticles = 10;
-  Age(object, 21);  // the eleventh update with a full pool's worth behind it
+  Age(21);  // the eleventh update with a full pool's worth behind it
   ASSERT_EQ(emitter.GetPool().size(), 10u);
   EXPECT_EQ(emitter.CountLive(), 10);
   object.GetTransform().position.x = 5.0f;
-  Age(object, 1);
+  Age(1);
   EXPECT_EQ(emitter.GetPool()[0].position.x, 5.0f);
   EXPECT_EQ(emitter.GetPool()[9].position.x, 0.0f);
   for (const int size : {4, 0, 2}) {
     emitter.maxParticles = size;
-    Age(object, 3);
+    Age(3);
     EXPECT_EQ(emitter.CountLive(), size);
   }
 }
 
 TEST_F(EmitterTest, TakesItsTintAndFadesByAStepInItsLastSecond) {
-  const auto [object, emitter] = MakeSteady();
+  MakeSteady();
   emitter.spawnIntervalMin = emitter.spawnIntervalMax = 100.0f;
   emitter.minLifespan = emitter.maxLifeSpan = 1.005f;
   emitter.colour = {0.25f, 0.5f, 0.75f};
-  Age(object, 12);
+  Age(12);
   EXPECT_EQ(emitter.GetPool()[0].colour, (std::array<float, 4>{0.25f, 0.5f, 0.75f, 1.0f}));
-  Age(object, 50);
+  Age(50);
   EXPECT_FLOAT_EQ(emitter.GetPool()[0].colour[3], 1.0f - kStep);
 }
 
 // A number in a file must not decide how much memory is taken, neither alone nor many times over.
 TEST_F(EmitterTest, CountsOutOfRangeAreToldAndMoved) {
-  for (const auto& [count, moved] : {std::pair(-7, 0), std::pair(2000000000, ParticleEmitter::kMaxParticles)}) {
-    const auto [object, emitter] = Make();
+  for (const int count : {-7, 2000000000}) {
     emitter.maxParticles = count;
-    const auto loaded = Objects().LoadText("emitter", Document({&object}));
-    object.alive = false;
-    auto* script = loaded.at(0)->Get<ScriptBox>()->GetScript("bpe");
-    EXPECT_EQ(static_cast<BasicParticleEmitter*>(script)->maxParticles, moved);
-    const std::string told = "particleCount " + std::to_string(count) + ", must be 0 to 65536\n";
-    EXPECT_EQ(Count(world.text(), told), 1) << world.text();
-    if (moved == 0) Age(*loaded[0], 30);
+    GameObject& loaded = *Objects().LoadText("emitter", Document({&object})).at(0);
+    const auto& read = static_cast<BasicParticleEmitter&>(*loaded.Get<ScriptBox>()->GetScript("bpe"));
+    EXPECT_EQ(read.maxParticles, count < 0 ? 0 : ParticleEmitter::kMaxParticles);
+    EXPECT_EQ(Count(world.text(), "particleCount " + std::to_string(count) + ", must be 0 to 65536\n"), 1);
+    loaded.Update(kStep);
+    loaded.alive = false;
+    Objects().RemoveDeadObjects();
   }
-  int pooled = 0;
+  std::size_t pooled = 0;
   for (int i = 0; i < 20; ++i) {
-    const auto [object, emitter] = Make();
-    emitter.maxParticles = ParticleEmitter::kMaxParticles;
-    Age(object, 1);
-    pooled += static_cast<int>(emitter.GetPool().size());
+    GameObject& next = world.Add("many");
+    BasicParticleEmitter& large = AddEmitter(next);
+    large.maxParticles = ParticleEmitter::kMaxParticles;
+    next.Update(kStep);
+    pooled += large.GetPool().size();
   }
-  EXPECT_EQ(pooled, ParticleEmitter::kMaxAllParticles);
+  EXPECT_EQ(pooled, static_cast<std::size_t>(ParticleEmitter::kMaxAllParticles));
   EXPECT_EQ(Count(world.text(), "bpe: 65536 particles are too many, 0 remain\n"), 4);
   world.Restart();
   EXPECT_TRUE(ParticleEmitters().empty());
-  const auto [object, emitter] = Make();
-  Age(object, 1);
-  EXPECT_EQ(emitter.GetPool().size(), 100u) << "what went is free again";
+  GameObject& after = world.Add("after");
+  const BasicParticleEmitter& fresh = AddEmitter(after);
+  after.Update(kStep);
+  EXPECT_EQ(fresh.GetPool().size(), 100u) << "what went is free again";
 }

@@ -67,6 +67,8 @@ TEST_F(BodyTest, StopsInsteadOfLeavingTheFiniteNumbers) {
 TEST_F(BodyTest, StaysFiniteAtTheRimOfTheNumbers) {
   auto& far = world.Add("far", {3e38f, 3e38f, 0.0f});
   world.Add("farther", {-3e38f, -3e38f, 0.0f});
+  world.Add("lost", {kInfinity, 0.0f, 0.0f});
+  world.Add("lost", {0.0f, -kInfinity, 0.0f});
   auto& pushed = world.AddSphere("pushed", {0.0f, 10.0f, 0.0f}, {.acceleration = {0.0f, -1.0f, 0.0f}});
   auto& touching = world.AddSphere("touching", {1.9f, 10.0f, 0.0f});
   auto& wall = world.AddSphere("wall", {60.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f});
@@ -81,7 +83,7 @@ TEST_F(BodyTest, StaysFiniteAtTheRimOfTheNumbers) {
   for (int i = 0; i < 4; ++i) {
     BodyOf(pushed).forceTotal = {3e38f, 0.0f, 0.0f};
     world.Step();
-    EXPECT_GT(heard, 0) << "two far places do not make collisions vanish";
+    EXPECT_GT(heard, 0) << "far and lost places do not make collisions vanish";
     for (const GameObject* object : {&pushed, &touching, &wall, &inside, &crowd}) {
       EXPECT_TRUE(IsFinite(object->GetTransform().position)) << object->name;
       EXPECT_TRUE(IsFinite(object->Get<RigidBody>()->velocity)) << object->name;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <limits>
 #include <tuple>
 
 #include "allocation_counter.h"
@@ -119,11 +118,6 @@ void Scatter(TestWorld& world, int count, float spread, const Vec3& middle) {
 
 class BroadPhaseTest : public WorldFixture {
  protected:
-  std::size_t CountContacts() {
-    Findings found;
-    broadPhase.Detect(Objects().GetObjects(), found);
-    return found.contacts.size();
-  }
   // Gives the number of contacts.
   std::size_t ExpectLikeReference() {
     Findings found;
@@ -158,23 +152,14 @@ TEST_F(BroadPhaseTest, FindsWhatThePlainQuadtreeFindsInTheSameOrder) {
 }
 
 TEST_F(BroadPhaseTest, APileBeyondMeasureIsCutOffWithOneMessage) {
-  for (int i = 0; i < 500; ++i) world.AddSphere("pile", {20.0f, 0.0f, 0.0f});
+  for (int i = 0; i < 500; ++i) world.AddSphere("pile", {});
   for (int pass = 0; pass < 2; ++pass) {
-    const std::size_t contacts = CountContacts();
-    EXPECT_GE(contacts, 65536u);
-    EXPECT_LT(contacts, 66100u);
+    Findings found;
+    broadPhase.Detect(Objects().GetObjects(), found);
+    EXPECT_GE(found.Size(), 65536u);
+    EXPECT_LT(found.Size(), 66100u);
   }
   EXPECT_EQ(Count(world.text(), "\n"), 1);
-}
-
-TEST_F(BroadPhaseTest, SkipsPositionsThatAreNotFinite) {
-  world.AddSphere("a", {3.0f, 0.0f, 0.0f});
-  world.AddSphere("b", {4.0f, 0.0f, 0.0f});
-  for (const float sign : {1.0f, -1.0f}) {
-    world.Add("lost", {sign * std::numeric_limits<float>::infinity(), 0.0f, 0.0f});
-    world.Add("lost", {0.0f, sign * std::numeric_limits<float>::infinity(), 0.0f});
-  }
-  EXPECT_EQ(CountContacts(), 1u);
 }
 
 using PhysicsTest = WorldFixture;

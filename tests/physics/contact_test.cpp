@@ -21,7 +21,6 @@ namespace {
 using ContactTest = WorldFixture;
 using ResolutionTest = WorldFixture;
 using CallbacksTest = WorldFixture;
-using PausedTest = WorldFixture;
 using MouseTest = WorldFixture;
 
 // Makes one sub-step and keeps what it finds.
@@ -249,7 +248,7 @@ TEST_F(CallbacksTest, MayMakeObjectsThatJoinTheNextSubStep) {
   EXPECT_EQ(contacts, 1 + 6);
 }
 
-TEST_F(PausedTest, OverlapsMoveNothingAndTellOnlyWhatTheMouseTouches) {
+TEST_F(CallbacksTest, WhilePausedTellOnlyWhatTheMouseTouchesAndNothingMoves) {
   auto& under = world.AddBox("under", {}, {.velocity = {1.0f, 0.0f, 0.0f}});
   auto& beside = world.AddSphere("beside", {5.0f, 0.0f, 0.0f});
   auto& other = world.AddSphere("other", {5.5f, 0.0f, 0.0f});

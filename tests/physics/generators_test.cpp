@@ -74,13 +74,7 @@ TEST_F(GeneratorTest, AWobblyPullGrowsAndItsSidewaysPushFlips) {
   expectPull(a, 7.0f, 7.25f);  // what was set last stays
 }
 
-TEST_F(GeneratorTest, ThoseMadeByNameLiveInTheHostAndFollowTheCursor) {
-  EXPECT_EQ(Objects().FindObjectByName("AForceBox"), nullptr) << "in no list";
-  for (const char* name : {"gravity", "spring", "wobblypuller"}) {
-    const NewScript made = CreateScript(name);
-    EXPECT_EQ(made.owned, nullptr) << name;
-    EXPECT_EQ(made.script->owner, &GalePhysics::GetGeneratorHost()) << name;
-  }
+TEST_F(GeneratorTest, AWobblyPullerWithoutATargetFollowsTheCursor) {
   auto& body = BodyOf(world.AddSphere("a", {}));
   PositionOf(Objects().GetCursor()) = {0.0f, 2.0f, 0.0f};
   WobblyPuller puller;
