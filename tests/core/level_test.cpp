@@ -4,7 +4,6 @@
 #include <random>
 #include <sstream>
 
-#include "core/file_cache.h"
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
@@ -54,12 +53,6 @@ class LevelTest : public WorldFixture {
     Hung().velocity = {};
     world.Step();
     EXPECT_GT(Hung().velocity.x, 0.0f);
-  }
-  void Clear() {
-    Objects().KillAll();
-    Objects().RemoveDeadObjects();
-    GalePhysics::ResetGeneratorHost();
-    ClearFileCache();
   }
 };
 
@@ -229,7 +222,7 @@ TEST_F(LevelTest, TheObjectCountIsCapped) {
 
 TEST_F(DamagedLevelTest, ACutAnywhereEndsWithItsLineNumber) {
   const std::string whole = SaveScene();
-  Clear();
+  world.Restart();
   const std::size_t last = whole.rfind('}');
   for (std::size_t size = 1; size <= whole.size(); ++size) {
     const std::string cut = whole.substr(0, size);
@@ -240,7 +233,7 @@ TEST_F(DamagedLevelTest, ACutAnywhereEndsWithItsLineNumber) {
     const int lines = Count(cut, "\n") + (cut.back() == '\n' ? 0 : 1);
     const std::string message = "cut: line " + std::to_string(lines) + ": unexpected end\n";
     ASSERT_EQ(Count(world.text(), message), size > last ? 0 : 1) << "cut after " << size << " bytes: " << world.text();
-    Clear();
+    world.Restart();
   }
 }
 
@@ -249,7 +242,7 @@ TEST_F(DamagedLevelTest, RandomDamageNeverHurts) {
   std::vector<std::string> lines;
   std::istringstream stream(whole);
   for (std::string line; std::getline(stream, line);) lines.push_back(line + '\n');
-  Clear();
+  world.Restart();
   std::mt19937 random(1);
   const auto below = [&](std::size_t limit) { return static_cast<std::size_t>(random()) % limit; };
   for (int round = 0; round < 600; ++round) {
@@ -271,9 +264,9 @@ TEST_F(DamagedLevelTest, RandomDamageNeverHurts) {
     for (const auto& object : Objects().GetObjects()) ASSERT_TRUE(IsFinite(PositionOf(*object))) << round;
     std::filesystem::remove("resaved");
     ASSERT_TRUE(Objects().SaveLevel("resaved"));
-    Clear();
+    world.Restart();
     Objects().LoadLevel("resaved");
-    Clear();
+    world.Restart();
   }
 }
 

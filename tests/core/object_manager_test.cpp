@@ -44,12 +44,13 @@ TEST_F(ObjectManagerTest, IdsAreNeverReusedAndForgottenWithTheirObjects) {
 }
 
 TEST_F(ObjectManagerTest, SortsByDepthOnlyWhenSomethingWasMadeAndKeepsEqualsInOrder) {
-  for (const char* name : {"a", "b", "c", "d"}) world.Add(name);
-  PositionOf(*Objects().FindObjectByName("a")).z = 1.0f;
-  PositionOf(*Objects().FindObjectByName("d")).z = -1.0f;
+  world.Add("a", {0.0f, 0.0f, 1.0f});
+  auto& b = world.Add("b");
+  world.Add("c");
+  world.Add("d", {0.0f, 0.0f, -1.0f});
   Objects().SortIfNeeded();
   EXPECT_EQ(Names(), (List{"d", "b", "c", "a"}));
-  PositionOf(*Objects().FindObjectByName("b")).z = 2.0f;
+  PositionOf(b).z = 2.0f;
   auto added = std::make_unique<GameObject>();
   added->name = "e";
   Objects().AddObject(std::move(added));

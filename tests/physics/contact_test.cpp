@@ -2,10 +2,8 @@
 #include <cmath>
 
 #include "core/object_manager.h"
-#include "core/selection.h"
 #include "core/transform.h"
 #include "core/world_fixture.h"
-#include "input/input.h"
 #include "physics/narrow_phase.h"
 #include "physics/primitive_assemblage.h"
 #include "physics/rigid_body.h"
@@ -21,7 +19,6 @@ namespace {
 using ContactTest = WorldFixture;
 using ResolutionTest = WorldFixture;
 using CallbacksTest = WorldFixture;
-using MouseTest = WorldFixture;
 
 // Makes one sub-step and keeps what it finds.
 struct StepFindings final : GalePhysics::StepObserver {
@@ -264,35 +261,6 @@ TEST_F(CallbacksTest, WhilePausedTellOnlyWhatTheMouseTouchesAndNothingMoves) {
   PositionOf(other).x = 50.0f;
   world.Step();
   EXPECT_EQ(contacts, 0) << "nothing is left over for the next step";
-}
-
-TEST_F(MouseTest, PicksWhatIsUnderTheCursorAndAddsWithShift) {
-  auto& below = world.AddBox("below", {2.0f, 1.0f, 0.0f});
-  auto& ghost = world.AddSphere("ghost", {2.0f, 1.0f, 0.0f}, {.ghost = true});
-  auto& apart = world.AddBox("apart", {-2.0f, 1.0f, 0.0f});
-  const auto clickAt = [&](float x) {
-    Input::GetPointer().worldX = x;
-    Input::GetPointer().worldY = 1.0f;
-    Objects().GetCursor().Update(0.0f);
-    Objects().GetCursor().GetTransform().Rebuild();  // the component moves it after its own Transform was rebuilt
-    Input::SetMouseButton(Input::MouseButton::kLeft, false, 0, 0);
-    Input::BeginMouseFrame();
-    Input::SetMouseButton(Input::MouseButton::kLeft, true, 0, 0);
-    world.Step();
-    return GetSelection();
-  };
-  using Ids = std::vector<std::uint32_t>;
-  EXPECT_EQ(clickAt(-2.0f), Ids{apart.id});
-  const Ids last = clickAt(2.0f);
-  EXPECT_EQ(last.size(), 1u) << "without Shift the last one stays";
-  Input::SetKey(SDLK_LSHIFT, true);
-  clickAt(2.0f);
-  const std::uint32_t other = last[0] == below.id ? ghost.id : below.id;
-  EXPECT_EQ(clickAt(-2.0f), (Ids{last[0], other, apart.id}));
-  Input::BeginMouseFrame();
-  ClearSelection();
-  world.Step();
-  EXPECT_TRUE(GetSelection().empty()) << "a held button picks nothing";
 }
 
 }  // namespace
