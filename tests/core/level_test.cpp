@@ -8,12 +8,10 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "core/world_fixture.h"
-#include "physics/box_collider.h"
 #include "physics/generator_host.h"
 #include "physics/gravity_generator.h"
 #include "physics/sphere_collider.h"
 #include "physics/spring.h"
-#include "physics/wobbly_puller.h"
 
 using GalePhysics::AdoptGenerator;
 using GalePhysics::GravityGenerator;

@@ -8,7 +8,6 @@
 #include "physics/make_physical.h"
 #include "physics/rigid_body.h"
 #include "physics/slow_motion.h"
-#include "physics/step.h"
 
 using GalePhysics::PhysicalShape;
 using GalePhysics::RigidBody;

@@ -7,7 +7,6 @@
 #include <tuple>
 
 #include "allocation_counter.h"
-#include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/random.h"
 #include "core/transform.h"
@@ -15,7 +14,6 @@
 #include "physics/box_collider.h"
 #include "physics/primitive_assemblage.h"
 #include "physics/sphere_collider.h"
-#include "physics/step.h"
 
 using GalePhysics::BoxCollider;
 using GalePhysics::BroadPhase;

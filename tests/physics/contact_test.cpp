@@ -4,7 +4,6 @@
 #include "core/object_manager.h"
 #include "core/transform.h"
 #include "core/world_fixture.h"
-#include "physics/narrow_phase.h"
 #include "physics/primitive_assemblage.h"
 #include "physics/rigid_body.h"
 #include "physics/step.h"

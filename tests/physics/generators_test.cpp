@@ -1,6 +1,5 @@
 #include "core/game_time.h"
 #include "core/object_manager.h"
-#include "core/transform.h"
 #include "core/world_fixture.h"
 #include "physics/generator_host.h"
 #include "physics/gravity_generator.h"
