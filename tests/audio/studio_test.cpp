@@ -24,8 +24,8 @@ constexpr float kSilence = 0.0001f;  // the output is dithered in its last bit
 // A system that plays into memory, with a piece of music of 0.4 seconds and some effects of two seconds.
 class Ear {
  public:
-  explicit Ear(int voices = 32) {
-    EXPECT_EQ(system.InitialiseLoopback(voices), Result::kOk);
+  Ear() {
+    EXPECT_EQ(system.InitialiseLoopback(32), Result::kOk);
     Load();
   }
   explicit Ear(Studio::OutputOpener opener) {

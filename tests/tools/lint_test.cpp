@@ -8,6 +8,7 @@
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
+#include "match/episode_scene.h"
 #include "match/give_points.h"
 #include "tools/lint/report.h"
 #include "tools/lint_scene.h"
@@ -178,30 +179,6 @@ constexpr Damage kGeneratorDamages[] = {
     {"Name: 20.000000", "Name: 0.000000", "no-time"},
 };
 
-constexpr std::string_view kEpisode =
-    "\t\t\tComponent: \"SegmentManager\" {\n"
-    "\t\t\t\tnumber of segments: 1\n"
-    "\t\t\t\tlevelName_: piece\n"
-    "\t\t\t\tduration_: 10\n"
-    "\t\t\t\trotationAngle_: 0\n"
-    "\t\t\t\tdistance_: 0\n"
-    "\t\t\t\tSentinelSegment: NoMoreSegments\n"
-    "\t\t\t}\n"
-    "\t\t\tComponent: \"ObjectiveManager\" {\n"
-    "\t\t\t\tSections: 2\n"
-    "\t\t\t\tObjective: HitObjects\n"
-    "\t\t\t\tObjective: NULL\n"
-    "\t\t\t\tRuntime: 10\n"
-    "\t\t\t\tNo more objectives: Done\n"
-    "\t\t\t}\n"
-    "\t\t\tComponent: \"spawner\" {\n"
-    "\t\t\t\tarchtypename: fish2\n"
-    "\t\t\t\tTimeBeforeFirstSpawn: 0\n"
-    "\t\t\t\tspawnrate: 1\n"
-    "\t\t\t\tYRange: 0\n"
-    "\t\t\t\tComponent: \"Vec3\" {\n\t\t\t\t\tx_: 0\n\t\t\t\t\ty_: 0\n\t\t\t\t\tz_: 0\n\t\t\t\t}\n"
-    "\t\t\t}\n";
-
 // The first object of the text gets a box of scripts in front of its body.
 std::string WithScripts(std::string text, std::string_view scripts) {
   return text.insert(text.find("\t\tComponent: \"RigidBody\""),
@@ -232,8 +209,16 @@ void LintTest::BreakEpisodes() {
   auto& prize = controller.Insert(std::make_unique<GivePoints>());
   prize.pointsGiven = 5;
   prize.hitsToBreak = 2;
-  world.WriteFile("level1", WithScripts(Document({&controller}), kEpisode));
-  RunTool(FixFiles, "level1", result);  // numbers the object from 1
+  using Episode = EpisodeScene;
+  std::string spawner = "archtypename: fish2\nTimeBeforeFirstSpawn: 0\nspawnrate: 1\nYRange: 0\n";
+  spawner += "Component: \"Vec3\" {\nx_: 0\ny_: 0\nz_: 0\n}\n";
+  world.WriteFile("level1",
+                  WithScripts(Document({&controller}),
+                              Episode::ScriptText("SegmentManager", Episode::Segments({{"piece", 10.0f}})) +
+                                  Episode::ScriptText("ObjectiveManager",
+                                                      Episode::Objectives({"HitObjects", "NULL\nRuntime: 10"})) +
+                                  Episode::ScriptText("spawner", spawner)));
+  RunTool(FixFiles, "level1", result);  // indents, and numbers the object from 1
   const std::string good = world.ReadFile("level1");
   EXPECT_EQ(Lint("level1"), "");
   for (const Damage& damage : kMatchDamages) ExpectDamage("level1", good, damage);
