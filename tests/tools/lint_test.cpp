@@ -17,55 +17,43 @@ namespace fs = std::filesystem;
 
 namespace {
 
-RuleKind KindOf(std::string_view name) {
-  for (const Rule& rule : kLintRules)
-    if (rule.name == name) return rule.kind;
-  ADD_FAILURE() << name << " is in no table";
-  return RuleKind::kFault;
-}
-
 // What is done to a good text, and the rule that it then breaks.
 struct Damage {
   const char* from;
   const char* to;
-  const char* rule;
+  RuleName rule;
 };
 
 class LintTest : public LintScene {
  protected:
   // The text says nothing of note but this one rule, as its kind asks.
-  void ExpectRule(const std::string& report, std::string_view rule) {
-    const bool note = KindOf(rule) == RuleKind::kNote;
-    EXPECT_EQ(result, note ? 0 : 1) << rule << "\n" << report;
-    EXPECT_NE(report.find(std::string(": ").append(rule) + (note ? ": note: " : ": ")), std::string::npos)
-        << rule << "\n"
-        << report;
-    seen.insert(rule);
+  void ExpectRule(const std::string& report, RuleName name) {
+    const Rule& rule = name.Get();
+    const bool note = rule.kind == RuleKind::kNote;
+    EXPECT_EQ(result, note ? 0 : 1) << rule.name << "\n" << report;
+    EXPECT_GT(Count(report, ": " + std::string(rule.name) + (note ? ": note: " : ": ")), 0) << rule.name << report;
+    seen.insert(rule.name);
   }
 
   // One damage to a good text is told once, at its line, and mended when it can be.
   void ExpectDamage(const std::string& name, const std::string& good, const Damage& damage) {
-    const char* rule = damage.rule;
-    std::string text = good;
-    Replace(text, damage.from, damage.to);
+    const std::string text = Changed(good, damage.from, damage.to);
     const std::string report = LintText(text, name);
-    ExpectRule(report, rule);
+    ExpectRule(report, damage.rule);
     EXPECT_EQ(Count(report, "\n"), 1) << damage.to << "\n" << report;
     EXPECT_EQ(report.find(name + ":"), 0u) << report;
-    int fixed = 0;
-    const std::string told = RunTool(FixFiles, name, fixed);
-    const std::string now = world.ReadFile(name);
-    if (KindOf(rule) == RuleKind::kFixed) {
-      EXPECT_EQ(fixed, 0) << told;
-      EXPECT_EQ(now, good) << rule;
-    } else {
-      EXPECT_EQ(now, text) << rule;
-      const bool refused = told.find(": left as it is: ") != std::string::npos;
-      EXPECT_EQ(refused, KindOf(rule) == RuleKind::kUnreadable) << told;
-    }
+    const RuleKind kind = damage.rule.Get().kind;
+    const std::string told = RunTool(FixFiles, name, result);
+    EXPECT_EQ(world.ReadFile(name), kind == RuleKind::kFixed ? good : text) << damage.to;
+    EXPECT_TRUE(kind != RuleKind::kFixed || result == 0) << told;
+    EXPECT_EQ(Count(told, ": left as it is: "), kind == RuleKind::kUnreadable ? 1 : 0) << told;
+  }
+  void ExpectDamages(const std::string& name, const std::string& good, std::span<const Damage> damages) {
+    EXPECT_EQ(LintText(good, name), "");
+    for (const Damage& damage : damages) ExpectDamage(name, good, damage);
   }
 
-  void Say(const std::string& text, const char* rule, const char* name = "stage") {
+  void Say(const std::string& text, RuleName rule, const char* name = "stage") {
     ExpectRule(LintText(text, name), rule);
   }
 
@@ -179,6 +167,8 @@ constexpr Damage kGeneratorDamages[] = {
     {"Name: 20.000000", "Name: 0.000000", "no-time"},
 };
 
+const std::string kNoVector = "Component: \"Vec3\" {\nx_: 0\ny_: 0\nz_: 0\n}\n";
+
 // The first object of the text gets a box of scripts in front of its body.
 std::string WithScripts(std::string text, std::string_view scripts) {
   return text.insert(text.find("\t\tComponent: \"RigidBody\""),
@@ -188,15 +178,11 @@ std::string WithScripts(std::string text, std::string_view scripts) {
 }  // namespace
 
 void LintTest::DamageShipped() {
-  const auto damageAll = [&](const std::string& good, std::span<const Damage> damages) {
-    EXPECT_EQ(LintText(good), "");
-    for (const Damage& damage : damages) ExpectDamage("stage", good, damage);
-  };
-  damageAll(Shipped("core"), kLineDamages);
-  damageAll(Shipped("core"), kValueDamages);
-  damageAll(Shipped("bubblegens"), kEmitterDamages);
+  ExpectDamages("stage", Shipped("core"), kLineDamages);
+  ExpectDamages("stage", Shipped("core"), kValueDamages);
+  ExpectDamages("stage", Shipped("bubblegens"), kEmitterDamages);
   const std::string springs = Changed(Shipped("examples/springs"), "bollard.png", "whitebuoy.png");
-  damageAll(springs, kGeneratorDamages);
+  ExpectDamages("stage", springs, kGeneratorDamages);
   // One leads to others.
   Say(Changed(Shipped("core"), "Core: true", "Core"), "value-line");
   Say(Changed(Shipped("core"), "Core: true", "Core: yes"), "bad-value");
@@ -210,8 +196,7 @@ void LintTest::BreakEpisodes() {
   prize.pointsGiven = 5;
   prize.hitsToBreak = 2;
   using Episode = EpisodeScene;
-  std::string spawner = "archtypename: fish2\nTimeBeforeFirstSpawn: 0\nspawnrate: 1\nYRange: 0\n";
-  spawner += "Component: \"Vec3\" {\nx_: 0\ny_: 0\nz_: 0\n}\n";
+  const std::string spawner = "archtypename: fish2\nTimeBeforeFirstSpawn: 0\nspawnrate: 1\nYRange: 0\n" + kNoVector;
   world.WriteFile("level1",
                   WithScripts(Document({&controller}),
                               Episode::ScriptText("SegmentManager", Episode::Segments({{"piece", 10.0f}})) +
@@ -220,8 +205,7 @@ void LintTest::BreakEpisodes() {
                                   Episode::ScriptText("spawner", spawner)));
   RunTool(FixFiles, "level1", result);  // indents, and numbers the object from 1
   const std::string good = world.ReadFile("level1");
-  EXPECT_EQ(Lint("level1"), "");
-  for (const Damage& damage : kMatchDamages) ExpectDamage("level1", good, damage);
+  ExpectDamages("level1", good, kMatchDamages);
 
   Say(Changed(good, "Name: segmentmanager", "Name: somebody"), "no-controller", "level1");
   Say(Changed(good, "archtypename: fish2", "archtypename:"), "empty-value");
@@ -285,79 +269,71 @@ void LintTest::BreakObjects() {
   const std::string end = "\t}\n}\n";
   Say(Changed(ball, bodyText, bodyText + bodyText), "repeated-component");
   Say(Changed(Changed(ball, bodyText, ""), end, bodyText + end), "component-order");
-  const std::string gravity =
-      "\t\t\tComponent: \"gravity\" {\n\t\t\t\tMy ID: 42\n\t\t\t\tComponent: \"Vec3\" {\n"
-      "\t\t\t\t\tx_: 0\n\t\t\t\t\ty_: 0\n\t\t\t\t\tz_: 0\n\t\t\t\t}\n\t\t\t}\n";
+  const std::string gravity = EpisodeScene::ScriptText("gravity", "My ID: 42\n" + kNoVector);
   Say(WithScripts(Changed(ball, "generators: 0", "generators: 1\n\t\t\tgenerator ID: 42"), gravity), "generator-place");
-  Say(WithScripts(ball, "\t\t\tComponent: \"Gravity\" {\n\t\t\t}\n"), "unknown-script");
+  Say(WithScripts(ball, EpisodeScene::ScriptText("Gravity", "")), "unknown-script");
 }
 
 // Scripts fail silently in the game when what they act on is missing or of the wrong kind.
 void LintTest::BreakScripts() {
-  const auto thing = [&](const std::vector<const char*>& scripts, bool ghost, const char* beside) {
+  const auto thing = [&](const std::vector<const char*>& scripts, bool ghost = false, const char* beside = "Sprite") {
     GameObject& object = world.AddSphere("thing", {}, {.ghost = ghost});
-    object.GetTransform().graphicsScale = {};
     object.AddComponent(beside);
-    for (const char* script : scripts) {
-      if (object.Get<ScriptBox>() == nullptr) object.Insert(std::make_unique<ScriptBox>());
-      object.Get<ScriptBox>()->AddScript(script);
-    }
+    auto& box = object.Insert(std::make_unique<ScriptBox>());
+    for (const char* script : scripts) box.AddScript(script);
     object.GetTransform().graphicsScale = {1, 1, 0};
     std::string text = Document({&object});
     return text.find("NULLSTRING") == std::string::npos ? text : Changed(text, "NULLSTRING", "crate1.png");
   };
+  for (const char* solid : {"stunsonhit", "barnaclelogic", "broadside"}) EXPECT_EQ(LintText(thing({solid})), "");
   const struct {
     const char* script;
     bool ghost;
     const char* beside;
-    const char* rule;  // null: none
+    RuleName rule;
   } cases[] = {
-      {"stunsonhit", false, "Sprite", nullptr},
       {"stunsonhit", true, "Sprite", "not-solid"},
       {"Clacky", true, "GivePoints", "not-solid"},
       {"vortex", true, "Sprite", "swallows"},
-      {"barnaclelogic", false, "Sprite", nullptr},
       {"barnaclelogic", false, "GivePoints", "barnacle-prize"},
-      {"broadside", false, "Sprite", nullptr},
       {"sandlogic", false, "Sprite", "missing-archetype"},
       {"color-changer", false, "GivePoints", "needs-sprite"},
       {"rainbowfish", false, "Sprite", "needs-fishanimator"},
       {"patricidal", false, "Sprite", "host"},
       {"wsl", false, "Sprite", "made-by-code"},
   };
-  for (const auto& one : cases) {
-    const std::string report = LintText(thing({one.script}, one.ghost, one.beside));
-    EXPECT_EQ(Count(report, "\n"), one.rule == nullptr ? 0 : 1) << one.script << "\n" << report;
-    if (one.rule != nullptr) ExpectRule(report, one.rule);
+  for (const auto& [script, ghost, beside, rule] : cases) {
+    const std::string report = LintText(thing({script}, ghost, beside));
+    ExpectRule(report, rule);
+    EXPECT_EQ(Count(report, "\n"), 1) << script << "\n" << report;
   }
   GameObject& bare = world.Add("bare");
   bare.Insert(std::make_unique<ScriptBox>()).AddScript("VelocityCap");
   Say(Document({&bare}), "needs-body");
-  Say(Changed(thing({"broadside"}, false, "Sprite"), "fireInterval: 3", "fireInterval: 0"), "fire-interval");
-  Say(thing({"vortex"}, false, "Sprite"), "not-a-ghost");
-  Say(Changed(thing({"fishanimator", "rainbowfish"}, false, "Sprite"), "startingframe: 0", "startingframe: 9"),
-      "needs-fishanimator");
-  Say(thing({"ShadowGrowth"}, false, "Sprite"), "shadow-scale");
+  Say(Changed(thing({"broadside"}), "fireInterval: 3", "fireInterval: 0"), "fire-interval");
+  Say(thing({"vortex"}), "not-a-ghost");
+  Say(Changed(thing({"fishanimator", "rainbowfish"}), "startingframe: 0", "startingframe: 9"), "needs-fishanimator");
+  Say(thing({"ShadowGrowth"}), "shadow-scale");
 }
 
 void LintTest::PassLimits() {
-  const std::string thing = Document({&world.Add("x")});
-  const auto open = thing.find(": {");
-  const std::string block = thing.substr(open, thing.size() - open - 2);
-  std::string objects = "{\n";
-  for (std::size_t i = 0; i <= ObjectManager::kMaxObjects; ++i)
-    (objects += "\t").append(std::to_string(i + 1)).append(block);
-  Say(objects + "}\n", "too-many-objects");
-  const auto repeated = [](std::string_view text, int count) {
+  const auto repeated = [](std::string_view text, std::size_t count) {
     std::string all;
-    for (int i = 0; i < count; ++i) all += text;
+    for (std::size_t i = 0; i < count; ++i) all += text;
     return all;
   };
-  const std::string ball = Document({&world.AddSphere("ball", {})});
-  Say(WithScripts(ball, repeated("\t\t\tComponent: \"Clacky\" {\n\t\t\t}\n", 20001)), "too-many-scripts");
-  Say(WithScripts(ball, repeated("\t\t\tComponent: \"particleemitter\" {\n\t\t\t\ttextureName: Bubble.png\n"
-                                 "\t\t\t\tparticleCount: 65536\n\t\t\t}\n",
-                                 17)),
+  const std::string thing = Document({&world.Add("x")});
+  const auto open = thing.find(": {");
+  std::string objects = "{\n";
+  for (std::size_t i = 0; i <= ObjectManager::kMaxObjects; ++i)
+    objects.append("\t").append(std::to_string(i + 1)).append(thing, open, thing.size() - open - 2);
+  Say(objects + "}\n", "too-many-objects");
+  const auto ballWith = [&](std::string_view name, std::string_view values, std::size_t count) {
+    const std::string script = EpisodeScene::ScriptText(name, values);
+    return WithScripts(Document({&world.AddSphere("ball", {})}), repeated(script, count));
+  };
+  Say(ballWith("Clacky", "", 20001), "too-many-scripts");
+  Say(ballWith("particleemitter", "\t\t\t\ttextureName: Bubble.png\n\t\t\t\tparticleCount: 65536\n", 17),
       "too-many-particles");
   const std::string report = LintText("{\n1: {\nName: a\nCore: false\n" + repeated("a\n", 3 * LintReport::kMaxLines));
   EXPECT_EQ(Count(report, "\n"), LintReport::kMaxLines + 1);
