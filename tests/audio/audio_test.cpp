@@ -30,15 +30,12 @@ class SoundScene final : public ScriptedScene {
   void OnEvent(std::string_view text) override { log += std::string(text) + ";"; }
 
   // How many sounds are heard at full loudness after some frames, in tenths.
-  float Level(int frames) {
-    std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
-    for (int i = 0; i < frames; ++i) {
+  static float Level(int frames) {
+    const std::vector<float> heard = Heard(frames, [](std::span<std::int16_t> stereo) {
       Audio::Update();
-      EXPECT_TRUE(Audio::Render(samples));
-    }
-    std::vector<float> heard;
-    for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
-    return PeakOf(heard) / kAmplitude;
+      EXPECT_TRUE(Audio::Render(stereo));
+    });
+    return PeakOf({heard.end() - 2 * kFramesAnUpdate, heard.end()}) / kAmplitude;
   }
 
   std::string log;

@@ -64,6 +64,16 @@ std::vector<Studio::BankSource> GameSources(float amplitude) {
   return sources;
 }
 
+std::vector<float> Heard(int updates, const std::function<void(std::span<std::int16_t>)>& updateAndRender) {
+  std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
+  std::vector<float> heard;
+  for (int i = 0; i < updates; ++i) {
+    updateAndRender(samples);
+    for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
+  }
+  return heard;
+}
+
 float PeakOf(const std::vector<float>& stereo) {
   float peak = 0.0f;
   for (const float sample : stereo) peak = std::max(peak, std::abs(sample));

@@ -77,7 +77,6 @@ constexpr Damage kLineDamages[] = {
     {"\t\t}\n\t\tComponent: \"RigidBody\"", "\t\t}}\n\t\tComponent: \"RigidBody\"", "closing-line"},
     {"\t1: {", "\tName: x\n\t1: {", "outside-object"},
     {"\t\t\trestitution: 0.2\n", "", "missing-or-shifted"},
-    {"\t\t\tghost: false\n", "\t\t\tghost: false\n\t\t\tghost: false\n", "missing-or-shifted"},
     {"\t\t\t\t\tz_: 0\n\t\t\t\t}\n", "\t\t\t\t}\n", "missing-or-shifted"},
     {"restitution: 0.2", "restitution: 0.20", "canonical-number"},
     {"collision group: 0", "collision group: 00", "canonical-number"},
@@ -99,7 +98,6 @@ constexpr Damage kValueDamages[] = {
     {"x_: 0", "x_: nan", "bad-value"},
     {"collision group: 0", "collision group: 0.5", "bad-value"},
     {"\t\t\ta: 1", "\t\t\ta: 255", "out-of-range"},
-    {"damping: 0.998499", "damping: 1.5", "out-of-range"},
     {"damping: 0.998499", "damping: 0", "damping-0"},
     {"start frame: 0", "start frame: 0.5", "outside-picture"},
     {"mesh type: 0", "mesh type: 2", "mesh-type"},
@@ -131,7 +129,6 @@ constexpr Damage kMatchDamages[] = {
     {"levelName_: piece", "levelName_: hollow", "missing-piece"},
     {"levelName_: piece", "levelName_: level1", "piece-of-itself"},
     {"duration_: 10", "duration_: 0", "no-time"},
-    {"duration_: 10", "duration_: nan", "bad-value"},
     {"SentinelSegment: NoMoreSegments", "SentinelSegment: End", "bad-value"},
     {"number of segments: 1", "number of segments: 1000000000", "wrong-count"},
     {"Sections: 2", "Sections: 3", "wrong-count"},
@@ -143,7 +140,6 @@ constexpr Damage kMatchDamages[] = {
     {"archtypename: fish2", "archtypename: ring", "archetype-of-itself"},
     {"archtypename: fish2", "archtypename: rock", "never-leaves"},
     {"spawnrate: 1", "spawnrate: 0", "spawn-rate"},
-    {"YRange: 0", "YRange: -1", "out-of-range"},
     {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range"},
     {"Hits To Break: 2", "Hits To Break: -1", "negative-hits"},
     {"Hits To Break: 2\n\t\t\tIs Treasure Chest: false", "Hits To Break: 0\n\t\t\tIs Treasure Chest: true",
@@ -155,7 +151,6 @@ constexpr Damage kEmitterDamages[] = {
     {"particleCount: 24", "particleCount: 0", "no-particles"},
     {"textureName: Bubble.png", "textureName: ship.png", "not-preloaded"},
     {"minLifespan: ", "minLifespan: 9", "reversed-range"},
-    {"\t\t\t\ty: -1\n", "", "missing-or-shifted"},
     {"spawnIntervalMax: 0.4\n", "spawnIntervalMax: 0.4\n\t\t\t\tx: 0\n", "missing-or-shifted"},
 };
 
@@ -163,7 +158,6 @@ constexpr Damage kGeneratorDamages[] = {
     {"\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n", "", "host"},
     {"base of: 1\n\t\t\tgenerator ID: 43", "base of: 0", "loose-spring"},
     {"generators: 1\n\t\t\tgenerator ID: 42", "generators: 0", "unread-generator"},
-    {"spring constant: 4", "spring constant: -4", "out-of-range"},
     {"Name: 20.000000", "Name: 0.000000", "no-time"},
 };
 

@@ -80,23 +80,16 @@ TEST(InputScript, AppliesEventsInTheirFrameWhateverTheirOrderInTheFile) {
 // Equal scenes have one digest whatever IDs their objects have; a change in the last bit of one number shows.
 TEST(Digest, TellsStatesApartAndIgnoresIds) {
   TestWorld world;
-  const auto build = [&](float speed) {
-    world.Restart();
+  const auto digestOf = [&](float speed) {
+    Objects().KillAll();
+    Objects().RemoveDeadObjects();
     world.AddSphere("ball", {1.0f, 0.0f, 0.0f}, {.velocity = {speed, 0.0f, 0.0f}});
+    return StateDigest();
   };
-  build(1.0f);
-  const auto first = StateDigest();
+  const auto first = digestOf(1.0f);
   EXPECT_EQ(StateDigest(), first);
-  build(1.0f);
-  EXPECT_EQ(StateDigest(), first);
-  build(1.0000001f);
-  EXPECT_NE(StateDigest(), first);
-  world.Restart();
-  world.Add("gone");
-  Objects().KillAll();
-  Objects().RemoveDeadObjects();
-  world.AddSphere("ball", {1.0f, 0.0f, 0.0f}, {.velocity = {1.0f, 0.0f, 0.0f}});
-  EXPECT_EQ(StateDigest(), first);
+  EXPECT_NE(digestOf(1.0000001f), first);
+  EXPECT_EQ(digestOf(1.0f), first);
 
   auto& anchor = world.AddSphere("anchor", {});
   GalePhysics::AdoptForceGenerator(std::make_unique<GalePhysics::Spring>(anchor, 1.0f, 1.0f));
@@ -112,24 +105,22 @@ TEST(Digest, TellsStatesApartAndIgnoresIds) {
 // somebody is awarded in its time, up to and with its end.
 TEST(MatchRecorder, CountsLeadsWinsAndWhatPaid) {
   EpisodeScene scene;
-  scene.Start(EpisodeScene::Segments({{"nothing", 100.0f}}), EpisodeScene::Objectives({}));
+  scene.Start(scene.Segments({{"nothing", 100.0f}}), scene.Objectives({}));
   const auto credit = [](int player, int value) {
     const SentPoints sent = {value, player};
     SendEvent(kScoreObjects[static_cast<std::size_t>(player)], Event(kSentPoints, &sent));
   };
   MatchRecorder recorder(&scene);
   const auto run = [&] {
-    scene.Run(1);
+    scene.Run();
     recorder.EndFrame();
   };
   run();
   LogEvent("objective begin HitObjects");
-  credit(1, 10);
-  run();
-  credit(0, 10);
-  run();
-  credit(0, 5);
-  run();
+  for (const auto& [player, value] : {std::pair{1, 10}, {0, 10}, {0, 5}}) {
+    credit(player, value);
+    run();
+  }
   LogEvent("objective end HitObjects");
   LogEvent("objective begin Crown");
   AwardPoints(2, 1);
