@@ -35,26 +35,31 @@ class LintTest : public LintScene {
     seen.insert(rule.name);
   }
 
+  void Say(const std::string& text, RuleName rule, const std::string& name = "stage") {
+    ExpectRule(LintText(text, name), rule);
+  }
+  // The same, and nothing else is told.
+  void SayAlone(const std::string& text, RuleName rule, const std::string& name = "stage") {
+    const std::string report = LintText(text, name);
+    ExpectRule(report, rule);
+    EXPECT_EQ(Count(report, "\n"), 1) << report;
+    EXPECT_EQ(report.find(name + ":"), 0u) << report;
+  }
+
   // One damage to a good text is told once, at its line, and mended when it can be.
   void ExpectDamage(const std::string& name, const std::string& good, const Damage& damage) {
+    SCOPED_TRACE(damage.to);
     const std::string text = Changed(good, damage.from, damage.to);
-    const std::string report = LintText(text, name);
-    ExpectRule(report, damage.rule);
-    EXPECT_EQ(Count(report, "\n"), 1) << damage.to << "\n" << report;
-    EXPECT_EQ(report.find(name + ":"), 0u) << report;
+    SayAlone(text, damage.rule, name);
     const RuleKind kind = damage.rule.Get().kind;
     const std::string told = RunTool(FixFiles, name, result);
-    EXPECT_EQ(world.ReadFile(name), kind == RuleKind::kFixed ? good : text) << damage.to;
+    EXPECT_EQ(world.ReadFile(name), kind == RuleKind::kFixed ? good : text);
     EXPECT_TRUE(kind != RuleKind::kFixed || result == 0) << told;
     EXPECT_EQ(Count(told, ": left as it is: "), kind == RuleKind::kUnreadable ? 1 : 0) << told;
   }
   void ExpectDamages(const std::string& name, const std::string& good, std::span<const Damage> damages) {
     EXPECT_EQ(LintText(good, name), "");
     for (const Damage& damage : damages) ExpectDamage(name, good, damage);
-  }
-
-  void Say(const std::string& text, RuleName rule, const char* name = "stage") {
-    ExpectRule(LintText(text, name), rule);
   }
 
   // The parts of EveryRule.
@@ -280,27 +285,15 @@ void LintTest::BreakScripts() {
     return text.find("NULLSTRING") == std::string::npos ? text : Changed(text, "NULLSTRING", "crate1.png");
   };
   for (const char* solid : {"stunsonhit", "barnaclelogic", "broadside"}) EXPECT_EQ(LintText(thing({solid})), "");
-  const struct {
-    const char* script;
-    bool ghost;
-    const char* beside;
-    RuleName rule;
-  } cases[] = {
-      {"stunsonhit", true, "Sprite", "not-solid"},
-      {"Clacky", true, "GivePoints", "not-solid"},
-      {"vortex", true, "Sprite", "swallows"},
-      {"barnaclelogic", false, "GivePoints", "barnacle-prize"},
-      {"sandlogic", false, "Sprite", "missing-archetype"},
-      {"color-changer", false, "GivePoints", "needs-sprite"},
-      {"rainbowfish", false, "Sprite", "needs-fishanimator"},
-      {"patricidal", false, "Sprite", "host"},
-      {"wsl", false, "Sprite", "made-by-code"},
-  };
-  for (const auto& [script, ghost, beside, rule] : cases) {
-    const std::string report = LintText(thing({script}, ghost, beside));
-    ExpectRule(report, rule);
-    EXPECT_EQ(Count(report, "\n"), 1) << script << "\n" << report;
-  }
+  SayAlone(thing({"stunsonhit"}, true), "not-solid");
+  SayAlone(thing({"Clacky"}, true, "GivePoints"), "not-solid");
+  SayAlone(thing({"vortex"}, true), "swallows");
+  SayAlone(thing({"barnaclelogic"}, false, "GivePoints"), "barnacle-prize");
+  SayAlone(thing({"sandlogic"}), "missing-archetype");
+  SayAlone(thing({"color-changer"}, false, "GivePoints"), "needs-sprite");
+  SayAlone(thing({"rainbowfish"}), "needs-fishanimator");
+  SayAlone(thing({"patricidal"}), "host");
+  SayAlone(thing({"wsl"}), "made-by-code");
   GameObject& bare = world.Add("bare");
   bare.Insert(std::make_unique<ScriptBox>()).AddScript("VelocityCap");
   Say(Document({&bare}), "needs-body");
