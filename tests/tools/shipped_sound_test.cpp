@@ -7,7 +7,6 @@
 #include <cstring>
 #include <numeric>
 
-#include "audio/audio.h"
 #include "audio/studio/bank_file.h"
 #include "audio/studio/sound_reader.h"
 #include "audio/studio/voice_pool.h"
@@ -20,7 +19,7 @@ using Sound = std::vector<double>;  // one side, full scale 1
 constexpr std::ptrdiff_t kSecond = 48000;
 constexpr std::size_t kFrame = kSecond / 60;
 constexpr std::size_t kWavHeader = 44;
-const std::string kFolder = BRINEWHIRL_BUILD_DIR "/AudioSource";
+const std::string kMasterBank = BRINEWHIRL_BUILD_DIR "/AudioSource/Master Bank.bank";
 
 double Decibels(double amplitude) { return 20.0 * std::log10(std::max(amplitude, 1e-9)); }
 
@@ -103,10 +102,10 @@ std::vector<Sound> SidesOf(const std::vector<Sample>& stereo, double fullScale) 
 class ShippedSound : public testing::Test {
  protected:
   void SetUp() override {
-    if (!std::filesystem::exists(kFolder)) GTEST_SKIP() << "a build without the shipped sound";
+    if (!std::filesystem::exists(kMasterBank)) GTEST_SKIP() << "a build without the shipped sound";
     std::vector<std::uint8_t> bytes;
     std::string why;
-    ASSERT_EQ(Studio::ReadBankFile(kFolder + "/Master Bank.bank", bytes, why), Studio::Result::kOk) << why;
+    ASSERT_EQ(Studio::ReadBankFile(kMasterBank, bytes, why), Studio::Result::kOk) << why;
     ASSERT_EQ(Studio::ParseBank(std::move(bytes), bank_, why), Studio::Result::kOk) << why;
   }
 
@@ -145,16 +144,8 @@ class ShippedSound : public testing::Test {
 
 }  // namespace
 
-TEST_F(ShippedSound, TheBankHoldsEveryEventOfTheGame) {
-  std::filesystem::create_directory_symlink(kFolder, "AudioSource");
-  Audio::Init(Audio::Output::kLoopback);
-  Audio::LoadEffects();
-  Audio::Shutdown();
-  EXPECT_EQ(world_.text(), "");
-  EXPECT_EQ(bank_.events.size(), 28u);
-}
-
 TEST_F(ShippedSound, LoopsJoinAndNothingIsTooLoud) {
+  ASSERT_EQ(bank_.events.size(), 28u);
   const std::vector<double> reference = Powers(Decode("event:/Music/Marlo_Baha")[0]);
   const double mean = std::accumulate(reference.begin(), reference.end(), 0.0) / static_cast<double>(reference.size());
   for (const Studio::BankEvent& event : bank_.events) {
