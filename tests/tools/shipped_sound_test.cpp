@@ -1,4 +1,4 @@
-// The sound that ships, through the tool: what the bank holds, and what the players of a match hear.
+// The sound that ships: what the bank holds, and what the players of a match hear.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -38,7 +38,7 @@ double ShareOf(const Sound& part, const Sound& mix, std::size_t at) {
 // The place near `at` where the first tenth of a second of `part` is loudest: the mixer begins a sound with a block of
 // its own.
 std::size_t FindStart(const Sound& part, const Sound& mix, std::size_t at) {
-  const Sound head(part.begin(), part.begin() + kSecond / 10);
+  const Sound head(part.begin(), part.begin() + std::min(kSecond / 10, std::ssize(part)));
   std::size_t best = at;
   for (std::size_t place = at; place < at + 4 * kFrame; ++place)
     if (ShareOf(head, mix, place) > ShareOf(head, mix, best)) best = place;
@@ -149,7 +149,7 @@ TEST_F(ShippedSound, LoopsJoinAndNothingIsTooLoud) {
   const std::vector<double> reference = Powers(Decode("event:/Music/Marlo_Baha")[0]);
   const double mean = std::accumulate(reference.begin(), reference.end(), 0.0) / static_cast<double>(reference.size());
   for (const Studio::BankEvent& event : bank_.events) {
-    SCOPED_TRACE(event.number);
+    SCOPED_TRACE(testing::Message() << "event " << &event - bank_.events.data() + 1 << " of sound/bank.txt");
     for (const Sound& side : Decode(event)) {
       EXPECT_LE(Decibels(TruePeak(side)), -1.0);
       if (event.category == Studio::Category::kEffects) {
