@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <numeric>
+#include <span>
+#include <tuple>
 
 #include "audio/studio/bank_file.h"
 #include "audio/studio/sound_reader.h"
@@ -25,7 +27,7 @@ double Decibels(double amplitude) { return 20.0 * std::log10(std::max(amplitude,
 
 // How loud `part` is in `mix` when it begins at `at`: 1 as it is, 0 not at all. Other sounds hardly count, they are not
 // alike.
-double ShareOf(const Sound& part, const Sound& mix, std::size_t at) {
+double ShareOf(std::span<const double> part, const Sound& mix, std::size_t at) {
   double both = 0.0;
   double own = 0.0;
   for (std::size_t i = 0; i < part.size() && at + i < mix.size(); ++i) {
@@ -35,14 +37,26 @@ double ShareOf(const Sound& part, const Sound& mix, std::size_t at) {
   return both / std::max(own, 1e-9);
 }
 
-// The place near `at` where the first tenth of a second of `part` is loudest: the mixer begins a sound with a block of
-// its own.
+std::span<const double> Beginning(const Sound& sound) {
+  return std::span(sound).first(std::min<std::size_t>(sound.size(), 2 * kSecond / 5));
+}
+
+// The place near `at` where the beginning of `part` is loudest: the mixer begins a sound with a block of its own.
 std::size_t FindStart(const Sound& part, const Sound& mix, std::size_t at) {
-  const Sound head(part.begin(), part.begin() + std::min(kSecond / 10, std::ssize(part)));
+  const auto head = Beginning(part);
   std::size_t best = at;
   for (std::size_t place = at; place < at + 4 * kFrame; ++place)
     if (ShareOf(head, mix, place) > ShareOf(head, mix, best)) best = place;
   return best;
+}
+
+Sound Faster(const Sound& sound, double pitch) {
+  Sound faster;
+  for (double place = 0.0; place + 1.0 < static_cast<double>(sound.size()); place += pitch) {
+    const auto i = static_cast<std::size_t>(place);
+    faster.push_back(std::lerp(sound[i], sound[i + 1], place - static_cast<double>(i)));
+  }
+  return faster;
 }
 
 // The highest value between the samples too, from four times as many: a windowed sinc of 12 samples (the idea of
@@ -176,11 +190,17 @@ TEST_F(ShippedSound, AMatchIsHeardTheSameEveryTime) {
     EXPECT_LE(Decibels(TruePeak(heard[side])), -1.0);
     const std::size_t start = FindStart(tune[side], heard[side], 0);
     EXPECT_NEAR(ShareOf(tune[side], heard[side], start), 0.5 * Studio::kMasterGain, 0.05);
-    for (const auto& [event, path] : {std::pair{"sound 8", "event:/SFX/Squid/Squid_Collision"},
-                                      std::pair{"sound 14", "event:/SFX/Squid/Release"}}) {
-      const Sound effect = Decode(path)[side];
+    for (const auto& [event, path, pitch] : {std::tuple{"sound 8", "event:/SFX/Squid/Squid_Collision", 1.0},
+                                             std::tuple{"sound 13", "event:/SFX/Squid/Charge", 1.4},
+                                             std::tuple{"sound 14", "event:/SFX/Squid/Release", 1.0}}) {
+      const Sound effect = Faster(Decode(path)[side], pitch);
       const std::size_t hit = FindStart(effect, heard[side], PlaceOf(event));
-      EXPECT_NEAR(ShareOf(effect, heard[side], hit), Studio::kMasterGain, 0.25) << event;
+      EXPECT_NEAR(ShareOf(Beginning(effect), heard[side], hit), Studio::kMasterGain, 0.25) << event;
+      if (pitch == 1.0) continue;
+      // Letting go ends the charge with a fade of 0.2 s.
+      const std::size_t end = PlaceOf("sound 14") - PlaceOf(event) + kSecond / 4;
+      ASSERT_GT(effect.size(), end + kSecond / 5);
+      EXPECT_NEAR(ShareOf(std::span(effect).subspan(end), heard[side], hit + end), 0.0, 0.1);
     }
   }
 }
