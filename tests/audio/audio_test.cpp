@@ -8,51 +8,37 @@
 #include "audio/sound_ids.h"
 #include "audio/test_sounds.h"
 #include "core/pause.h"
-#include "core/run_log.h"
 #include "match/match_scene.h"
 #include "physics/contact.h"
+#include "scripted_scene.h"
 #include "scripts/play_player_audio.h"
-#include "test_world.h"
 
 namespace {
 
 constexpr float kAmplitude = 0.1f;
 
-class Listener final : public RunLogListener {
+// The game's sounds, playing into memory, in a folder of their own, and what is written to the run's log.
+class SoundScene final : public ScriptedScene {
  public:
-  Listener() { SetRunLogListener(this); }
-  Listener(const Listener&) = delete;
-  Listener& operator=(const Listener&) = delete;
-  ~Listener() override { SetRunLogListener(nullptr); }
-  void OnEvent(std::string_view text) override { words += std::string(text) + ";"; }
-  std::string words;
-};
-
-// The game's sounds, playing into memory, in a folder of their own.
-class SoundScene {
- public:
-  SoundScene() {
+  explicit SoundScene(Audio::Output output = Audio::Output::kLoopback) {
     static const std::vector<Studio::BankSource> sources = GameSources(kAmplitude);
     WriteMasterBanks(sources);
-    Audio::Init(Audio::Output::kLoopback);
+    Audio::Init(output);
   }
-  SoundScene(const SoundScene&) = delete;
-  SoundScene& operator=(const SoundScene&) = delete;
-  ~SoundScene() { Audio::Shutdown(); }
+  ~SoundScene() override { Audio::Shutdown(); }
+
+  void OnEvent(std::string_view text) override { log += std::string(text) + ";"; }
 
   // How many sounds are heard at full loudness after some frames, in tenths.
-  float Level(int frames) {
-    std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
-    for (int i = 0; i < frames; ++i) {
+  static float Level(int frames) {
+    const std::vector<float> heard = Heard(frames, [](std::span<std::int16_t> stereo) {
       Audio::Update();
-      EXPECT_TRUE(Audio::Render(samples));
-    }
-    std::vector<float> heard;
-    for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
-    return PeakOf(heard) / kAmplitude;
+      EXPECT_TRUE(Audio::Render(stereo));
+    });
+    return PeakOf({heard.end() - 2 * kFramesAnUpdate, heard.end()}) / kAmplitude;
   }
 
-  TestWorld world;
+  std::string log;
 };
 
 constexpr float kRoom = 0.2f;       // coding adds a little
@@ -61,9 +47,7 @@ constexpr float kSilence = 0.001f;  // the output is dithered in its last bit
 }  // namespace
 
 TEST(Audio, WithoutOutputEveryCallIsSilentAndStartsAreLogged) {
-  TestWorld world;
-  Listener listener;
-  Audio::Init(Audio::Output::kNone);
+  SoundScene scene(Audio::Output::kNone);
   Audio::LoadEffects();
   Audio::Play(Sound::kRelease, Audio::kOneShot);
   Audio::Play(Sound::kBarnacle, Audio::kOneShot);
@@ -79,8 +63,8 @@ TEST(Audio, WithoutOutputEveryCallIsSilentAndStartsAreLogged) {
   Audio::SetBusMuted("SFX", true);
   Audio::SetBusPaused("Music", true);
   Audio::Update();
-  EXPECT_EQ(world.text(), "");
-  EXPECT_EQ(listener.words, "sound 14;sound 16;music 1;sound 13;sound 15;sound 26;music stop;music stop;");
+  EXPECT_EQ(scene.world.text(), "");
+  EXPECT_EQ(scene.log, "sound 14;sound 16;music 1;sound 13;sound 15;sound 26;music stop;music stop;");
 }
 
 TEST(Audio, MissingBanksAreReportedCallByCall) {
@@ -142,10 +126,10 @@ TEST(Audio, ChargesOfTwoPlayersAreTwoSounds) {
   Audio::LoadEffects();
   Audio::StartCharge(0);
   Audio::StartCharge(1);
-  const float both = scene.Level(2);
+  EXPECT_NEAR(scene.Level(2), 2.0f, 2 * kRoom);
   Audio::StopCharge(0);
-  EXPECT_NEAR(scene.Level(1), both, 0.6f);  // it fades
-  EXPECT_LT(scene.Level(30), kSilence);     // the other has ended: pitch 1.4 makes it shorter, and it is no loop
+  EXPECT_NEAR(scene.Level(6), 1.5f, kRoom);  // half faded in 6 of 12 updates
+  EXPECT_LT(scene.Level(7), kSilence);       // and the other has ended: 18 frames last 13 at its pitch of 1.4
   EXPECT_EQ(scene.world.text(), "");
 }
 
@@ -169,37 +153,30 @@ TEST(Audio, EffectsLoadBesideTheTitleMusic) {
 // The frame pauses the music alone, and only buses that are there already.
 TEST(Audio, AHeldGameIsQuietButForItsMenu) {
   SoundScene scene;
-  GameEvents events;
-  Frame frame(events);
-  ScriptedPlatform platform;
-  SetPlatform(platform);
   Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
   RequestPause("test");
-  frame.Run();
+  scene.Run();
   EXPECT_NEAR(scene.Level(10), 1.0f, kRoom);  // no bus is fetched yet
   Audio::LoadEffects();
-  frame.Run();
+  scene.Run();
   EXPECT_LT(scene.Level(10), kSilence);
   Audio::Play(Sound::kSquidCollision, Audio::kOneShot);
   EXPECT_NEAR(scene.Level(2), 1.0f, kRoom);
   ReleasePause("test");
-  frame.Run();
+  scene.Run();
   EXPECT_NEAR(scene.Level(30), 1.0f, kRoom);
-  static ScriptedPlatform nothing;
-  SetPlatform(nothing);
 }
 
 TEST(PlayPlayerAudioScript, NamesDecideWhatABumpSoundsLike) {
-  TestWorld world;
-  Listener listener;
+  SoundScene scene(Audio::Output::kNone);
   PlayPlayerAudioScript script;
   GalePhysics::Contact contact;
   for (const char* name : {"Player3", "barnicle", "whale", "fish1", "Nameless", "fish2", "chain1", "chain2", "chain3",
                            "chain4", "goldfish", "barnacle", "chain5", "Fish1", ""}) {
-    contact.secondOwner = &world.Add(name);
+    contact.secondOwner = &scene.world.Add(name);
     script.OnContact(contact);
   }
-  EXPECT_EQ(listener.words,
+  EXPECT_EQ(scene.log,
             "sound 8;sound 16;sound 21;sound 32;sound 32;sound 33;sound 28;sound 28;sound 28;sound 28;sound 27;");
 }
 

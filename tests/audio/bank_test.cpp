@@ -62,23 +62,6 @@ Bytes WithClaimedLength(const Bytes& ogg, std::uint64_t frames) {
 
 }  // namespace
 
-TEST(StudioBank, WhatIsWrittenIsRead) {
-  BankContent events;
-  BankContent strings;
-  std::string why;
-  ASSERT_EQ(Studio::ParseBank(Studio::WriteEventBank(Sources()), events, why), Result::kOk) << why;
-  ASSERT_EQ(Studio::ParseBank(Studio::WriteStringsBank(Sources()), strings, why), Result::kOk) << why;
-  ASSERT_EQ(events.events.size(), 2u);
-  ASSERT_EQ(strings.paths.size(), 2u);
-  for (std::size_t i = 0; i < 2; ++i) {
-    EXPECT_EQ(strings.paths[i].path, Sources()[i].path);
-    EXPECT_EQ(strings.paths[i].number, events.events[i].number);
-    EXPECT_EQ(events.events[i].category, Sources()[i].category);
-    EXPECT_TRUE(std::equal(events.events[i].sound.begin(), events.events[i].sound.end(), Sources()[i].sound.begin(),
-                           Sources()[i].sound.end()));
-  }
-}
-
 TEST(StudioBank, ABankThatIsCutAnywhereIsRefused) {
   for (const Bytes& whole : {Studio::WriteEventBank(Sources()), Studio::WriteStringsBank(Sources())})
     for (std::size_t size = 0; size < whole.size(); ++size)

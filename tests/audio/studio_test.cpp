@@ -24,13 +24,20 @@ constexpr float kSilence = 0.0001f;  // the output is dithered in its last bit
 // A system that plays into memory, with a piece of music of 0.4 seconds and some effects of two seconds.
 class Ear {
  public:
-  explicit Ear(int voices = 32) {
-    EXPECT_EQ(system.InitialiseLoopback(voices), Result::kOk);
-    Load();
-  }
-  explicit Ear(Studio::OutputOpener opener) {
-    system.Initialise(32, std::move(opener));
-    Load();
+  /// Plays through what the opener gives, or into memory when there is none.
+  explicit Ear(Studio::OutputOpener opener = {}) {
+    const bool loopback = opener == nullptr;
+    EXPECT_EQ(loopback ? system.InitialiseLoopback(32) : system.Initialise(32, std::move(opener)), Result::kOk);
+    static const std::vector<Studio::BankSource> sources = [] {
+      std::vector<Studio::BankSource> all = {MakeSource("event:/Music/Tune", kMusicAmplitude, 0.4f)};
+      for (int i = 0; i < kEffects; ++i)
+        all.push_back(MakeSource("event:/SFX/" + std::to_string(i), kEffectAmplitude, 2.0f));
+      return all;
+    }();
+    Studio::Bank bank;
+    std::string why;
+    EXPECT_EQ(system.LoadBankMemory(Studio::WriteEventBank(sources), bank, why), Result::kOk) << why;
+    EXPECT_EQ(system.LoadBankMemory(Studio::WriteStringsBank(sources), bank, why), Result::kOk) << why;
   }
 
   EventDescription Find(const std::string& path) {
@@ -52,14 +59,10 @@ class Ear {
   }
   // What is heard in the next updates, in stereo.
   std::vector<float> Listen(int updates) {
-    std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
-    std::vector<float> heard;
-    for (int i = 0; i < updates; ++i) {
+    return Heard(updates, [this](std::span<std::int16_t> stereo) {
       system.Update();
-      if (system.Render(samples) != Result::kOk) samples.assign(samples.size(), 0);
-      for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
-    }
-    return heard;
+      if (system.Render(stereo) != Result::kOk) std::fill(stereo.begin(), stereo.end(), std::int16_t{0});
+    });
   }
   // How many effects are heard at once, by their level.
   int CountEffects() {
@@ -68,20 +71,6 @@ class Ear {
   }
 
   Studio::System system;
-
- private:
-  void Load() {
-    static const std::vector<Studio::BankSource> sources = [] {
-      std::vector<Studio::BankSource> all = {MakeSource("event:/Music/Tune", kMusicAmplitude, 0.4f)};
-      for (int i = 0; i < kEffects; ++i)
-        all.push_back(MakeSource("event:/SFX/" + std::to_string(i), kEffectAmplitude, 2.0f));
-      return all;
-    }();
-    Studio::Bank bank;
-    std::string why;
-    EXPECT_EQ(system.LoadBankMemory(Studio::WriteEventBank(sources), bank, why), Result::kOk) << why;
-    EXPECT_EQ(system.LoadBankMemory(Studio::WriteStringsBank(sources), bank, why), Result::kOk) << why;
-  }
 };
 
 // No frame may be further from the next than the wave itself goes, with some room for coding, fading and one effect.
@@ -120,6 +109,7 @@ TEST(StudioSystem, NothingButAStopAtOnceClicks) {
   Studio::Bus bus;
   ASSERT_EQ(ear.system.GetBus("bus:/Music", bus), Result::kOk);
   std::vector<float> heard;
+  // The level in the last of these updates; all are kept.
   const auto listen = [&](int updates) {
     const std::vector<float> more = ear.Listen(updates);
     heard.insert(heard.end(), more.begin(), more.end());

@@ -4,32 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 namespace {
-
-struct Memory {
-  std::vector<std::uint8_t> bytes;
-  std::size_t place = 0;
-};
-
-SF_VIRTUAL_IO WriteAccess() {
-  SF_VIRTUAL_IO io{};
-  io.get_filelen = [](void* user) { return static_cast<sf_count_t>(static_cast<Memory*>(user)->bytes.size()); };
-  io.seek = [](sf_count_t, int, void* user) { return static_cast<sf_count_t>(static_cast<Memory*>(user)->place); };
-  io.tell = [](void* user) { return static_cast<sf_count_t>(static_cast<Memory*>(user)->place); };
-  io.read = [](void*, sf_count_t, void*) { return sf_count_t{0}; };
-  io.write = [](const void* data, sf_count_t count, void* user) {
-    auto& memory = *static_cast<Memory*>(user);
-    const auto* first = static_cast<const std::uint8_t*>(data);
-    memory.bytes.insert(memory.bytes.end(), first, first + count);
-    memory.place = memory.bytes.size();
-    return count;
-  };
-  return io;
-}
 
 void WriteBytes(const char* name, const std::vector<std::uint8_t>& bytes) {
   std::ofstream(name, std::ios::binary)
@@ -39,23 +18,27 @@ void WriteBytes(const char* name, const std::vector<std::uint8_t>& bytes) {
 }  // namespace
 
 std::vector<std::uint8_t> MakeOgg(float amplitude, float seconds, int channels, float hertz) {
-  Memory memory;
-  SF_VIRTUAL_IO access = WriteAccess();
   SF_INFO info{};
   info.samplerate = 48000;
   info.channels = channels;
   info.format = SF_FORMAT_OGG | SF_FORMAT_VORBIS;
-  SNDFILE* file = sf_open_virtual(&access, SFM_WRITE, &info, &memory);
+  std::FILE* file = std::tmpfile();
+  SNDFILE* sound = sf_open_fd(::fileno(file), SFM_WRITE, &info, SF_FALSE);
   double best = 1.0;
-  sf_command(file, SFC_SET_VBR_ENCODING_QUALITY, &best, sizeof best);
+  sf_command(sound, SFC_SET_VBR_ENCODING_QUALITY, &best, sizeof best);
   const auto frames = static_cast<std::size_t>(seconds * 48000.0f);
   std::vector<float> samples;
   for (std::size_t i = 0; i < frames; ++i)
     samples.insert(samples.end(), static_cast<std::size_t>(channels),
                    amplitude * std::sin(2.0f * 3.14159265f * hertz / 48000.0f * static_cast<float>(i % 19200)));
-  sf_write_float(file, samples.data(), static_cast<sf_count_t>(samples.size()));
-  sf_close(file);
-  return memory.bytes;
+  sf_write_float(sound, samples.data(), static_cast<sf_count_t>(samples.size()));
+  sf_close(sound);
+  std::fseek(file, 0, SEEK_END);
+  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(std::ftell(file)));
+  std::rewind(file);
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
+  std::fclose(file);
+  return bytes;
 }
 
 Studio::BankSource MakeSource(const std::string& path, float amplitude, float seconds) {
@@ -72,34 +55,23 @@ void WriteMasterBanks(const std::vector<Studio::BankSource>& sources) {
 
 std::vector<Studio::BankSource> GameSources(float amplitude) {
   std::vector<Studio::BankSource> sources;
-  for (const char* name : {"Marlo_Pirates", "Marlo_Buckaneer", "Marlo_Buckaneer_Fast", "Marlo_Baha"})
-    sources.push_back(MakeSource(std::string("event:/Music/") + name, amplitude, 0.8f));
-  for (const char* name : {"Squid/Squid_Collision",
-                           "Squid/Charge",
-                           "Squid/Release",
-                           "Squid/Chain_Hit",
-                           "Squid/Squid_Dizzy",
-                           "Squid/Pulse_Wave",
-                           "Squid/Sand_Hit",
-                           "Whale/Whale_Laugh",
-                           "Whale/Whale_Bubble_Barrage",
-                           "Fish/Fish_Large",
-                           "Fish/Fish_Small",
-                           "Fish/Puffer_Exhale",
-                           "Fish/Puffer_Puff_01",
-                           "Fish/Puffer_Puff_02",
-                           "Objectives/Crown",
-                           "Objectives/Objective_Change",
-                           "Objectives/BeachBall_Hit",
-                           "Objectives/Ring_Lose",
-                           "Objectives/Ring_Pickup",
-                           "Objectives/Win",
-                           "Objectives/GoldenFish",
-                           "HUD/Point_Bubble",
-                           "Menu/Scroll",
-                           "Menu/Select"})
-    sources.push_back(MakeSource(std::string("event:/SFX/") + name, amplitude, 0.3f));
+  std::ifstream spec(BRINEWHIRL_GAME_DIR "/../sound/bank.txt");
+  for (std::string line; std::getline(spec, line);) {
+    if (!line.starts_with("event:/")) continue;
+    const std::string path = line.substr(0, line.find(' '));
+    sources.push_back(MakeSource(path, amplitude, path.starts_with("event:/Music/") ? 0.8f : 0.3f));
+  }
   return sources;
+}
+
+std::vector<float> Heard(int updates, const std::function<void(std::span<std::int16_t>)>& updateAndRender) {
+  std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
+  std::vector<float> heard;
+  for (int i = 0; i < updates; ++i) {
+    updateAndRender(samples);
+    for (const std::int16_t sample : samples) heard.push_back(static_cast<float>(sample) / kFullScale);
+  }
+  return heard;
 }
 
 float PeakOf(const std::vector<float>& stereo) {

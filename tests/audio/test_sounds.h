@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -28,6 +30,9 @@ void WriteMasterBanks(const std::vector<Studio::BankSource>& sources);
 
 /// The 28 events of the game: music of 0.8 s and effects of 0.3 s, all at this amplitude.
 std::vector<Studio::BankSource> GameSources(float amplitude);
+
+/// What that many updates render, in stereo, full scale being kFullScale.
+std::vector<float> Heard(int updates, const std::function<void(std::span<std::int16_t>)>& updateAndRender);
 
 /// Largest sample, and largest step between two neighbouring frames.
 float PeakOf(const std::vector<float>& stereo);

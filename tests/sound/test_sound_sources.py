@@ -63,26 +63,6 @@ class Notation(unittest.TestCase):
         self.assertEqual(score.length, 2)
         self.assertAlmostEqual(score.notes[0].pitch, frequency(70))
 
-    def test_faults_are_told_with_their_line(self):
-        body = "section A\nchords | Dm | F |\n"
-        for text in (
-            body + "lead | H4 |\n",
-            body + "lead | - A4 |\n",
-            body + "lead | [A4 A4 |\n",
-            body + "lead | A4 ] |\n",
-            body + "lead | A4 | A4 | A4 |\n",
-            body + "nobody | A4 |\n",
-            "section A\nchords | Xm |\n",
-            "section A from Z\n",
-            "tempo fast\n",
-            "form Q\n",
-            "voice lead whistle loud 3\n",
-            "what is this\n",
-        ):
-            with self.subTest(text), self.assertRaisesRegex(SourceError, r"^test\.tune:\d+: "):
-                tune(VOICES + text)
-
-
 class Effects(unittest.TestCase):
     def test_a_line_is_one_sound(self):
         score = read_effect("test.effect", lines("level -3\n0.5 0.25 bubble A4>880 -6 colour 0.9"))
@@ -90,10 +70,22 @@ class Effects(unittest.TestCase):
         self.assertEqual((note.start, note.pitch, note.pitch_to, note.colour, note.glide), (0.5, 440, 880, 0.9, 0.25))
         self.assertEqual((score.length, score.level), (0.75, -3))
 
-    def test_faults_are_told_with_their_line(self):
-        for text in ("0 0.1 bubble", "0 0.1 bubble A4 loud", "0 0.1 bubble A4 -3 taste 1", "level high", "level -3"):
-            with self.subTest(text), self.assertRaisesRegex(SourceError, r"^test\.effect:1: "):
-                read_effect("test.effect", lines(text))
+
+class Faults(unittest.TestCase):
+    def expect(self, read, place, texts):
+        for text in texts:
+            with self.subTest(text), self.assertRaisesRegex(SourceError, f"^{place}: "):
+                read(text)
+
+    def test_of_a_tune_are_told_with_their_line(self):
+        voices = ("lead | H4 |", "lead | - A4 |", "lead | [A4 A4 |", "lead | A4 ] |", "lead | A4 | A4 | A4 |", "nobody | A4 |")
+        self.expect(tune, r"test\.tune:\d+", [f"{VOICES}section A\nchords | Dm | F |\n{voice}\n" for voice in voices])
+        others = ("section A\nchords | Xm |", "section A from Z", "tempo fast", "form Q", "voice lead whistle loud 3", "what")
+        self.expect(tune, r"test\.tune:\d+", [f"{VOICES}{other}\n" for other in others])
+
+    def test_of_an_effect_are_told_with_their_line(self):
+        texts = ("0 0.1 bubble", "0 0.1 bubble A4 loud", "0 0.1 bubble A4 -3 taste 1", "level high", "level -3")
+        self.expect(lambda text: read_effect("test.effect", lines(text)), r"test\.effect:1", texts)
 
 
 class Samples(unittest.TestCase):

@@ -6,6 +6,7 @@
 #include "audio/test_sounds.h"
 #include "test_world.h"
 #include "tools/bank/bank_spec.h"
+#include "tools/printed.h"
 
 namespace {
 
@@ -32,10 +33,7 @@ TEST(BankTool, BuildsListsAndExtracts) {
   ASSERT_EQ(BuildBank("spec.txt", "Master Bank.bank", "sounds"), 0);
   EXPECT_EQ(world.ReadFile("Master Bank.bank"), first);
 
-  std::FILE* list = std::fopen("list.txt", "w");
-  EXPECT_EQ(ListBank("Master Bank.bank", list), 0);
-  std::fclose(list);
-  const std::string text = world.ReadFile("list.txt");
+  const std::string text = Printed([](std::FILE* out) { EXPECT_EQ(ListBank("Master Bank.bank", out), 0); });
   EXPECT_EQ(text.rfind("event:/SFX/Squid/Charge sfx 0.250 s 48000 Hz mono ", 0), 0u) << text;
   EXPECT_EQ(Count(text, "\nevent:/Music/Tune music 0.500 s 48000 Hz stereo "), 1) << text;
 
@@ -60,23 +58,22 @@ TEST(BankTool, AFaultLeavesTheOldBankAlone) {
 
 TEST(BankTool, TheListSaysWhatIsWrongWithABank) {
   TestWorld world;
-  const auto fault = [&](const std::vector<Studio::BankSource>& events, const std::vector<Studio::BankSource>& paths) {
-    world.WriteFile("a.bank", Text(Studio::WriteEventBank(events)));
+  using Sources = std::vector<Studio::BankSource>;
+  const auto faultOf = [&](const std::string& events, const Sources& paths) {
+    world.WriteFile("a.bank", events);
     world.WriteFile("a.strings.bank", Text(Studio::WriteStringsBank(paths)));
     testing::internal::CaptureStderr();
     EXPECT_EQ(ListBank("a.bank", stdout), 1);
     return testing::internal::GetCapturedStderr();
   };
+  const auto bank = [](const Sources& events) { return Text(Studio::WriteEventBank(events)); };
   const Studio::BankSource good = {"event:/SFX/Good", Studio::Category::kEffects, MakeOgg(0.5f, 0.1f)};
   const Studio::BankSource noise = {"event:/SFX/Noise", Studio::Category::kEffects, {1, 2, 3}};
-  EXPECT_EQ(fault({good, noise}, {good}), "a.bank: entry 2: a.strings.bank has no path for it\n");
-  EXPECT_EQ(fault({good}, {good, noise}), "a.bank: event:/SFX/Noise: the bank has no sound for it\n");
-  EXPECT_EQ(fault({noise}, {noise}),
+  EXPECT_EQ(faultOf(bank({good, noise}), {good}), "a.bank: entry 2: a.strings.bank has no path for it\n");
+  EXPECT_EQ(faultOf(bank({good}), {good, noise}), "a.bank: event:/SFX/Noise: the bank has no sound for it\n");
+  EXPECT_EQ(faultOf(bank({noise}), {noise}),
             std::string("a.bank: event:/SFX/Noise: ") + Studio::ResultText(Studio::Result::kSoundDamaged) + "\n");
-  world.WriteFile("a.bank", Text(Studio::WriteEventBank(std::vector{good})).substr(0, 100));
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(ListBank("a.bank", stdout), 1);
-  const std::string cut = testing::internal::GetCapturedStderr();
+  const std::string cut = faultOf(bank({good}).substr(0, 100), {good});
   EXPECT_EQ(cut.rfind("a.bank: has 100 bytes, its header says ", 0), 0u) << cut;
 }
 

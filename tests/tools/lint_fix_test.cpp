@@ -20,36 +20,14 @@ class LintFixTest : public LintScene {};
 // Where the lines stand does not change what they say: whatever an editor or another system does to them is undone.
 TEST_F(LintFixTest, UndoesEveryKindOfWriting) {
   std::minstd_rand random(7);
+  constexpr const char* kEnds[] = {"", "", " ", "\t", "\r", "\n"};
   const auto noisy = [&](const std::string& good) {
     std::istringstream lines(good);
     std::string noise;
     for (std::string line; std::getline(lines, line);) {
       const auto colon = line.find(": ");
-      const bool number = colon != std::string::npos && line.find_first_not_of("0123456789.-", colon + 2) == line.npos;
-      const bool fraction = number && line.find('.') != line.npos && line.find("Name") == line.npos;
-      switch (random() % 8) {
-        case 0:
-          line.insert(0, 1, '\t');
-          break;
-        case 1:
-          line += random() % 2 == 0 ? " " : "\t";
-          break;
-        case 2:
-          line += "\r";
-          break;
-        case 3:
-          line += "\n";
-          break;
-        case 4:
-          if (fraction) line += "000";
-          break;
-        case 5:
-          if (colon != std::string::npos && line.back() != '{') line.insert(colon + 1, 2, ' ');
-          break;
-        default:
-          break;
-      }
-      noise += line + '\n';
+      if (colon != line.npos && line.back() != '{' && random() % 8 == 0) line.insert(colon + 1, 2, ' ');
+      noise += (random() % 8 == 0 ? "\t" : "") + line + kEnds[random() % std::size(kEnds)] + '\n';
     }
     return noise;
   };

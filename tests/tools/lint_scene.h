@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -15,23 +14,22 @@
 #include "core/script_box.h"
 #include "test_world.h"
 #include "tools/lint/lint.h"
+#include "tools/printed.h"
 
 inline std::string RunTool(int (*tool)(const std::vector<std::string>&, std::FILE*), const std::string& file,
                            int& result) {
-  char* buffer = nullptr;
-  std::size_t size = 0;
-  std::FILE* out = ::open_memstream(&buffer, &size);
-  result = tool({file}, out);
-  std::fclose(out);
-  std::string text(buffer, size);
-  std::free(buffer);
-  return text;
+  return Printed([&](std::FILE* out) { result = tool({file}, out); });
 }
 
 inline void Replace(std::string& text, const std::string& from, const std::string& to) {
   const auto at = text.find(from);
   ASSERT_NE(at, std::string::npos) << from;
   text.replace(at, from.size(), to);
+}
+
+inline std::string Changed(std::string text, const std::string& from, const std::string& to) {
+  Replace(text, from, to);
+  return text;
 }
 
 inline std::string Shipped(const std::string& name) {
@@ -46,18 +44,12 @@ inline std::string Positive(const std::string& text, const std::string& key) {
   return text.substr(0, at) + "1" + text.substr(text.find('\n', at));
 }
 
-inline std::string Changed(std::string text, const std::string& from, const std::string& to) {
-  Replace(text, from, to);
-  return text;
-}
-
 // The shipped pictures, and a few levels that others name.
 class LintScene : public testing::Test {
  protected:
   LintScene() {
     std::filesystem::create_directory("Texture");
-    for (const auto& picture :
-         std::filesystem::directory_iterator(std::filesystem::path(BRINEWHIRL_BUILD_DIR) / "Texture"))
+    for (const auto& picture : std::filesystem::directory_iterator(BRINEWHIRL_BUILD_DIR "/Texture"))
       if (picture.is_regular_file())
         std::filesystem::create_symlink(picture.path(), "Texture" / picture.path().filename());
     world.WriteFile("Texture/drawn.png", "no picture at all");
@@ -71,9 +63,7 @@ class LintScene : public testing::Test {
     world.WriteFile("pair", Document({&world.Add("one"), &world.Add("two")}));
     GameObject& spawner = world.Add("spawner");
     spawner.Insert(std::make_unique<ScriptBox>()).AddScript("spawner");
-    std::string ring = Positive(Document({&spawner}), "spawnrate");
-    Replace(ring, "archtypename: ", "archtypename: ring");
-    world.WriteFile("ring", ring);
+    world.WriteFile("ring", Changed(Positive(Document({&spawner}), "spawnrate"), "typename: ", "typename: ring"));
   }
 
   std::string Lint(const std::string& file) { return RunTool(LintFiles, file, result); }

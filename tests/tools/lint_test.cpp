@@ -4,10 +4,12 @@
 #include <set>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
+#include "match/episode_scene.h"
 #include "match/give_points.h"
 #include "tools/lint/report.h"
 #include "tools/lint_scene.h"
@@ -16,56 +18,52 @@ namespace fs = std::filesystem;
 
 namespace {
 
-RuleKind KindOf(std::string_view name) {
-  for (const Rule& rule : kLintRules)
-    if (rule.name == name) return rule.kind;
-  ADD_FAILURE() << name << " is in no table";
-  return RuleKind::kFault;
-}
-
-// What is done to a good text, and the rule that it then breaks.
+// What is put into a good text in place of `from`, one after the other, and the rule that it then breaks.
 struct Damage {
   const char* from;
-  const char* to;
-  const char* rule;
+  std::vector<const char*> to;
+  RuleName rule;
 };
 
 class LintTest : public LintScene {
  protected:
   // The text says nothing of note but this one rule, as its kind asks.
-  void ExpectRule(const std::string& report, std::string_view rule) {
-    const bool note = KindOf(rule) == RuleKind::kNote;
-    EXPECT_EQ(result, note ? 0 : 1) << rule << "\n" << report;
-    EXPECT_NE(report.find(std::string(": ").append(rule) + (note ? ": note: " : ": ")), std::string::npos)
-        << rule << "\n"
-        << report;
-    seen.insert(rule);
+  void ExpectRule(const std::string& report, RuleName name) {
+    const Rule& rule = name.Get();
+    const bool note = rule.kind == RuleKind::kNote;
+    EXPECT_EQ(result, note ? 0 : 1) << rule.name << "\n" << report;
+    EXPECT_GT(Count(report, ": " + std::string(rule.name) + (note ? ": note: " : ": ")), 0) << rule.name << report;
+    seen.insert(rule.name);
+  }
+
+  void Say(const std::string& text, RuleName rule, const std::string& name = "stage") {
+    ExpectRule(LintText(text, name), rule);
+  }
+  // The same, and nothing else is told.
+  void SayAlone(const std::string& text, RuleName rule, const std::string& name = "stage") {
+    const std::string report = LintText(text, name);
+    ExpectRule(report, rule);
+    EXPECT_EQ(Count(report, "\n"), 1) << report;
+    EXPECT_EQ(report.find(name + ":"), 0u) << report;
   }
 
   // One damage to a good text is told once, at its line, and mended when it can be.
-  void ExpectDamage(const std::string& name, const std::string& good, const Damage& damage) {
-    const char* rule = damage.rule;
-    std::string text = good;
-    Replace(text, damage.from, damage.to);
-    const std::string report = LintText(text, name);
-    ExpectRule(report, rule);
-    EXPECT_EQ(Count(report, "\n"), 1) << damage.to << "\n" << report;
-    EXPECT_EQ(report.find(name + ":"), 0u) << report;
-    int fixed = 0;
-    const std::string told = RunTool(FixFiles, name, fixed);
-    const std::string now = world.ReadFile(name);
-    if (KindOf(rule) == RuleKind::kFixed) {
-      EXPECT_EQ(fixed, 0) << told;
-      EXPECT_EQ(now, good) << rule;
-    } else {
-      EXPECT_EQ(now, text) << rule;
-      const bool refused = told.find(": left as it is: ") != std::string::npos;
-      EXPECT_EQ(refused, KindOf(rule) == RuleKind::kUnreadable) << told;
-    }
+  void ExpectDamage(const std::string& name, const std::string& good, const std::string& text, RuleName rule) {
+    SayAlone(text, rule, name);
+    const RuleKind kind = rule.Get().kind;
+    const std::string told = RunTool(FixFiles, name, result);
+    EXPECT_EQ(world.ReadFile(name), kind == RuleKind::kFixed ? good : text);
+    EXPECT_TRUE(kind != RuleKind::kFixed || result == 0) << told;
+    EXPECT_EQ(Count(told, ": left as it is: "), kind == RuleKind::kUnreadable ? 1 : 0) << told;
   }
-
-  void Say(const std::string& text, const char* rule, const char* name = "stage") {
-    ExpectRule(LintText(text, name), rule);
+  void ExpectDamages(const std::string& name, const std::string& good, std::span<const Damage> damages) {
+    EXPECT_EQ(LintText(good, name), "");
+    for (const auto& [from, all, rule] : damages) {
+      for (const char* to : all) {
+        SCOPED_TRACE(to);
+        ExpectDamage(name, good, Changed(good, from, to), rule);
+      }
+    }
   }
 
   // The parts of EveryRule.
@@ -78,129 +76,94 @@ class LintTest : public LintScene {
   std::set<std::string_view> seen;
 };
 
-constexpr Damage kLineDamages[] = {
-    {"{\n\t1", "\xEF\xBB\xBF{ \n\t1", "first-line"},
-    {"{\n\t1", "[\n\t1", "document"},
-    {"\n}\n", "\n", "unexpected-end"},
-    {"\n}\n", "\n}\n}\n", "document"},
-    {"\n}\n", "\n}", "line-end"},
-    {"\t1: {", "\twall: {", "header"},
-    {"\t\t}\n\t\tComponent: \"RigidBody\"", "\t\t}}\n\t\tComponent: \"RigidBody\"", "closing-line"},
-    {"\t1: {", "\tName: x\n\t1: {", "outside-object"},
-    {"\t\t\trestitution: 0.2\n", "", "missing-or-shifted"},
-    {"\t\t\tghost: false\n", "\t\t\tghost: false\n\t\t\tghost: false\n", "missing-or-shifted"},
-    {"\t\t\t\t\tz_: 0\n\t\t\t\t}\n", "\t\t\t\t}\n", "missing-or-shifted"},
-    {"restitution: 0.2", "restitution: 0.20", "canonical-number"},
-    {"collision group: 0", "collision group: 00", "canonical-number"},
-    {"Core: true", "Core:true", "blanks"},
-    {"Core: true", "Core:  true", "blanks"},
-    {"Core: true", "Core: true\t ", "blanks"},
-    {"\t1: {", "\t1: { ", "blanks"},
-    {"\t\tCore: true", "\t  Core: true", "leading-blanks"},
-    {"\t\tCore: true", "\tCore: true", "indentation"},
-    {"Core: true\n", "Core: true\n \t \n", "empty-line"},
-    {"Core: true", "Core: true\r", "line-end"},
-    {"Name: chain1", "Name: chain\t1", "control-characters"},
-    {"\t2: {", "\t1: {", "repeated-id"},
+const Damage kLineDamages[] = {
+    {"{\n\t1", {"\xEF\xBB\xBF{ \n\t1"}, "first-line"},
+    {"{\n\t1", {"[\n\t1"}, "document"},
+    {"\n}\n", {"\n"}, "unexpected-end"},
+    {"\n}\n", {"\n}\n}\n"}, "document"},
+    {"\n}\n", {"\n}"}, "line-end"},
+    {"\t1: {", {"\twall: {"}, "header"},
+    {"\t\t}\n\t\tComponent: \"RigidBody\"", {"\t\t}}\n\t\tComponent: \"RigidBody\""}, "closing-line"},
+    {"\t1: {", {"\tName: x\n\t1: {"}, "outside-object"},
+    {"\t\t\trestitution: 0.2\n", {""}, "missing-or-shifted"},
+    {"\t\t\t\t\tz_: 0\n\t\t\t\t}\n", {"\t\t\t\t}\n"}, "missing-or-shifted"},
+    {"restitution: 0.2", {"restitution: 0.20"}, "canonical-number"},
+    {"collision group: 0", {"collision group: 00"}, "canonical-number"},
+    {"Core: true", {"Core:true", "Core:  true", "Core: true\t "}, "blanks"},
+    {"\t1: {", {"\t1: { "}, "blanks"},
+    {"\t\tCore: true", {"\t  Core: true"}, "leading-blanks"},
+    {"\t\tCore: true", {"\tCore: true"}, "indentation"},
+    {"Core: true\n", {"Core: true\n \t \n"}, "empty-line"},
+    {"Core: true", {"Core: true\r"}, "line-end"},
+    {"Name: chain1", {"Name: chain\t1"}, "control-characters"},
+    {"\t2: {", {"\t1: {"}, "repeated-id"},
 };
 
-constexpr Damage kValueDamages[] = {
-    {"restitution: 0.2", "restitution: much", "bad-value"},
-    {"x_: 0", "x_: 1e999", "bad-value"},
-    {"x_: 0", "x_: nan", "bad-value"},
-    {"collision group: 0", "collision group: 0.5", "bad-value"},
-    {"\t\t\ta: 1", "\t\t\ta: 255", "out-of-range"},
-    {"damping: 0.998499", "damping: 1.5", "out-of-range"},
-    {"damping: 0.998499", "damping: 0", "damping-0"},
-    {"start frame: 0", "start frame: 0.5", "outside-picture"},
-    {"mesh type: 0", "mesh type: 2", "mesh-type"},
-    {"mesh type: 0", "mesh type: 4", "mesh-type"},
-    {"mesh type: 0", "mesh type: 3", "not-16-9"},
-    {"shader name: default", "shader name: shiny", "unknown-shader"},
-    {"texture path: chainfront.png", "texture path: nothing.png", "missing-picture"},
-    {"texture path: chainfront.png", "texture path: ..", "missing-picture"},
-    {"texture path: chainfront.png", "texture path: NULLSTRING", "no-picture"},
-    {"texture path: chainfront.png", "texture path: ship.png", "not-preloaded"},
-    {"texture path: chainfront.png", "texture path: drawn.png", "bad-picture"},
-    {"Name: chain1", "Name: Nameless", "nameless"},
-    {"Name: chain1", "Name: ", "no-name"},
-    {"Name: chain1", "Name: Post3", "player-name"},
-    {"Name: chain1", "Name: ScoreText2", "reserved-name"},
-    {"Component: \"Sprite\"", "Component: \"Spirit\"", "unknown-component"},
-    {"inverseMass: 0", "inverseMass: -1", "negative-mass"},
-    {"rotationLocked_: true", "rotationLocked_: false", "immovable-unlocked"},
-    {"collision group: 0", "collision group: 15", "collision-group"},
-    {"num force generators: 0", "num force generators: -1", "too-many-generators"},
-    {"num force generators: 0", "num force generators: 1001", "too-many-generators"},
-    {"num force generators: 0", "num force generators: 1\n\t\t\tgenerator ID: 42", "unknown-generator"},
-    {"r_: 1", "r_: 1.1", "not-a-rotation"},
-    {"r_: 1\n\t\t\t\ti_: 0", "r_: 0\n\t\t\t\ti_: 1", "matrix"},
+const Damage kValueDamages[] = {
+    {"restitution: 0.2", {"restitution: much"}, "bad-value"},
+    {"x_: 0", {"x_: 1e999", "x_: nan"}, "bad-value"},
+    {"collision group: 0", {"collision group: 0.5"}, "bad-value"},
+    {"\t\t\ta: 1", {"\t\t\ta: 1.5"}, "out-of-range"},
+    {"damping: 0.998499", {"damping: 0"}, "damping-0"},
+    {"start frame: 0", {"start frame: 0.5"}, "outside-picture"},
+    {"mesh type: 0", {"mesh type: 2", "mesh type: 4"}, "mesh-type"},
+    {"mesh type: 0", {"mesh type: 3"}, "not-16-9"},
+    {"shader name: default", {"shader name: shiny"}, "unknown-shader"},
+    {"texture path: chainfront.png", {"texture path: nothing.png", "texture path: .."}, "missing-picture"},
+    {"texture path: chainfront.png", {"texture path: NULLSTRING"}, "no-picture"},
+    {"texture path: chainfront.png", {"texture path: ship.png"}, "not-preloaded"},
+    {"texture path: chainfront.png", {"texture path: drawn.png"}, "bad-picture"},
+    {"Name: chain1", {"Name: Nameless"}, "nameless"},
+    {"Name: chain1", {"Name: "}, "no-name"},
+    {"Name: chain1", {"Name: Post3"}, "player-name"},
+    {"Name: chain1", {"Name: ScoreText2"}, "reserved-name"},
+    {"Component: \"Sprite\"", {"Component: \"Spirit\""}, "unknown-component"},
+    {"inverseMass: 0", {"inverseMass: -1"}, "negative-mass"},
+    {"rotationLocked_: true", {"rotationLocked_: false"}, "immovable-unlocked"},
+    {"collision group: 0", {"collision group: 15"}, "collision-group"},
+    {"num force generators: 0", {"num force generators: -1", "num force generators: 1001"}, "too-many-generators"},
+    {"num force generators: 0", {"num force generators: 1\n\t\t\tgenerator ID: 42"}, "unknown-generator"},
+    {"r_: 1", {"r_: 1.1"}, "not-a-rotation"},
+    {"r_: 1\n\t\t\t\ti_: 0", {"r_: 0\n\t\t\t\ti_: 1"}, "matrix"},
 };
 
-constexpr Damage kMatchDamages[] = {
-    {"levelName_: piece", "levelName_: nowhere", "missing-piece"},
-    {"levelName_: piece", "levelName_: hollow", "missing-piece"},
-    {"levelName_: piece", "levelName_: level1", "piece-of-itself"},
-    {"duration_: 10", "duration_: 0", "no-time"},
-    {"duration_: 10", "duration_: nan", "bad-value"},
-    {"SentinelSegment: NoMoreSegments", "SentinelSegment: End", "bad-value"},
-    {"number of segments: 1", "number of segments: 1000000000", "wrong-count"},
-    {"Sections: 2", "Sections: 3", "wrong-count"},
-    {"Objective: HitObjects", "Objective: Regatta\n\t\t\t\tBoats: 3", "unknown-objective"},
-    {"Objective: HitObjects", "Objective: Crown", "missing-archetype"},
-    {"Runtime: 10", "Runtime: -10", "out-of-range"},
-    {"archtypename: fish2", "archtypename: kraken", "missing-archetype"},
-    {"archtypename: fish2", "archtypename: level1", "archetype-of-itself"},
-    {"archtypename: fish2", "archtypename: ring", "archetype-of-itself"},
-    {"archtypename: fish2", "archtypename: rock", "never-leaves"},
-    {"spawnrate: 1", "spawnrate: 0", "spawn-rate"},
-    {"YRange: 0", "YRange: -1", "out-of-range"},
-    {"PointsGiven: 5", "PointsGiven: 1000000000", "points-range"},
-    {"Hits To Break: 2", "Hits To Break: -1", "negative-hits"},
-    {"Hits To Break: 2\n\t\t\tIs Treasure Chest: false", "Hits To Break: 0\n\t\t\tIs Treasure Chest: true",
+const Damage kMatchDamages[] = {
+    {"levelName_: piece", {"levelName_: nowhere", "levelName_: hollow"}, "missing-piece"},
+    {"levelName_: piece", {"levelName_: level1"}, "piece-of-itself"},
+    {"duration_: 10", {"duration_: 0"}, "no-time"},
+    {"SentinelSegment: NoMoreSegments", {"SentinelSegment: End"}, "bad-value"},
+    {"number of segments: 1", {"number of segments: 1000000000"}, "wrong-count"},
+    {"Sections: 2", {"Sections: 3"}, "wrong-count"},
+    {"Objective: HitObjects", {"Objective: Regatta\n\t\t\t\tBoats: 3"}, "unknown-objective"},
+    {"Objective: HitObjects", {"Objective: Crown"}, "missing-archetype"},
+    {"Runtime: 10", {"Runtime: -10"}, "out-of-range"},
+    {"archtypename: fish2", {"archtypename: kraken"}, "missing-archetype"},
+    {"archtypename: fish2", {"archtypename: level1", "archtypename: ring"}, "archetype-of-itself"},
+    {"archtypename: fish2", {"archtypename: rock"}, "never-leaves"},
+    {"spawnrate: 1", {"spawnrate: 0"}, "spawn-rate"},
+    {"PointsGiven: 5", {"PointsGiven: 1000000000"}, "points-range"},
+    {"Hits To Break: 2", {"Hits To Break: -1"}, "negative-hits"},
+    {"Hits To Break: 2\n\t\t\tIs Treasure Chest: false",
+     {"Hits To Break: 0\n\t\t\tIs Treasure Chest: true"},
      "unbroken-chest"},
 };
 
-constexpr Damage kEmitterDamages[] = {
-    {"particleCount: 24", "particleCount: 2000000000", "particle-count"},
-    {"particleCount: 24", "particleCount: 0", "no-particles"},
-    {"textureName: Bubble.png", "textureName: ship.png", "not-preloaded"},
-    {"minLifespan: ", "minLifespan: 9", "reversed-range"},
-    {"\t\t\t\ty: -1\n", "", "missing-or-shifted"},
-    {"spawnIntervalMax: 0.4\n", "spawnIntervalMax: 0.4\n\t\t\t\tx: 0\n", "missing-or-shifted"},
+const Damage kEmitterDamages[] = {
+    {"particleCount: 24", {"particleCount: 2000000000"}, "particle-count"},
+    {"particleCount: 24", {"particleCount: 0"}, "no-particles"},
+    {"textureName: Bubble.png", {"textureName: ship.png"}, "not-preloaded"},
+    {"minLifespan: ", {"minLifespan: 9"}, "reversed-range"},
+    {"spawnIntervalMax: 0.4\n", {"spawnIntervalMax: 0.4\n\t\t\t\tx: 0\n"}, "missing-or-shifted"},
 };
 
-constexpr Damage kGeneratorDamages[] = {
-    {"\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n", "", "host"},
-    {"base of: 1\n\t\t\tgenerator ID: 43", "base of: 0", "loose-spring"},
-    {"generators: 1\n\t\t\tgenerator ID: 42", "generators: 0", "unread-generator"},
-    {"spring constant: 4", "spring constant: -4", "out-of-range"},
-    {"Name: 20.000000", "Name: 0.000000", "no-time"},
+const Damage kGeneratorDamages[] = {
+    {"\t\t\tComponent: \"patricidal\" {\n\t\t\t}\n", {""}, "host"},
+    {"base of: 1\n\t\t\tgenerator ID: 43", {"base of: 0"}, "loose-spring"},
+    {"generators: 1\n\t\t\tgenerator ID: 42", {"generators: 0"}, "unread-generator"},
+    {"Name: 20.000000", {"Name: 0.000000"}, "no-time"},
 };
 
-constexpr std::string_view kEpisode =
-    "\t\t\tComponent: \"SegmentManager\" {\n"
-    "\t\t\t\tnumber of segments: 1\n"
-    "\t\t\t\tlevelName_: piece\n"
-    "\t\t\t\tduration_: 10\n"
-    "\t\t\t\trotationAngle_: 0\n"
-    "\t\t\t\tdistance_: 0\n"
-    "\t\t\t\tSentinelSegment: NoMoreSegments\n"
-    "\t\t\t}\n"
-    "\t\t\tComponent: \"ObjectiveManager\" {\n"
-    "\t\t\t\tSections: 2\n"
-    "\t\t\t\tObjective: HitObjects\n"
-    "\t\t\t\tObjective: NULL\n"
-    "\t\t\t\tRuntime: 10\n"
-    "\t\t\t\tNo more objectives: Done\n"
-    "\t\t\t}\n"
-    "\t\t\tComponent: \"spawner\" {\n"
-    "\t\t\t\tarchtypename: fish2\n"
-    "\t\t\t\tTimeBeforeFirstSpawn: 0\n"
-    "\t\t\t\tspawnrate: 1\n"
-    "\t\t\t\tYRange: 0\n"
-    "\t\t\t\tComponent: \"Vec3\" {\n\t\t\t\t\tx_: 0\n\t\t\t\t\ty_: 0\n\t\t\t\t\tz_: 0\n\t\t\t\t}\n"
-    "\t\t\t}\n";
+const std::string kNoVector = "Component: \"Vec3\" {\nx_: 0\ny_: 0\nz_: 0\n}\n";
 
 // The first object of the text gets a box of scripts in front of its body.
 std::string WithScripts(std::string text, std::string_view scripts) {
@@ -211,15 +174,11 @@ std::string WithScripts(std::string text, std::string_view scripts) {
 }  // namespace
 
 void LintTest::DamageShipped() {
-  const auto damageAll = [&](const std::string& good, std::span<const Damage> damages) {
-    EXPECT_EQ(LintText(good), "");
-    for (const Damage& damage : damages) ExpectDamage("stage", good, damage);
-  };
-  damageAll(Shipped("core"), kLineDamages);
-  damageAll(Shipped("core"), kValueDamages);
-  damageAll(Shipped("bubblegens"), kEmitterDamages);
+  ExpectDamages("stage", Shipped("core"), kLineDamages);
+  ExpectDamages("stage", Shipped("core"), kValueDamages);
+  ExpectDamages("stage", Shipped("bubblegens"), kEmitterDamages);
   const std::string springs = Changed(Shipped("examples/springs"), "bollard.png", "whitebuoy.png");
-  damageAll(springs, kGeneratorDamages);
+  ExpectDamages("stage", springs, kGeneratorDamages);
   // One leads to others.
   Say(Changed(Shipped("core"), "Core: true", "Core"), "value-line");
   Say(Changed(Shipped("core"), "Core: true", "Core: yes"), "bad-value");
@@ -232,11 +191,17 @@ void LintTest::BreakEpisodes() {
   auto& prize = controller.Insert(std::make_unique<GivePoints>());
   prize.pointsGiven = 5;
   prize.hitsToBreak = 2;
-  world.WriteFile("level1", WithScripts(Document({&controller}), kEpisode));
-  RunTool(FixFiles, "level1", result);  // numbers the object from 1
+  using Episode = EpisodeScene;
+  const std::string spawner = "archtypename: fish2\nTimeBeforeFirstSpawn: 0\nspawnrate: 1\nYRange: 0\n" + kNoVector;
+  world.WriteFile("level1",
+                  WithScripts(Document({&controller}),
+                              Episode::ScriptText("SegmentManager", Episode::Segments({{"piece", 10.0f}})) +
+                                  Episode::ScriptText("ObjectiveManager",
+                                                      Episode::Objectives({"HitObjects", "NULL\nRuntime: 10"})) +
+                                  Episode::ScriptText("spawner", spawner)));
+  RunTool(FixFiles, "level1", result);  // indents, and numbers the object from 1
   const std::string good = world.ReadFile("level1");
-  EXPECT_EQ(Lint("level1"), "");
-  for (const Damage& damage : kMatchDamages) ExpectDamage("level1", good, damage);
+  ExpectDamages("level1", good, kMatchDamages);
 
   Say(Changed(good, "Name: segmentmanager", "Name: somebody"), "no-controller", "level1");
   Say(Changed(good, "archtypename: fish2", "archtypename:"), "empty-value");
@@ -300,79 +265,59 @@ void LintTest::BreakObjects() {
   const std::string end = "\t}\n}\n";
   Say(Changed(ball, bodyText, bodyText + bodyText), "repeated-component");
   Say(Changed(Changed(ball, bodyText, ""), end, bodyText + end), "component-order");
-  const std::string gravity =
-      "\t\t\tComponent: \"gravity\" {\n\t\t\t\tMy ID: 42\n\t\t\t\tComponent: \"Vec3\" {\n"
-      "\t\t\t\t\tx_: 0\n\t\t\t\t\ty_: 0\n\t\t\t\t\tz_: 0\n\t\t\t\t}\n\t\t\t}\n";
+  const std::string gravity = EpisodeScene::ScriptText("gravity", "My ID: 42\n" + kNoVector);
   Say(WithScripts(Changed(ball, "generators: 0", "generators: 1\n\t\t\tgenerator ID: 42"), gravity), "generator-place");
-  Say(WithScripts(ball, "\t\t\tComponent: \"Gravity\" {\n\t\t\t}\n"), "unknown-script");
+  Say(WithScripts(ball, EpisodeScene::ScriptText("Gravity", "")), "unknown-script");
 }
 
 // Scripts fail silently in the game when what they act on is missing or of the wrong kind.
 void LintTest::BreakScripts() {
-  const auto thing = [&](const std::vector<const char*>& scripts, bool ghost, const char* beside) {
+  const auto thing = [&](const std::vector<const char*>& scripts, bool ghost = false, const char* beside = "Sprite") {
     GameObject& object = world.AddSphere("thing", {}, {.ghost = ghost});
-    object.GetTransform().graphicsScale = {};
     object.AddComponent(beside);
-    for (const char* script : scripts) {
-      if (object.Get<ScriptBox>() == nullptr) object.Insert(std::make_unique<ScriptBox>());
-      object.Get<ScriptBox>()->AddScript(script);
-    }
+    auto& box = object.Insert(std::make_unique<ScriptBox>());
+    for (const char* script : scripts) box.AddScript(script);
     object.GetTransform().graphicsScale = {1, 1, 0};
     std::string text = Document({&object});
     return text.find("NULLSTRING") == std::string::npos ? text : Changed(text, "NULLSTRING", "crate1.png");
   };
-  const struct {
-    const char* script;
-    bool ghost;
-    const char* beside;
-    const char* rule;  // null: none
-  } cases[] = {
-      {"stunsonhit", false, "Sprite", nullptr},
-      {"stunsonhit", true, "Sprite", "not-solid"},
-      {"Clacky", true, "GivePoints", "not-solid"},
-      {"vortex", true, "Sprite", "swallows"},
-      {"barnaclelogic", false, "Sprite", nullptr},
-      {"barnaclelogic", false, "GivePoints", "barnacle-prize"},
-      {"broadside", false, "Sprite", nullptr},
-      {"sandlogic", false, "Sprite", "missing-archetype"},
-      {"color-changer", false, "GivePoints", "needs-sprite"},
-      {"rainbowfish", false, "Sprite", "needs-fishanimator"},
-      {"patricidal", false, "Sprite", "host"},
-      {"wsl", false, "Sprite", "made-by-code"},
-  };
-  for (const auto& one : cases) {
-    const std::string report = LintText(thing({one.script}, one.ghost, one.beside));
-    EXPECT_EQ(Count(report, "\n"), one.rule == nullptr ? 0 : 1) << one.script << "\n" << report;
-    if (one.rule != nullptr) ExpectRule(report, one.rule);
-  }
+  for (const char* solid : {"stunsonhit", "barnaclelogic", "broadside"}) EXPECT_EQ(LintText(thing({solid})), "");
+  SayAlone(thing({"stunsonhit"}, true), "not-solid");
+  SayAlone(thing({"Clacky"}, true, "GivePoints"), "not-solid");
+  SayAlone(thing({"vortex"}, true), "swallows");
+  SayAlone(thing({"barnaclelogic"}, false, "GivePoints"), "barnacle-prize");
+  SayAlone(thing({"sandlogic"}), "missing-archetype");
+  SayAlone(thing({"color-changer"}, false, "GivePoints"), "needs-sprite");
+  SayAlone(thing({"rainbowfish"}), "needs-fishanimator");
+  SayAlone(thing({"patricidal"}), "host");
+  SayAlone(thing({"wsl"}), "made-by-code");
   GameObject& bare = world.Add("bare");
   bare.Insert(std::make_unique<ScriptBox>()).AddScript("VelocityCap");
   Say(Document({&bare}), "needs-body");
-  Say(Changed(thing({"broadside"}, false, "Sprite"), "fireInterval: 3", "fireInterval: 0"), "fire-interval");
-  Say(thing({"vortex"}, false, "Sprite"), "not-a-ghost");
-  Say(Changed(thing({"fishanimator", "rainbowfish"}, false, "Sprite"), "startingframe: 0", "startingframe: 9"),
-      "needs-fishanimator");
-  Say(thing({"ShadowGrowth"}, false, "Sprite"), "shadow-scale");
+  Say(Changed(thing({"broadside"}), "fireInterval: 3", "fireInterval: 0"), "fire-interval");
+  Say(thing({"vortex"}), "not-a-ghost");
+  Say(Changed(thing({"fishanimator", "rainbowfish"}), "startingframe: 0", "startingframe: 9"), "needs-fishanimator");
+  Say(thing({"ShadowGrowth"}), "shadow-scale");
 }
 
 void LintTest::PassLimits() {
-  const std::string thing = Document({&world.Add("x")});
-  const auto open = thing.find(": {");
-  const std::string block = thing.substr(open, thing.size() - open - 2);
-  std::string objects = "{\n";
-  for (std::size_t i = 0; i <= ObjectManager::kMaxObjects; ++i)
-    (objects += "\t").append(std::to_string(i + 1)).append(block);
-  Say(objects + "}\n", "too-many-objects");
-  const auto repeated = [](std::string_view text, int count) {
+  const auto repeated = [](std::string_view text, std::size_t count) {
     std::string all;
-    for (int i = 0; i < count; ++i) all += text;
+    for (std::size_t i = 0; i < count; ++i) all += text;
     return all;
   };
-  const std::string ball = Document({&world.AddSphere("ball", {})});
-  Say(WithScripts(ball, repeated("\t\t\tComponent: \"Clacky\" {\n\t\t\t}\n", 20001)), "too-many-scripts");
-  Say(WithScripts(ball, repeated("\t\t\tComponent: \"particleemitter\" {\n\t\t\t\ttextureName: Bubble.png\n"
-                                 "\t\t\t\tparticleCount: 65536\n\t\t\t}\n",
-                                 17)),
+  const std::string thing = Document({&world.Add("x")});
+  const auto open = thing.find(": {");
+  std::string objects = "{\n";
+  for (std::size_t i = 0; i <= ObjectManager::kMaxObjects; ++i)
+    objects.append("\t").append(std::to_string(i + 1)).append(thing, open, thing.size() - open - 2);
+  Say(objects + "}\n", "too-many-objects");
+  const auto ballWith = [&](std::string_view name, std::string_view values, std::size_t count) {
+    const std::string script = EpisodeScene::ScriptText(name, values);
+    return WithScripts(Document({&world.AddSphere("ball", {})}), repeated(script, count));
+  };
+  Say(ballWith("Clacky", "", 20001), "too-many-scripts");
+  Say(ballWith("particleemitter", "\t\t\t\ttextureName: Bubble.png\n\t\t\t\tparticleCount: 65536\n", 17),
       "too-many-particles");
   const std::string report = LintText("{\n1: {\nName: a\nCore: false\n" + repeated("a\n", 3 * LintReport::kMaxLines));
   EXPECT_EQ(Count(report, "\n"), LintReport::kMaxLines + 1);
