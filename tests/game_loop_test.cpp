@@ -9,18 +9,12 @@
 #include <string>
 #include <utility>
 
-#include "core/object_manager.h"
-#include "core/run_log.h"
 #include "core/script_box.h"
-#include "core/scripted_platform.h"
 #include "core/system.h"
-#include "frame.h"
-#include "game_events.h"
 #include "input/gamepad.h"
-#include "match/players.h"
 #include "screens/start_up.h"
+#include "scripted_scene.h"
 #include "startup.h"
-#include "test_world.h"
 
 namespace {
 
@@ -58,47 +52,28 @@ class VirtualPad {
   SDL_JoystickID id_ = -1;
 };
 
-// The program's own platform, without a display, in the folder of what ships.
-class RealPlatform {
+// The program's own platform, without a display, in the folder of what ships; keeps the run's screens and menus.
+class SystemTest : public ScriptedScene, public ::testing::Test {
  public:
-  RealPlatform() {
+  using ScriptedScene::Run;
+
+  SystemTest() {
     ::setenv("SDL_VIDEODRIVER", "dummy", 1);
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
     std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
     SetPlatform(system);
     system.Init([]() -> const char* { return nullptr; });
-    SetDemoMode(false);
   }
-  RealPlatform(const RealPlatform&) = delete;
-  RealPlatform& operator=(const RealPlatform&) = delete;
-  ~RealPlatform() {
+  ~SystemTest() override {
     system.Shutdown();
-    static ScriptedPlatform nothing;
-    SetPlatform(nothing);
+    SetPlatform(platform);
   }
-  void Run(int frames) {
-    for (int i = 0; i < frames; ++i) frame_.Run();
-  }
-
-  TestWorld world;
-  System system;
-
- private:
-  GameEvents events_;
-  Frame frame_{events_};
-};
-
-// The screens and menus of a run.
-class Words final : public RunLogListener {
- public:
-  Words() { SetRunLogListener(this); }
-  Words(const Words&) = delete;
-  Words& operator=(const Words&) = delete;
-  ~Words() override { SetRunLogListener(nullptr); }
   void OnEvent(std::string_view event) override {
-    if (event.starts_with("screen ") || event.starts_with("menu ")) text += std::string(event) + ";";
+    if (event.starts_with("screen ") || event.starts_with("menu ")) words += std::string(event) + ";";
   }
-  std::string text;
+
+  System system;
+  std::string words;
 };
 
 constexpr auto kA = SDL_CONTROLLER_BUTTON_A;
@@ -112,12 +87,11 @@ constexpr std::int16_t kLetGo = -32768;
 }  // namespace
 
 // A pad that is closed in between reports its button anew; many report nothing until it changes.
-TEST(System, PadsThatAreOpenedAgainAreNotClosedInBetween) {
-  RealPlatform real;
+TEST_F(SystemTest, PadsThatAreOpenedAgainAreNotClosedInBetween) {
   auto first = std::make_unique<VirtualPad>();
   VirtualPad second;
   const auto openAll = [&] {
-    for (int slot = 0; slot < kGamepadSlots; ++slot) real.system.OpenGamepad(slot);
+    for (int slot = 0; slot < kGamepadSlots; ++slot) system.OpenGamepad(slot);
   };
   openAll();
   second.SetButton(kA, true);
@@ -125,18 +99,16 @@ TEST(System, PadsThatAreOpenedAgainAreNotClosedInBetween) {
   second.LetGo();
   SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
   openAll();
-  EXPECT_TRUE(real.system.GetGamepadButton(1, Gamepad::kButtonA));
+  EXPECT_TRUE(system.GetGamepadButton(1, Gamepad::kButtonA));
   first.reset();
   openAll();
-  EXPECT_TRUE(real.system.GetGamepadButton(0, Gamepad::kButtonA)) << "it has moved up";
-  EXPECT_FALSE(real.system.IsGamepadConnected(1));
+  EXPECT_TRUE(system.GetGamepadButton(0, Gamepad::kButtonA)) << "it has moved up";
+  EXPECT_FALSE(system.IsGamepadConnected(1));
   EXPECT_EQ(SDL_HasEvent(SDL_JOYBUTTONDOWN), SDL_FALSE);
 }
 
 // Every pad takes a turn: the first goes past the screens and flies its player, the others go through the menus.
-TEST(System, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
-  RealPlatform real;
-  Words words;
+TEST_F(SystemTest, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
   std::array<VirtualPad, kGamepadSlots> pads;
   BindKeys();
   CreateLogoScreen();
@@ -144,12 +116,12 @@ TEST(System, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
     for (const SDL_GameControllerButton button : buttons)
       for (const bool down : {true, false}) {
         pads[pad].SetButton(button, down);
-        real.Run(2);
+        Run(2);
       }
   };
-  const auto expect = [&](const std::string& expected) { EXPECT_EQ(std::exchange(words.text, ""), expected); };
+  const auto expect = [&](const std::string& expected) { EXPECT_EQ(std::exchange(words, ""), expected); };
   for (const auto axis : {SDL_CONTROLLER_AXIS_TRIGGERLEFT, kTrigger}) pads[0].SetAxis(axis, kLetGo);
-  real.Run(177);
+  Run(177);
   press(0, {kStart});
   expect("screen logo;screen notice;screen title;");
   press(3, {kA});
@@ -157,11 +129,11 @@ TEST(System, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
   for (const bool pulled : {false, true}) {
     pads[0].SetAxis(kTrigger, pulled ? kPulled : kLetGo);
     pads[0].SetAxis(SDL_CONTROLLER_AXIS_LEFTX, -kPulled);
-    real.Run(10);
+    Run(10);
     EXPECT_EQ(Input::GetGamepad(0).IsTriggerHeld(), pulled);
   }
   pads[0].SetAxis(kTrigger, kLetGo);
-  real.Run(3);
+  Run(3);
   pads[0].SetAxis(SDL_CONTROLLER_AXIS_LEFTX, 0);
   EXPECT_LT(BodyOf(*Objects().FindObjectByName("Player1")).velocity.x, -1.0f);
   press(1, {kStart});
@@ -174,8 +146,8 @@ TEST(System, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
   press(0, {kStart, kStart});
   expect("menu open picture;menu close picture;menu close pause;");
   Objects().FindObjectByName("segmentmanager")->alive = false;
-  real.world.Add("podium").Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
-  real.Run(600);
+  world.Add("podium").Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
+  Run(600);
   expect("screen finish;screen podium;");
   press(0, {kA});
   press(2, {kStart});
@@ -184,7 +156,7 @@ TEST(System, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
   press(3, {kStart, kUp});
   press(1, {kA, kUp, kA});
   expect("menu open pause;menu open confirm;");
-  EXPECT_FALSE(real.system.running);
+  EXPECT_FALSE(system.running);
 }
 
 TEST(System, SleepsAwayWhatIsLeftOfAFrame) {

@@ -22,9 +22,10 @@ std::vector<const Sprite*> Wedges() {
 }
 
 int CountGrey() {
-  int grey = 0;
-  for (const Sprite* wedge : Wedges()) grey += wedge->r == kGrey && wedge->g == kGrey && wedge->b == kGrey ? 1 : 0;
-  return grey;
+  const auto wedges = Wedges();
+  return static_cast<int>(std::count_if(wedges.begin(), wedges.end(), [](const Sprite* wedge) {
+    return Vec3{wedge->r, wedge->g, wedge->b} == Vec3{kGrey, kGrey, kGrey};
+  }));
 }
 
 int Frames(float seconds) { return static_cast<int>(seconds / 0.0085f); }
