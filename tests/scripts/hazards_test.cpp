@@ -45,23 +45,19 @@ class HazardTest : public ScriptTest {
 TEST_F(HazardTest, AShipFiresThreeGunsAVolleyFromEitherSideInTurn) {
   BroadSide::ResetSide();
   Carry<BroadSide>();
-  std::vector<int> starts;
-  std::vector<Vec3> places;
-  while (frame < 2500 && places.size() < 12) {
+  std::vector<std::pair<int, Vec3>> shots;
+  while (frame < 2500 && shots.size() < 12) {
     Run(1);
-    for (GameObject* ball : NewOnes("cannonball")) {
-      if (places.size() % 3 == 0) starts.push_back(frame);
-      places.push_back(PositionOf(*ball));
-    }
+    for (GameObject* ball : NewOnes("cannonball")) shots.emplace_back(frame, PositionOf(*ball));
   }
-  ASSERT_EQ(places.size(), 12u);
-  for (std::size_t i = 0; i < places.size(); ++i) {
+  ASSERT_EQ(shots.size(), 12u);
+  for (std::size_t i = 0; i < shots.size(); ++i) {
     const float side = i / 3 % 2 == 0 ? -1.0f : 1.0f;
     const float slot[] = {0.0f, 3.0f, -3.0f};
-    EXPECT_LT(Length(places[i] - Vec3{side * 1.5425f, side * slot[i % 3], 0.0f}), 1e-3f) << i;
+    EXPECT_LT(Length(shots[i].second - Vec3{side * 1.5425f, side * slot[i % 3], 0.0f}), 1e-3f) << i;
   }
-  for (std::size_t i = 1; i < starts.size(); ++i) EXPECT_GE(starts[i] - starts[i - 1], 353);
-  EXPECT_LE(starts[0], 2) << "a new ship has been ready for three seconds";
+  for (std::size_t i = 3; i < shots.size(); i += 3) EXPECT_GE(shots[i].first - shots[i - 3].first, 353) << i;
+  EXPECT_LE(shots[0].first, 2) << "a new ship has been ready for three seconds";
 }
 
 // What a new game has marked dead is updated once more, beside what the new game made.

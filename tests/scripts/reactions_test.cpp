@@ -46,19 +46,6 @@ TEST_F(ReactionTest, AStunTakesControlForASecondAndSpinsTheOtherWayEachTime) {
   EXPECT_TRUE(dizzy.IsStunned());
 }
 
-TEST_F(ReactionTest, StarsFollowThePlayerAndDieWithIt) {
-  dizzy.Stun();
-  GameObject* stars = Find("stars");
-  ASSERT_NE(stars, nullptr);
-  PositionOf(player) = {-4.0f, 2.0f, 0.0f};
-  stars->Update(kStep);
-  EXPECT_EQ(PositionOf(*stars), (Vec3{-4.0f, 2.0f, 0.0f}));
-  player.alive = false;
-  Objects().RemoveDeadObjects();
-  stars->Update(kStep);
-  EXPECT_FALSE(stars->alive);
-}
-
 // Neither a player without a Dizzy nor one without an archetype of stars may be a crash.
 TEST_F(ReactionTest, AHazardStunsPlayersOnlyByTouchOrOverlapWhileItLives) {
   std::filesystem::remove("stunstars");
@@ -76,16 +63,22 @@ TEST_F(ReactionTest, AHazardStunsPlayersOnlyByTouchOrOverlapWhileItLives) {
   Hit(holder, world.AddSphere("Player3", {}));
 }
 
-TEST_F(ReactionTest, APartPassesHitsOnToTheBossItFollows) {
-  GameObject& boss = world.Add("whale", {1.0f, 0.0f, 0.0f});
-  const auto& health = Attach<BossStandIn>(boss);
+TEST_F(ReactionTest, WhatFollowsPassesHitsOnToABossAndDiesWithItsLeader) {
+  const auto& health = Attach<BossStandIn>(player);
   GameObject& part = world.AddSphere("part", {});
-  Attach<Follow>(part, boss.id, Vec3{0.0f, 2.0f, 0.0f});
-  part.Update(kStep);
-  EXPECT_EQ(PositionOf(part), (Vec3{1.0f, 2.0f, 0.0f}));
-  Hit(part, player);
+  Attach<Follow>(part, player.id, Vec3{0.0f, 2.0f, 0.0f});
+  dizzy.Stun();
+  GameObject& stars = *Find("stars");
+  for (GameObject* follower : {&part, &stars}) follower->Update(kStep);
+  EXPECT_EQ(PositionOf(part), (Vec3{3.0f, 3.0f, 0.0f}));
+  EXPECT_EQ(PositionOf(stars), PositionOf(player));
+  Hit(part, holder);
   EXPECT_EQ(health.hits, 1);
   part.alive = false;
-  Hit(part, player);
+  Hit(part, holder);
   EXPECT_EQ(health.hits, 1) << "a dead part";
+  player.alive = false;
+  Objects().RemoveDeadObjects();
+  stars.Update(kStep);
+  EXPECT_FALSE(stars.alive);
 }

@@ -2,7 +2,6 @@
 #include <cmath>
 
 #include "script_test.h"
-#include "scripts/death_timer.h"
 #include "scripts/spawner.h"
 #include "scripts/spawns_objects.h"
 
@@ -69,17 +68,6 @@ TEST_F(SpawnTest, AMissingArchetypeWaitsForTheNextTurn) {
   spawner.spawnRate = 0.0f;
   Run(100);
   EXPECT_GE(Fish().size(), 40u) << "no rate: one a frame";
-}
-
-TEST_F(ScriptTest, ADeathTimerEndsItsOwnerInItsTime) {
-  EXPECT_EQ(Attach<DeathTimer>(world.Add("three seconds")).endTime, 3.0f);
-  Attach<DeathTimer>(world.Add("one second"), 1.0f);
-  Run(117);
-  EXPECT_EQ(CountObjects("one second"), 1);
-  Run(1);
-  EXPECT_EQ(Find("one second"), nullptr);
-  Run(237);
-  EXPECT_EQ(Find("three seconds"), nullptr);
 }
 
 // The bench throws for ever, and what it throws is gone after three seconds.
