@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr float kGrey = 100.0f / 255.0f;
-
 std::vector<const Sprite*> Wedges() {
   std::vector<const Sprite*> wedges;
   for (const auto& object : Objects().GetObjects()) {
@@ -21,11 +19,14 @@ std::vector<const Sprite*> Wedges() {
   return wedges;
 }
 
-int CountGrey() {
-  const auto wedges = Wedges();
-  return static_cast<int>(std::count_if(wedges.begin(), wedges.end(), [](const Sprite* wedge) {
-    return Vec3{wedge->r, wedge->g, wedge->b} == Vec3{kGrey, kGrey, kGrey};
-  }));
+// A letter for each wedge: r(ed), w(hite) or g(rey), the last one to end first.
+std::string Pie() {
+  std::string pie;
+  for (const Sprite* wedge : Wedges()) {
+    const Vec3 colour = {wedge->r, wedge->g, wedge->b};
+    pie += colour == Vec3{1.0f, 1.0f, 1.0f} ? 'w' : colour == Vec3{1.0f, 0.0f, 0.0f} ? 'r' : 'g';
+  }
+  return pie;
 }
 
 int Frames(float seconds) { return static_cast<int>(seconds / 0.0085f); }
@@ -36,33 +37,28 @@ int Frames(float seconds) { return static_cast<int>(seconds / 0.0085f); }
 TEST_F(EpisodeTest, APieOfNineEndsTheMatch) {
   Start(Segments({{"nothing", 60.0f}, {"nothing", 30.0f}}), Objectives({}));
   Run(1);
-  const auto wedges = Wedges();
-  ASSERT_EQ(wedges.size(), 9u);
-  EXPECT_EQ(wedges[0]->g, 0.0f);
-  EXPECT_EQ(wedges[8]->g, 1.0f);
-  const Transform& last = wedges[0]->owner->GetTransform();
-  EXPECT_EQ(last.position, (Vec3{0.0f, 10.0f, 0.0f}));
-  EXPECT_NEAR(last.orientation.k, std::sin(-0.34906587f / 2.0f), 1e-6f);
-  EXPECT_TRUE(wedges[0]->owner->core);
+  ASSERT_EQ(Pie(), "rwwwwwwww");
+  const Sprite& last = *Wedges()[0];
+  EXPECT_TRUE(last.owner->core);
+  EXPECT_EQ(PositionOf(*last.owner), (Vec3{0.0f, 10.0f, 0.0f}));
+  EXPECT_NEAR(last.owner->GetTransform().orientation.k, std::sin(-0.34906587f / 2.0f), 1e-6f);
 
-  Run(Frames(4.9f));
-  EXPECT_EQ(CountGrey(), 0);
-  Run(Frames(0.8f));
-  EXPECT_EQ(wedges[8]->r, kGrey) << "blinks in its last five seconds";
-  Run(Frames(0.5f));
-  EXPECT_EQ(wedges[8]->r, 1.0f);
-  Run(Frames(30.0f) - frame + 2);
-  EXPECT_EQ(CountGrey(), 3);
-  EXPECT_EQ(wedges[6]->r, kGrey);
-
-  const int end = Frames(90.0f) + 3;
-  Run(end + 20 - frame);
+  const auto pieAfter = [&](float seconds) {
+    Run(Frames(seconds) - frame + 2);
+    return Pie();
+  };
+  EXPECT_EQ(pieAfter(4.9f), "rwwwwwwww");
+  EXPECT_EQ(pieAfter(5.7f), "rwwwwwwwg") << "blinks in its last five seconds";
+  EXPECT_EQ(pieAfter(6.2f), "rwwwwwwww");
+  EXPECT_EQ(pieAfter(30.0f), "rwwwwwggg");
+  EXPECT_EQ(pieAfter(90.2f), "ggggggggg") << "the pie stays, and the red one ends grey";
+  EXPECT_EQ(last.r, 100.0f / 255.0f);
   EXPECT_EQ(Find("segmentmanager"), nullptr);
-  ASSERT_EQ(FramesOf("screen finish").size(), 1u);
-  EXPECT_NEAR(FramesOf("screen finish")[0], end, 3);
-  EXPECT_EQ(CountGrey(), 9) << "the pie stays, and the red one ends grey";
-  ASSERT_EQ(FramesOf("music 2").size(), 1u);
-  EXPECT_NEAR(FramesOf("screen finish")[0] - FramesOf("music 2")[0], Frames(15.0f), 3);
+  const auto end = FramesOf("screen finish");
+  const auto fastMusic = FramesOf("music 2");
+  ASSERT_TRUE(end.size() == 1 && fastMusic.size() == 1);
+  EXPECT_NEAR(end[0], Frames(90.0f) + 3, 3);
+  EXPECT_NEAR(end[0] - fastMusic[0], Frames(15.0f), 3);
 }
 
 // No episode, or one that lasts no time, gives no pie and no end but the developer's; the clock starts when one is
