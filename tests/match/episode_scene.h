@@ -67,9 +67,6 @@ class EpisodeScene : public ScriptedScene {
                                                          ScriptText("ObjectiveManager", objectives))));
     NewGame();
   }
-  void PressKeys(std::initializer_list<int> keys) {
-    for (const int key : keys) SetKey(key, true);
-  }
   void OnEvent(std::string_view text) override { log.emplace_back(frame, text); }
   /// The frames in which this happened.
   std::vector<int> FramesOf(std::string_view event) const {
@@ -79,11 +76,13 @@ class EpisodeScene : public ScriptedScene {
     return frames;
   }
   static GameObject* Find(std::string_view name) { return Objects().FindObjectByName(name); }
-  static int CountObjects(std::string_view name) {
-    int count = 0;
-    for (const auto& object : Objects().GetObjects()) count += object->alive && object->name == name ? 1 : 0;
-    return count;
+  static std::vector<GameObject*> FindAll(std::string_view name) {
+    std::vector<GameObject*> found;
+    for (const auto& object : Objects().GetObjects())
+      if (object->alive && object->name == name) found.push_back(object.get());
+    return found;
   }
+  static int CountObjects(std::string_view name) { return static_cast<int>(FindAll(name).size()); }
 
   std::vector<std::pair<int, std::string>> log;
 };

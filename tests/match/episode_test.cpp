@@ -74,7 +74,7 @@ TEST_F(EpisodeTest, TheClockWaitsForAnEpisodeAndTheDeveloperEndsIt) {
   Objects().LoadLevel("late");
   Run(1);
   EXPECT_EQ(Wedges().size(), 9u);
-  PressKeys({SDLK_RALT, SDLK_RSHIFT, SDLK_e});
+  for (const int key : {SDLK_RALT, SDLK_RSHIFT, SDLK_e}) SetKey(key, true);
   Run(3);
   EXPECT_EQ(FramesOf("screen finish"), std::vector<int>{52});
   EXPECT_EQ(Find("segmentmanager"), nullptr);

@@ -1,4 +1,4 @@
-#include <utility>
+#include <functional>
 
 #include "core/random.h"
 #include "episode_scene.h"
@@ -22,16 +22,12 @@ class RuleTest : public PlayersTest {
     rule->Begin();
   }
   // Frames of the rule alone; in each, `perFrame` may tell of overlaps and contacts.
-  template <class Action>
-  void RunRule(int frames, Action perFrame) {
+  void RunRule(int frames, const std::function<void()>& perFrame = nullptr) {
     for (int i = 0; i < frames; ++i) {
       rule->Update(kStep);
       Time().elapsedTime += kStep;
-      perFrame();
+      if (perFrame) perFrame();
     }
-  }
-  void RunRule(int frames) {
-    RunRule(frames, [] {});
   }
   void Overlap(int player, GameObject& thing) { rule->OnCollision({&Player(player), &thing}); }
   // Both sides of a contact tell of it, the first one first.

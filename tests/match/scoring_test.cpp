@@ -1,7 +1,5 @@
 #include "match/scoring.h"
 
-#include <cmath>
-
 #include "episode_scene.h"
 #include "graphics/sprite_text.h"
 #include "match/give_points.h"
@@ -41,10 +39,8 @@ TEST_F(ScoringTest, AnAwardFliesToTheDisplayInBubblesOfOneAndTwo) {
   const auto bubbles = static_cast<std::size_t>(CountObjects("APoint"));
   EXPECT_GE(bubbles, 13u);
   EXPECT_LT(bubbles, 25u) << "no two in 24 draws";
-  for (const auto& object : Objects().GetObjects()) {
-    const float distance = Length(PositionOf(*object) - PositionOf(Player(1)));
-    EXPECT_TRUE(object->name != "APoint" || std::abs(distance - 1.0f) < 1e-5f) << distance;
-  }
+  for (GameObject* bubble : FindAll("APoint"))
+    EXPECT_NEAR(Length(PositionOf(*bubble) - PositionOf(Player(1))), 1.0f, 1e-5f);
   Run(kBubbleLife);
   EXPECT_EQ(CountObjects("APoint"), 0);
   EXPECT_EQ(PointsOf(1), 25);

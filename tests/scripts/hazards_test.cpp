@@ -18,9 +18,8 @@ class HazardTest : public ScriptTest {
  public:
   // Objects of that name which were not there at the last call.
   std::vector<GameObject*> NewOnes(std::string_view name) {
-    std::vector<GameObject*> found;
-    for (const auto& object : Objects().GetObjects())
-      if (object->name == name && known_.insert(object->id).second) found.push_back(object.get());
+    std::vector<GameObject*> found = FindAll(name);
+    std::erase_if(found, [&](const GameObject* object) { return !known_.insert(object->id).second; });
     return found;
   }
   bool FiresIn(int frames) {

@@ -19,12 +19,7 @@ class SpawnTest : public ScriptTest {
     spawner.spawnVelocity = {-1.5f, 0.0f, 0.0f};
     spawner.spawnRate = 1.0f;
   }
-  static std::vector<GameObject*> Fish() {
-    std::vector<GameObject*> fish;
-    for (const auto& object : Objects().GetObjects())
-      if (object->alive && object->name == "fish") fish.push_back(object.get());
-    return fish;
-  }
+  static std::vector<GameObject*> Fish() { return FindAll("fish"); }
 
   SpawnsObjects& spawner = Carry<SpawnsObjects>();
 };
