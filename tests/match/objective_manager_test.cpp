@@ -117,8 +117,8 @@ TEST_F(ObjectiveManagerTest, ReadsWhatItCannotUnderstand) {
     const char* message;
     int sections;
   } cases[] = {
-      {"2\nObjective: Regatta\nBoats: 3\nWind: 0.5\nObjective: HitObjects\n",
-       "line 16: no objective is called \"Regatta\"", 2},
+      {"3\nObjective: Regatta\nBoats: 3\nWind: 0.5\nObjective: HitObjects\nObjective: lotbb\n",
+       "line 16: no objective is called \"Regatta\"", 3},
       {"1000000000\nObjective: HitObjects\n", "says 1000000000 objectives, 1 follow", 1},
       {"-1\nObjective: HitObjects\n", "says -1 objectives, 1 follow", 1},
       {"1\nObjective: lotbb\nObjective: HitObjects\n", "says 1 objectives, 2 follow", 2},

@@ -116,9 +116,17 @@ TEST_F(PlayerTest, WhoFliesDependsOnThePads) {
   EXPECT_TRUE(log.empty());
 }
 
+// The dead players are updated once more beside the new ones, and must not act.
 TEST_F(PlayerTest, ANewGameBuildsTheSceneAnewAndForgetsTheOld) {
+  const auto countLaunches = [&] {
+    return std::count_if(log.begin(), log.end(), [](auto& line) { return line.starts_with("launch Player1"); });
+  };
+  Run(3);
   NewGame();
+  SetKey('d', true);
   Run(1);
+  EXPECT_EQ(countLaunches(), 1);
+  log.clear();
   const std::size_t objects = Objects().GetObjects().size();
   Run(9);
   const std::uint32_t oldId = Find("Player1").id;
@@ -128,7 +136,7 @@ TEST_F(PlayerTest, ANewGameBuildsTheSceneAnewAndForgetsTheOld) {
   EXPECT_NE(Find("Player1").id, oldId);
   EXPECT_EQ(GetPlayerObject(0), &Find("Player1"));
   Run(2);
-  EXPECT_EQ(std::count_if(log.begin(), log.end(), [](auto& line) { return line.starts_with("launch Player1"); }), 1);
+  EXPECT_EQ(countLaunches(), 1);
   SetDemoMode(false);
 }
 
