@@ -1,4 +1,6 @@
 // The clock of a match and the pieces that follow one another in it.
+#include <cmath>
+
 #include "core/pause.h"
 #include "episode_scene.h"
 #include "match/game_timer.h"

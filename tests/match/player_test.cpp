@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "core/event.h"
 #include "core/pause.h"
 #include "core/script_box.h"
