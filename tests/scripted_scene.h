@@ -1,6 +1,7 @@
 // A scene of which a test presses the keys and pads, frame by frame; what the run's log says comes to OnEvent.
 #pragma once
 
+#include <initializer_list>
 #include <string_view>
 
 #include "core/object_manager.h"
@@ -9,7 +10,23 @@
 #include "frame.h"
 #include "game_events.h"
 #include "match/players.h"
+#include "physics/contact.h"
 #include "test_world.h"
+
+/// What the first of two bodies is told when they touch; the other one is told the same with the sides swapped.
+inline GalePhysics::Contact ContactOf(GameObject& first, GameObject& second) {
+  GalePhysics::Contact contact;
+  contact.first = &BodyOf(first);
+  contact.second = &BodyOf(second);
+  contact.firstOwner = &first;
+  contact.secondOwner = &second;
+  return contact;
+}
+/// Tells `struck` of somebody who runs into it, at a speed in units per second.
+inline void Hit(GameObject& struck, GameObject& other, float speed = 0.0f) {
+  BodyOf(other).velocity = {speed, 0.0f, 0.0f};
+  struck.OnContact(ContactOf(struck, other));
+}
 
 class ScriptedScene : public RunLogListener {
  public:

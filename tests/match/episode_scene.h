@@ -1,18 +1,27 @@
 // A match on a stage of the test's own: the controller with its segments and rules, and whatever files the test wrote.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "core/game_time.h"
+#include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
+#include "graphics/sprite.h"
 #include "match/new_game.h"
+#include "match/scoring.h"
 #include "scripted_scene.h"
 
 class EpisodeScene : public ScriptedScene {
  public:
+  static inline const std::string kSegmentsEnd = "SentinelSegment: NoMoreSegments\n";
+
   /// Nobody moves by himself, so the random stream belongs to the test.
   EpisodeScene() { ConnectAllPads(); }
 
@@ -20,12 +29,12 @@ class EpisodeScene : public ScriptedScene {
   static std::string File(std::string_view name, std::string_view components) {
     return "{\n\t1: {\n\t\tName: " + std::string(name) + "\n\t\tCore: false\n" + std::string(components) + "\t}\n}\n";
   }
-  static std::string TransformAt(float x, float y) {
-    Transform transform;
-    transform.position = {x, y, 0.0f};
+  /// What a component or a rule writes.
+  template <class T>
+  static std::string TextOf(T& written) {
     Serializer writer;
     writer.OpenInMemory(6);
-    transform.Serialize(writer);
+    written.Serialize(writer);
     return writer.TakeText();
   }
   static std::string Box(std::string_view scripts) {
@@ -41,7 +50,7 @@ class EpisodeScene : public ScriptedScene {
     for (const auto& [piece, seconds] : segments)
       text +=
           "levelName_: " + piece + "\nduration_: " + std::to_string(seconds) + "\nrotationAngle_: 0\ndistance_: 0\n";
-    return text + "SentinelSegment: NoMoreSegments\n";
+    return text + kSegmentsEnd;
   }
   static std::string Objectives(const std::vector<std::string>& types) {
     std::string text = "Sections: " + std::to_string(types.size()) + "\n";
@@ -49,14 +58,14 @@ class EpisodeScene : public ScriptedScene {
     return text + "No more objectives: Done\n";
   }
 
+  static void CopyShipped(std::initializer_list<const char*> names) {
+    for (const char* name : names) std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
+  }
   /// Starts a match with a controller of these values.
   void Start(const std::string& segments, const std::string& objectives) {
     world.WriteFile("level1", File("segmentmanager", Box(ScriptText("SegmentManager", segments) +
                                                          ScriptText("ObjectiveManager", objectives))));
     NewGame();
-  }
-  void PressKeys(std::initializer_list<int> keys) {
-    for (const int key : keys) SetKey(key, true);
   }
   void OnEvent(std::string_view text) override { log.emplace_back(frame, text); }
   /// The frames in which this happened.
@@ -67,11 +76,39 @@ class EpisodeScene : public ScriptedScene {
     return frames;
   }
   static GameObject* Find(std::string_view name) { return Objects().FindObjectByName(name); }
-  static int CountObjects(std::string_view name) {
-    int count = 0;
-    for (const auto& object : Objects().GetObjects()) count += object->alive && object->name == name ? 1 : 0;
-    return count;
+  static std::vector<GameObject*> FindAll(std::string_view name) {
+    std::vector<GameObject*> found;
+    for (const auto& object : Objects().GetObjects())
+      if (object->alive && object->name == name) found.push_back(object.get());
+    return found;
   }
+  static int CountObjects(std::string_view name) { return static_cast<int>(FindAll(name).size()); }
 
   std::vector<std::pair<int, std::string>> log;
+};
+
+class EpisodeTest : public EpisodeScene, public ::testing::Test {
+ public:
+  using EpisodeScene::Run;
+
+  template <class T, class... Values>
+  static T& Attach(GameObject& object, Values... values) {
+    ScriptBox* box = object.Get<ScriptBox>();
+    if (box == nullptr) box = &object.Insert(std::make_unique<ScriptBox>());
+    return static_cast<T&>(box->AddScript(std::make_unique<T>(values...)));
+  }
+};
+
+/// The four players and their displays, but nothing that they play by.
+class PlayersTest : public EpisodeTest {
+ public:
+  PlayersTest() {
+    SetupMatch();
+    Objects().RemoveDeadObjects();
+  }
+  static GameObject& Player(int index) { return *GetPlayerObject(index); }
+  long long Awarded() const { return GetPointsAwarded() - awardedBefore_; }
+
+ private:
+  long long awardedBefore_ = GetPointsAwarded();
 };

@@ -1,322 +1,260 @@
-#include <gtest/gtest.h>
+#include <functional>
 
-#include <algorithm>
-#include <cmath>
-
-#include "core/game_time.h"
-#include "core/object_manager.h"
 #include "core/random.h"
-#include "core/run_log.h"
-#include "core/script_box.h"
-#include "core/serializer.h"
-#include "core/transform.h"
-#include "graphics/sprite.h"
+#include "episode_scene.h"
 #include "match/character_controller.h"
-#include "match/new_game.h"
 #include "match/objective_factory.h"
-#include "match/players.h"
-#include "match/scoring.h"
 #include "physics/sphere_collider.h"
-#include "test_world.h"
 
 namespace {
 
 constexpr float kStep = 0.0085f;
 // Those that the rules here make their objects of.
-constexpr const char* kArchetypes[] = {"starsonfish", "ringstatic", "theball", "shadow", "cannonball", "stunstars"};
+constexpr auto kArchetypes = {"starsonfish", "ringstatic", "theball", "shadow", "cannonball", "stunstars"};
 
-// Four players with displays, and one rule that runs without a manager: the test is the clock and the physics.
-class RuleScene : public RunLogListener {
+// One rule that runs without a manager: the test is the clock and the physics.
+class RuleTest : public PlayersTest {
  public:
-  explicit RuleScene(const char* rule) : before_(GetPointsAwarded()) {
-    for (const char* name : kArchetypes)
-      std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
-    SetupMatch();
-    Objects().RemoveDeadObjects();
-    objective = CreateObjective(rule);
-    SetRunLogListener(this);
-  }
-  RuleScene(const RuleScene&) = delete;
-  RuleScene& operator=(const RuleScene&) = delete;
-  ~RuleScene() override { SetRunLogListener(nullptr); }
+  RuleTest() { CopyShipped(kArchetypes); }
 
-  static GameObject& Player(int index) { return *GetPlayerObject(index); }
-  static GameObject* Find(const char* name) { return Objects().FindObjectByName(name); }
-  static bool IsStunned(int index) { return FindController(Player(index))->stunned; }
-  // Frames of the rule alone; each sub-step `perFrame` may tell of overlaps and contacts.
-  template <class Action>
-  void Run(int frames, Action perFrame) {
+  void Begin(const char* type) {
+    rule = CreateObjective(type);
+    rule->Begin();
+  }
+  // Frames of the rule alone; in each, `perFrame` may tell of overlaps and contacts.
+  void RunRule(int frames, const std::function<void()>& perFrame = nullptr) {
     for (int i = 0; i < frames; ++i) {
-      objective->Update(kStep);
+      rule->Update(kStep);
       Time().elapsedTime += kStep;
-      perFrame();
+      if (perFrame) perFrame();
     }
   }
-  void Run(int frames) {
-    Run(frames, [] {});
-  }
+  void Overlap(int player, GameObject& thing) { rule->OnCollision({&Player(player), &thing}); }
   // Both sides of a contact tell of it, the first one first.
   void Meet(GameObject& a, float speedA, GameObject& b, float speedB) {
-    GalePhysics::Contact contact;
-    contact.normal = {1.0f, 0.0f, 0.0f};
-    contact.first = &BodyOf(a);
-    contact.second = &BodyOf(b);
-    contact.firstOwner = &a;
-    contact.secondOwner = &b;
-    contact.first->velocity = {speedA, 0.0f, 0.0f};
-    contact.second->velocity = {speedB, 0.0f, 0.0f};
-    objective->OnContact(contact);
-    std::swap(contact.first, contact.second);
-    std::swap(contact.firstOwner, contact.secondOwner);
-    objective->OnContact(contact);
+    BodyOf(a).velocity = {speedA, 0.0f, 0.0f};
+    BodyOf(b).velocity = {speedB, 0.0f, 0.0f};
+    for (GalePhysics::Contact contact : {ContactOf(a, b), ContactOf(b, a)}) {
+      contact.normal = {1.0f, 0.0f, 0.0f};
+      rule->OnContact(contact);
+    }
   }
-  long long Awarded() const { return GetPointsAwarded() - before_; }
-  long long CountEvents(std::string_view text) const { return std::count(log.begin(), log.end(), text); }
-  void OnEvent(std::string_view text) override { log.emplace_back(text); }
+  void Meet(int a, float speedA, int b, float speedB) { Meet(Player(a), speedA, Player(b), speedB); }
+  std::size_t CountEvents(std::string_view text) const { return FramesOf(text).size(); }
 
-  TestWorld world;
-  std::unique_ptr<Objective> objective;
-  std::vector<std::string> log;
-
- private:
-  long long before_;
+  std::unique_ptr<Objective> rule;
 };
-
-int CountNamed(std::string_view name) {
-  int count = 0;
-  for (const auto& object : Objects().GetObjects()) count += object->alive && object->name == name ? 1 : 0;
-  return count;
-}
 
 }  // namespace
 
-// Two seconds alone are four points; while two stay, each overlap of the one undoes the other's.
-TEST(KingOfTheHill, PaysOneWhoIsAloneAndNobodyWhileTwoStay) {
-  RuleScene scene("KingOfTheHill");
-  scene.objective->Begin();
-  GameObject* hill = scene.Find("TheHill");
-  ASSERT_NE(hill, nullptr);
-  EXPECT_TRUE(hill->Get<GalePhysics::SphereCollider>()->ghost);
-  const auto on = [&](int player) { scene.objective->OnCollision({&scene.Player(player), hill}); };
-  scene.Run(1, [&] { on(2); });
-  scene.Run(236, [&] { on(2); });
-  EXPECT_EQ(scene.Awarded(), 4);
-  EXPECT_EQ(hill->Get<Sprite>()->b, 1.0f) << "the hill wears the king's colour";
-  EXPECT_FLOAT_EQ(hill->Get<Sprite>()->a, 0.75f);
-  scene.Run(300, [&] {
-    for (int subStep = 0; subStep < 15; ++subStep) on(subStep % 2);
+// Two seconds alone are four points; while two stay, each overlap of the one undoes the other's. Both players tell of
+// the ramming, which stuns once.
+TEST_F(RuleTest, TheHillPaysOneWhoIsAloneAndNobodyWhileTwoStayAndARammedKingIsStunned) {
+  Begin("KingOfTheHill");
+  GameObject& hill = *Find("TheHill");
+  const Sprite& picture = *hill.Get<Sprite>();
+  EXPECT_TRUE(hill.Get<GalePhysics::SphereCollider>()->ghost);
+  RunRule(237, [&] { Overlap(2, hill); });
+  EXPECT_EQ(Awarded(), 4);
+  EXPECT_EQ(picture.b, 1.0f) << "the hill wears the king's colour";
+  EXPECT_FLOAT_EQ(picture.a, 0.75f);
+  RunRule(300, [&] {
+    for (int subStep = 0; subStep < 15; ++subStep) Overlap(subStep % 2, hill);
   });
-  EXPECT_EQ(scene.Awarded(), 4);
-  scene.Run(60);
-  EXPECT_FLOAT_EQ(hill->Get<Sprite>()->a, 0.25f);
-  scene.Run(2, [&] { on(3); });
-  EXPECT_EQ(scene.Awarded(), 5) << "an empty hill's clock runs on, so the first touch pays at once";
-  scene.objective->End();
-  EXPECT_FALSE(hill->alive);
-}
-
-TEST(KingOfTheHill, ARammedKingIsStunnedOnceForBothTellings) {
-  RuleScene scene("KingOfTheHill");
-  scene.objective->Begin();
-  scene.Run(2, [&] { scene.objective->OnCollision({&scene.Player(1), scene.Find("TheHill")}); });
-  scene.Meet(scene.Player(0), 2.0f, scene.Player(1), 1.0f);
-  EXPECT_EQ(scene.CountEvents("stun Player2"), 0) << "not above 3 together";
-  scene.Meet(scene.Player(3), 2.5f, scene.Player(1), -1.0f);
-  scene.Meet(scene.Player(3), 9.0f, scene.Player(0), 9.0f);
-  EXPECT_EQ(scene.CountEvents("stun Player2"), 1);
-  EXPECT_EQ(CountNamed("stunstars"), 1);
+  EXPECT_EQ(Awarded(), 4);
+  RunRule(60);
+  EXPECT_FLOAT_EQ(picture.a, 0.25f);
+  RunRule(2, [&] { Overlap(1, hill); });
+  EXPECT_EQ(Awarded(), 5) << "an empty hill's clock runs on, so the first touch pays at once";
+  Meet(0, 2.0f, 1, 1.0f);
+  EXPECT_EQ(CountEvents("stun Player2"), 0u) << "not above 3 together";
+  Meet(3, 2.5f, 1, -1.0f);
+  Meet(3, 9.0f, 0, 9.0f);
+  EXPECT_EQ(CountEvents("stun Player2"), 1u);
+  EXPECT_EQ(CountObjects("stunstars"), 1);
+  rule->End();
+  EXPECT_FALSE(hill.alive);
 }
 
 // Nobody has points, so the fourth player is ranked last.
-TEST(GetTheCrown, PaysTheHolderAndPassesOncePerFrameToWhoRamsHim) {
-  RuleScene scene("Crown");
-  scene.objective->Begin();
-  GameObject* crown = scene.Find("crown");
-  ASSERT_NE(crown, nullptr);
-  EXPECT_EQ(PositionOf(*crown), PositionOf(scene.Player(3)) + (Vec3{0.0f, 1.0f, 0.0f}));
-  scene.Run(117);
-  EXPECT_EQ(scene.Awarded(), 0);
-  scene.Run(1);
-  EXPECT_EQ(scene.Awarded(), 3);
-  EXPECT_EQ(CountNamed("APoint"), 2) << "1 and 2 in either order";
-  scene.Meet(scene.Player(1), 2.0f, scene.Player(3), 0.0f);
-  EXPECT_EQ(scene.CountEvents("sound 25"), 0) << "not fast";
-  scene.Meet(scene.Player(1), 2.1f, scene.Player(3), 0.0f);  // the second telling must not give it back
-  scene.Meet(scene.Player(2), 9.0f, scene.Player(1), 0.0f);
-  EXPECT_EQ(scene.CountEvents("sound 25"), 1);
-  scene.Run(1);
-  EXPECT_EQ(PositionOf(*crown), PositionOf(scene.Player(1)) + (Vec3{0.0f, 1.0f, 0.0f}));
-  scene.objective->End();
-  EXPECT_EQ(scene.Awarded(), 7) << "the last holder's bonus";
-  EXPECT_FALSE(crown->alive);
+TEST_F(RuleTest, TheCrownPaysItsHolderAndPassesOncePerFrameToWhoRamsHim) {
+  Begin("Crown");
+  GameObject& crown = *Find("crown");
+  const auto expectOn = [&](int player) {
+    EXPECT_EQ(PositionOf(crown), PositionOf(Player(player)) + (Vec3{0.0f, 1.0f, 0.0f}));
+  };
+  expectOn(3);
+  RunRule(117);
+  EXPECT_EQ(Awarded(), 0);
+  RunRule(1);
+  EXPECT_EQ(Awarded(), 3);
+  EXPECT_EQ(CountObjects("APoint"), 2) << "1 and 2 in either order";
+  RunRule(50);
+  Meet(1, 2.0f, 3, 0.0f);
+  EXPECT_EQ(CountEvents("sound 25"), 0u) << "not fast";
+  Meet(1, 2.1f, 3, 0.0f);  // the second telling must not give it back
+  Meet(2, 9.0f, 1, 0.0f);
+  EXPECT_EQ(CountEvents("sound 25"), 1u);
+  RunRule(1);
+  expectOn(1);
+  RunRule(67);
+  EXPECT_EQ(Awarded(), 6) << "a pass does not start the second anew";
+  rule->End();
+  EXPECT_EQ(Awarded(), 10) << "the last holder's bonus";
+  EXPECT_FALSE(crown.alive);
 }
 
 // y is drawn before x.
-TEST(CollectTheRings, PlacesRingsFromTheRandomStream) {
-  RuleScene scene("CollectTheRings");
+TEST_F(RuleTest, RingsArePlacedFromTheRandomStream) {
   SeedRandom(77);
-  scene.objective->Begin();
-  EXPECT_EQ(CountNamed("ringstatic"), 20);
+  Begin("CollectTheRings");
+  EXPECT_EQ(CountObjects("ringstatic"), 20);
   SeedRandom(77);
   const float y = static_cast<float>(Random()) / 2340.5f - 7.0f;
   const float x = static_cast<float>(Random()) / 1365.2916f - 12.0f;
-  EXPECT_EQ(PositionOf(*scene.Find("ringstatic")), (Vec3{x, y, 0.0f}));
-  scene.Run(119);
-  EXPECT_EQ(CountNamed("ringstatic"), 22) << "two more each second";
-  scene.objective->End();
-  EXPECT_EQ(CountNamed("ringstatic"), 0);
+  EXPECT_EQ(PositionOf(*Find("ringstatic")), (Vec3{x, y, 0.0f}));
+  RunRule(119);
+  EXPECT_EQ(CountObjects("ringstatic"), 22) << "two more each second";
+  rule->End();
+  EXPECT_EQ(CountObjects("ringstatic"), 0);
 }
 
-TEST(CollectTheRings, AChainPaysEachSecondAndAtTheEnd) {
-  RuleScene scene("CollectTheRings");
-  scene.objective->Begin();
+// The first telling of a collision drops the slower one's chain, the second one must not sound again; a draw costs
+// nobody anything.
+TEST_F(RuleTest, AChainOfRingsPaysEachSecondAndAtTheEndIfItIsNotLost) {
+  Begin("CollectTheRings");
   for (int i = 0; i < 5; ++i) {
-    GameObject* ring = scene.Find("ringstatic");
-    scene.objective->OnCollision({&scene.Player(2), ring});
-    scene.objective->OnCollision({&scene.Player(0), ring});  // too late
-    EXPECT_EQ(ring->name, "ringfollowing");
-    EXPECT_EQ(ring->Get<Sprite>()->r, 0.0f);
-    EXPECT_EQ(BodyOf(*ring).generators.size(), 1u);
+    GameObject& ring = *Find("ringstatic");
+    Overlap(2, ring);
+    Overlap(0, ring);  // too late
+    EXPECT_EQ(ring.name, "ringfollowing");
+    EXPECT_EQ(ring.Get<Sprite>()->r, 0.0f);
+    EXPECT_EQ(BodyOf(ring).generators.size(), 1u);
   }
-  EXPECT_EQ(scene.CountEvents("sound 3"), 5);
-  scene.Run(240);
-  EXPECT_EQ(scene.Awarded(), 2);
-  EXPECT_EQ(CountNamed("ringfollowing"), 3);
-  scene.objective->End();
-  EXPECT_EQ(scene.Awarded(), 5);
-}
-
-// The first telling drops the chain, the second one must not sound again; a draw costs nobody anything.
-TEST(CollectTheRings, TheSlowerOneLosesHisChain) {
-  RuleScene scene("CollectTheRings");
-  scene.objective->Begin();
-  GameObject& ring = *scene.Find("ringstatic");
-  scene.objective->OnCollision({&scene.Player(1), &ring});
-  scene.Meet(scene.Player(0), 5.0f, scene.Player(1), -4.5f);
-  scene.Meet(scene.Player(0), 2.0f, scene.Player(1), -4.5f);
-  EXPECT_EQ(scene.CountEvents("sound 4"), 0);
-  scene.Meet(scene.Player(0), 5.5f, scene.Player(1), -4.5f);
-  EXPECT_EQ(scene.CountEvents("sound 4"), 1);
+  EXPECT_EQ(CountEvents("sound 3"), 5u);
+  RunRule(240);
+  EXPECT_EQ(Awarded(), 2);
+  EXPECT_EQ(CountObjects("ringfollowing"), 3);
+  GameObject& ring = *Find("ringstatic");
+  Overlap(1, ring);
+  Meet(0, 5.0f, 1, -4.5f);
+  Meet(0, 2.0f, 1, -4.5f);
+  EXPECT_EQ(CountEvents("sound 4"), 0u);
+  Meet(0, 5.5f, 1, -4.5f);
+  EXPECT_EQ(CountEvents("sound 4"), 1u);
   EXPECT_EQ(ring.name, "ringstatic");
   EXPECT_TRUE(BodyOf(ring).generators.empty());
   EXPECT_FLOAT_EQ(ring.Get<Sprite>()->g, 0.25f);
+  rule->End();
+  EXPECT_EQ(Awarded(), 5);
 }
 
 // Its clock starts when it is made, so one made a second before it begins pays in its first update.
-TEST(LordOfTheBeachBall, PaysTheLastToTouchTheBall) {
-  RuleScene scene("lotbb");
+TEST_F(RuleTest, TheBallPaysTheLastToTouchIt) {
+  rule = CreateObjective("lotbb");
   Time().elapsedTime += 1.0f;
-  scene.objective->Begin();
-  GameObject* ball = scene.Find("theball");
-  ASSERT_NE(ball, nullptr);
-  scene.Run(1);
-  EXPECT_EQ(scene.Awarded(), 3);
-  EXPECT_EQ(ball->Get<Sprite>()->texturePath, "yellowball.png") << "the last-ranked player starts";
-  scene.Meet(scene.Player(0), 2.5f, *ball, 0.0f);
-  EXPECT_EQ(ball->Get<Sprite>()->texturePath, "redball.png");
-  scene.Meet(scene.Player(2), 1.5f, *ball, 9.0f);
-  EXPECT_EQ(ball->Get<Sprite>()->texturePath, "redball.png") << "a slow touch";
-  EXPECT_EQ(scene.CountEvents("sound 20"), 1);
-  scene.Run(118);
-  EXPECT_EQ(scene.Awarded(), 6);
-  scene.objective->End();
-  EXPECT_FALSE(ball->alive);
+  rule->Begin();
+  GameObject& ball = *Find("theball");
+  const std::string& picture = ball.Get<Sprite>()->texturePath;
+  RunRule(1);
+  EXPECT_EQ(Awarded(), 3);
+  EXPECT_EQ(picture, "yellowball.png") << "the last-ranked player starts";
+  Meet(Player(0), 2.5f, ball, 0.0f);
+  EXPECT_EQ(picture, "redball.png");
+  Meet(Player(2), 1.5f, ball, 9.0f);
+  EXPECT_EQ(picture, "redball.png") << "a slow touch";
+  EXPECT_EQ(CountEvents("sound 20"), 1u);
+  RunRule(118);
+  EXPECT_EQ(Awarded(), 6);
+  rule->End();
+  EXPECT_FALSE(ball.alive);
 }
 
-TEST(CannonFall, DropsBallsAtItsRateOnTheirShadowsAndTakesBothAway) {
-  RuleScene scene("CannonFall");
-  Serializer text;
-  text.OpenInMemory(6);
-  for (const float value : {2.0f, 0.0f, 1.5f, 0.0f}) text.WriteFloat("", value);
-  scene.world.WriteFile("values", "{\n" + text.TakeText() + "}\n");
+TEST_F(RuleTest, CannonballsFallAtTheirRateOnTheirShadowsAndBothGo) {
+  world.WriteFile("values", "{\nRate: 2\nRateVariation: 0\nSpeed: 1.5\nspeedVariation: 0\n}\n");
   Serializer reader;
   ASSERT_TRUE(reader.OpenForRead("values"));
-  scene.objective->Deserialize(reader);
-  scene.objective->Begin();
+  rule = CreateObjective("CannonFall");
+  rule->Deserialize(reader);
+  rule->Begin();
   const std::uint32_t before = RandomState();
-  scene.Run(58);
+  RunRule(58);
   EXPECT_EQ(RandomState(), before) << "a range of no width draws nothing";
-  EXPECT_EQ(CountNamed("cannonball"), 0);
-  scene.Run(1);
-  GameObject* ball = scene.Find("cannonball");
-  GameObject* shadow = scene.Find("shadow");
-  ASSERT_TRUE(ball != nullptr && shadow != nullptr);
-  const Vec3 place = PositionOf(*ball);
-  EXPECT_EQ(place.z, 20.0f);
-  EXPECT_EQ(PositionOf(*shadow), (Vec3{place.x, place.y, 0.0f}));
-  EXPECT_EQ(BodyOf(*ball).velocity.z, -1.5f);
-  shadow->Update(kStep);
-  EXPECT_FLOAT_EQ(shadow->GetTransform().graphicsScale.x, -0.005f);
-  BodyOf(*ball).velocity = {3.0f, 0.0f, 0.7f};  // it has hit somebody
-  scene.Run(1);
-  EXPECT_EQ(BodyOf(*ball).velocity, (Vec3{0.0f, 0.0f, 1.5f}));
-  PositionOf(*ball).z = 25.1f;
-  scene.Run(1);
-  EXPECT_FALSE(ball->alive || shadow->alive);
-  scene.Run(58);
-  GameObject* second = scene.Find("cannonball");
-  ASSERT_NE(second, nullptr);
-  PositionOf(*second).z = 0.0f;
-  scene.Run(1);
-  EXPECT_FALSE(second->alive);
-  scene.Run(58);
-  scene.objective->End();
-  EXPECT_EQ(CountNamed("cannonball") + CountNamed("shadow"), 0);
+  EXPECT_EQ(CountObjects("cannonball"), 0);
+  RunRule(1);
+  GameObject& ball = *Find("cannonball");
+  GameObject& shadow = *Find("shadow");
+  SeedRandom(before);
+  const float x = static_cast<float>(Random()) / 2047.9375f - 8.0f;
+  const float y = static_cast<float>(Random()) / 2978.818f - 5.5f;
+  EXPECT_EQ(PositionOf(ball), (Vec3{x, y, 20.0f}));
+  EXPECT_EQ(PositionOf(shadow), (Vec3{x, y, 0.0f}));
+  world.RunFrame();
+  EXPECT_LT(Length(PositionOf(ball) - Vec3{x, y, 20.0f - 1.5f * 0.0425f}), 1e-4f) << "nothing slows its fall";
+  shadow.Update(kStep);
+  EXPECT_FLOAT_EQ(shadow.GetTransform().graphicsScale.x, -0.005f);
+  BodyOf(ball).velocity = {3.0f, 0.0f, 0.7f};  // it has hit somebody
+  RunRule(1);
+  EXPECT_EQ(BodyOf(ball).velocity, (Vec3{0.0f, 0.0f, 1.5f}));
+  PositionOf(ball).z = 25.1f;
+  RunRule(1);
+  EXPECT_FALSE(ball.alive || shadow.alive);
+  RunRule(58);
+  GameObject& second = *Find("cannonball");
+  PositionOf(second).z = 0.0f;
+  RunRule(1);
+  EXPECT_FALSE(second.alive);
+  RunRule(58);
+  rule->End();
+  EXPECT_EQ(CountObjects("cannonball") + CountObjects("shadow"), 0);
 }
 
 // Without its archetypes a rule has nothing to show, and must not stumble over it.
-TEST(Rules, RunWithoutTheirArchetypes) {
-  for (const char* rule :
-       {"CannonFall", "HitObjects", "KingOfTheHill", "Crown", "CollectTheRings", "OctoMiners", "lotbb"}) {
-    RuleScene scene(rule);
-    scene.world.Restart();
-    for (const char* name : kArchetypes) std::filesystem::remove(name);
-    scene.world.WriteFile("miner", "{\n}\n");
+TEST_F(RuleTest, RulesRunWithoutTheirArchetypes) {
+  for (const char* name : kArchetypes) std::filesystem::remove(name);
+  world.WriteFile("miner", "{\n}\n");
+  for (const std::string_view type : ObjectiveNames()) {
+    SCOPED_TRACE(type);
+    world.Restart();
+    world.ClearText();
     SetupMatch();
-    ASSERT_NE(scene.objective, nullptr) << rule;
-    scene.objective->Begin();
-    scene.Run(400, [&] { scene.Meet(scene.Player(0), 5.0f, scene.Player(1), 0.0f); });
-    scene.objective->End();
-    EXPECT_FALSE(scene.objective->IsActive());
-    const bool isMinerMissed = scene.world.text().find("the archetype \"miner\" makes no object") != std::string::npos;
-    EXPECT_EQ(isMinerMissed, scene.objective->typeName == "OctoMiners") << rule;
+    Begin(type.data());
+    RunRule(400, [&] { Meet(0, 5.0f, 1, 0.0f); });
+    rule->End();
+    EXPECT_FALSE(rule->IsActive());
+    EXPECT_EQ(Count(world.text(), "the archetype \"miner\" makes no object"), type == "OctoMiners" ? 1 : 0);
   }
 }
 
 // Push and stun last two seconds; then the breakable scenery is gone and the shoal is there, for eight seconds.
-TEST(OctoMiners, SweepsEverybodyOutThenReleasesTheShoal) {
-  RuleScene scene("OctoMiners");
-  scene.world.WriteFile("miner",
-                        "{\n\t1: {\n\t\tName: goldfish\n\t\tCore: false\n\t\tComponent: \"ScriptBox\" {\n"
-                        "\t\t\tComponent: \"DeathTimer\" {\n\t\t\t\tTime: 1\n\t\t\t}\n\t\t}\n\t}\n}\n");
-  GameObject& crate = scene.world.Add("crate");
+TEST_F(RuleTest, MinersSweepEverybodyOutThenComeTheFish) {
+  world.WriteFile("miner", File("goldfish", Box(ScriptText("DeathTimer", "Time: 1\n"))));
+  GameObject& crate = world.Add("crate");
   crate.AddComponent("GivePoints");
-  GameObject& coreCrate = scene.world.Add("core crate");
+  GameObject& coreCrate = world.Add("core crate");
   coreCrate.AddComponent("GivePoints");
   coreCrate.core = true;
-  PositionOf(scene.Player(0)) = {-3.0f, 4.0f, 0.0f};
-  PositionOf(scene.Player(1)) = {};
-  scene.objective->Begin();
-  scene.Run(1);
-  const Vec3 push = BodyOf(scene.Player(0)).forceTotal;
-  EXPECT_NEAR(push.x, -0.06f, 1e-6f);  // 0.5 / 5 outwards
-  EXPECT_NEAR(push.y, 0.08f, 1e-6f);
-  EXPECT_EQ(BodyOf(scene.Player(1)).forceTotal, (Vec3{})) << "no way out of the very middle";
-  scene.Run(1);
-  EXPECT_NEAR(BodyOf(scene.Player(0)).forceTotal.x, -0.12f, 1e-6f) << "pushes pile up until the physics runs";
-  EXPECT_EQ(scene.CountEvents("stun Player1"), 1);
-  scene.Run(230);
-  EXPECT_TRUE(scene.IsStunned(3));
+  PositionOf(Player(0)) = {-3.0f, 4.0f, 0.0f};
+  PositionOf(Player(1)) = {};
+  Begin("OctoMiners");
+  RunRule(1);
+  const Vec3& push = BodyOf(Player(0)).forceTotal;
+  EXPECT_LT(Length(push - Vec3{-0.06f, 0.08f, 0.0f}), 1e-6f) << "0.5 / 5 outwards";
+  EXPECT_EQ(BodyOf(Player(1)).forceTotal, Vec3{}) << "no way out of the very middle";
+  RunRule(1);
+  EXPECT_NEAR(push.x, -0.12f, 1e-6f) << "pushes pile up until the physics runs";
+  EXPECT_EQ(CountEvents("stun Player1"), 1u);
+  RunRule(230);
+  EXPECT_TRUE(FindController(Player(3))->stunned);
   EXPECT_TRUE(crate.alive);
-  scene.Run(5);
-  EXPECT_FALSE(scene.IsStunned(3));
+  RunRule(5);
+  EXPECT_FALSE(FindController(Player(3))->stunned);
   EXPECT_FALSE(crate.alive);
   EXPECT_TRUE(coreCrate.alive);
-  EXPECT_EQ(scene.CountEvents("sound 15"), 1);
-  GameObject* fish = scene.Find("goldfish");
-  ASSERT_NE(fish, nullptr);
-  fish->Update(7.9f);
-  EXPECT_TRUE(fish->alive);
-  fish->Update(0.2f);
-  EXPECT_FALSE(fish->alive);
+  EXPECT_EQ(CountEvents("sound 15"), 1u);
+  GameObject& fish = *Find("goldfish");
+  fish.Update(7.9f);
+  EXPECT_TRUE(fish.alive);
+  fish.Update(0.2f);
+  EXPECT_FALSE(fish.alive);
 }

@@ -1,191 +1,134 @@
-#include <gtest/gtest.h>
-
-#include "core/game_time.h"
-#include "core/object_manager.h"
 #include "core/random.h"
-#include "core/script_box.h"
-#include "core/transform.h"
-#include "graphics/sprite.h"
+#include "script_test.h"
 #include "scripts/lerp_animators.h"
-#include "test_world.h"
 
 namespace {
 
-constexpr float kStep = 0.0085f;
-
-// An object with a sprite, and players that can run into it.
-class AnimatorScene {
+class AnimatorTest : public ScriptTest {
  public:
-  AnimatorScene() {
-    object.Insert(std::make_unique<ScriptBox>());
-    player = &BodyOf(world.AddSphere("Player4", {}));
-    body = &object.Insert(std::make_unique<GalePhysics::RigidBody>());
+  // The holder as a file has it in which one value is another.
+  GameObject& LoadWith(std::string_view value, std::string_view changed) {
+    std::string text = Document({&holder});
+    text.replace(text.find(value), value.size(), changed);
+    const std::string file = "copy" + std::to_string(++copies_);
+    world.WriteFile(file, text);
+    return *Objects().LoadLevel(file).at(0);
   }
-  template <class T = Script>
-  T& Attach(const char* name) {
-    return static_cast<T&>(*object.Get<ScriptBox>()->AddScript(name));
-  }
-  void Update(int updates) {
-    for (int i = 0; i < updates; ++i) object.Update(kStep);
-  }
-  // The player, at that speed, as the other side of a contact or, swapped, as its first.
-  void Hit(float speed, bool swapped = false) {
-    player->velocity = {speed, 0.0f, 0.0f};
-    GalePhysics::Contact contact;
-    contact.first = swapped ? player : body;
-    contact.second = swapped ? body : player;
-    object.OnContact(contact);
-  }
-  Vec3& Scale() { return object.GetTransform().graphicsScale; }
+  Vec3& Scale() { return holder.GetTransform().graphicsScale; }
 
-  TestWorld world;
-  GameObject& object = world.Add("thing", {1.0f, 2.0f, 0.0f});
-  Sprite& sprite = object.Insert(std::make_unique<Sprite>());
-  GalePhysics::RigidBody* player = nullptr;
-  GalePhysics::RigidBody* body = nullptr;
+  Sprite& sprite = holder.Insert(std::make_unique<Sprite>());
+  GameObject& player = world.AddSphere("Player4", {});
+
+ private:
+  int copies_ = 0;
 };
 
 }  // namespace
 
-TEST(LerpVecAnimator, WaitsThenMovesThenRests) {
-  AnimatorScene scene;
-  const Vec3 end = {11.0f, 2.0f, 0.0f};
-  scene.object.Get<ScriptBox>()->AddScript(std::make_unique<LerpVecAnimator>(Vec3{1.0f, 2.0f, 0.0f}, end, 1.0f, 0.5f));
-  float& x = scene.object.GetTransform().position.x;
-  scene.Update(30);
-  EXPECT_EQ(x, 1.0f);
-  int moved = 0;
-  for (float last = x;; last = x, ++moved) {
-    scene.Update(1);
-    if (x == last) break;
-  }
-  EXPECT_EQ(moved, 59);
-  EXPECT_NEAR(x, end.x, 0.2f);
-  EXPECT_EQ(scene.object.GetTransform().position.y, 2.0f);
+TEST_F(AnimatorTest, LerpsWaitThenMoveThenRest) {
+  Carry<LerpVecAnimator>(Vec3{1.0f, 2.0f, 0.0f}, Vec3{11.0f, 2.0f, 0.0f}, 1.0f, 0.5f);
+  PositionOf(holder) = {1.0f, 2.0f, 0.0f};
+  Update(30);
+  EXPECT_EQ(PositionOf(holder).x, 1.0f);
+  Update(58);
+  EXPECT_NEAR(PositionOf(holder).x, 10.96f, 1e-4f);
+  Update(9);
+  EXPECT_NEAR(PositionOf(holder).x, 11.13f, 1e-4f) << "the last step goes past the end";
+  EXPECT_EQ(PositionOf(holder).y, 2.0f);
 }
 
-TEST(LerpSizeAndOpacity, ChangeWhatTheyAreNamedFor) {
-  AnimatorScene scene;
-  scene.sprite.g = 7.0f;
-  auto& box = *scene.object.Get<ScriptBox>();
-  box.AddScript(std::make_unique<LerpSizeAnimator>(1.0f, 3.0f, 1.7f, 0.0f));
-  box.AddScript(std::make_unique<LerpOpacityAnimator>(0.0f, 255.0f, 1.7f, 0.0f));
-  scene.Update(50);
-  EXPECT_NEAR(scene.Scale().x, 2.0f, 1e-4f);
-  EXPECT_EQ(scene.Scale().y, scene.Scale().x);
-  EXPECT_EQ(scene.Scale().z, 0.0f);
-  EXPECT_NEAR(scene.sprite.a, 0.5f, 1e-4f);
-  EXPECT_EQ(scene.sprite.g, 1.0f);
-  scene.Update(100);
-  EXPECT_NEAR(scene.sprite.a, 1.0f, 1e-4f);
+TEST_F(AnimatorTest, LerpsChangeSizeAndOpacity) {
+  sprite.g = 7.0f;
+  Carry<LerpSizeAnimator>(1.0f, 3.0f, 1.7f, 0.0f);
+  Carry<LerpOpacityAnimator>(0.0f, 255.0f, 1.7f, 0.0f);
+  Update(50);
+  EXPECT_NEAR(Scale().x, 2.0f, 1e-4f);
+  EXPECT_EQ(Scale(), (Vec3{Scale().x, Scale().x, 0.0f}));
+  EXPECT_NEAR(sprite.a, 0.5f, 1e-4f);
+  EXPECT_EQ(sprite.g, 1.0f);
+  Update(100);
+  EXPECT_NEAR(sprite.a, 1.0f, 1e-4f);
 }
 
-TEST(FishAnimator, StepsWhenAFastPlayerHitsAndShowsTheFirstTwoFramesOnce) {
-  AnimatorScene scene;
-  scene.Attach("fishanimator");
-  scene.Hit(5.0f);  // before the first update: nothing, and no crash
-  scene.Update(1);
-  EXPECT_EQ(scene.sprite.row, 0.25f);
-  EXPECT_EQ(scene.sprite.startFrame, 0.0f);
-  scene.Hit(1.5f);
-  EXPECT_EQ(scene.sprite.startFrame, 0.0f);
-  bool swapped = false;
+TEST_F(AnimatorTest, AFishStepsWhenAFastPlayerHitsAndShowsTheFirstTwoFramesOnce) {
+  Carry("fishanimator");
+  Hit(holder, player, 5.0f);  // before the first update: nothing, and no crash
+  Update(1);
+  EXPECT_EQ(sprite.row, 0.25f);
+  EXPECT_EQ(sprite.startFrame, 0.0f);
+  Hit(holder, player, 1.5f);
+  EXPECT_EQ(sprite.startFrame, 0.0f);
+  BodyOf(player).velocity.x = 2.5f;
+  bool playerFirst = false;
   for (const float offset : {0.25f, 0.5f, 0.75f, 0.5f, 0.75f, 0.5f}) {
-    scene.Hit(2.5f, swapped = !swapped);
-    EXPECT_EQ(scene.sprite.startFrame, offset);
+    playerFirst = !playerFirst;
+    holder.OnContact(playerFirst ? ContactOf(player, holder) : ContactOf(holder, player));
+    EXPECT_EQ(sprite.startFrame, offset);
   }
 }
 
-TEST(RainbowFish, ChoosesTheFrameFromWhichTheFishGoesOn) {
-  AnimatorScene scene;
-  scene.Attach("fishanimator");
-  scene.Attach("rainbowfish");
-  std::string text = Document({&scene.object});
-  const std::size_t at = text.find("startingframe: 0");
-  ASSERT_NE(at, std::string::npos);
-  text[at + 15] = '2';
-  scene.world.WriteFile("fish", text);
-  GameObject& fish = *Objects().LoadLevel("fish").at(0);
+TEST_F(AnimatorTest, AFileSaysWhichFrameAFishGoesOnFromAndItsStripMayHaveNone) {
+  Carry("fishanimator");
+  Carry("rainbowfish");
+  GameObject& fish = LoadWith("startingframe: 0", "startingframe: 2");
   fish.Update(kStep);
   fish.Update(kStep);
   EXPECT_EQ(fish.Get<Sprite>()->startFrame, 0.5f);
   EXPECT_EQ(fish.Get<Sprite>()->row, 0.25f);
-  EXPECT_EQ(WithoutIds(Document({&fish})).find("startingframe: 0"), std::string::npos);
-}
-
-// A file can name a strip of no frames.
-TEST(FishAnimator, AStripOfNoFramesIsOnePicture) {
-  AnimatorScene scene;
-  scene.Attach("fishanimator");
-  std::string text = Document({&scene.object});
-  const std::size_t at = text.find("NumberOfAnimationFrames: 4");
-  ASSERT_NE(at, std::string::npos);
-  text[at + 25] = '0';
-  scene.world.WriteFile("fish", text);
-  GameObject& fish = *Objects().LoadLevel("fish").at(0);
-  fish.Update(kStep);
-  EXPECT_EQ(fish.Get<Sprite>()->row, 1.0f);
+  EXPECT_EQ(Count(Document({&fish}), "startingframe: 2"), 1);
+  GameObject& picture = LoadWith("NumberOfAnimationFrames: 4", "NumberOfAnimationFrames: 0");
+  picture.Update(kStep);
+  EXPECT_EQ(picture.Get<Sprite>()->row, 1.0f);
 }
 
 // Twelve updates at 0.0085 s pass 0.1 s; the rest before the first cycle takes one random number.
-TEST(SquidAnimator, PlaysItsFourFramesAfterARandomRest) {
-  AnimatorScene scene;
-  scene.Attach("SquidAnimator");
+TEST_F(AnimatorTest, ASquidPlaysItsFourFramesAfterARandomRest) {
+  Carry("SquidAnimator");
   const std::uint32_t before = RandomState();
   const float rest = 0.5f + static_cast<float>(Random()) / 16383.5f;
   SeedRandom(before);
-  scene.Update(11);
+  Update(11);
   EXPECT_EQ(RandomState(), before);
-  scene.Update(1);
+  Update(1);
   EXPECT_NE(RandomState(), before);
-  const int still = static_cast<int>((rest + 0.1f) / kStep);
-  scene.Update(still - 1);
-  EXPECT_EQ(scene.sprite.startFrame, 0.0f);
-  scene.Update(3);
-  EXPECT_EQ(scene.sprite.startFrame, 0.25f);
-  scene.Update(12);
-  EXPECT_EQ(scene.sprite.startFrame, 0.5f);
-  scene.Update(24);
-  EXPECT_EQ(scene.sprite.startFrame, 0.0f);
-  EXPECT_EQ(scene.sprite.row, 0.25f);
+  Update(static_cast<int>((rest + 0.1f) / kStep) - 1);
+  for (const auto& [updates, offset] : {std::pair{0, 0.0f}, {3, 0.25f}, {12, 0.5f}, {24, 0.0f}}) {
+    Update(updates);
+    EXPECT_EQ(sprite.startFrame, offset);
+  }
+  EXPECT_EQ(sprite.row, 0.25f);
 }
 
-TEST(ShadowGrowth, GrowsUntilBothSidesPassOne) {
-  AnimatorScene scene;
-  scene.Attach("ShadowGrowth");
-  EXPECT_EQ(scene.Scale(), Vec3{});
-  EXPECT_EQ(scene.sprite.a, 0.5f);
-  scene.Update(30);
-  EXPECT_NEAR(scene.Scale().x, 1.06667f, 1e-5f);
-  EXPECT_NEAR(scene.sprite.a, 0.5f + 16.0f / 15.0f * 0.5f / 255.0f, 1e-4f);
-  const std::string text = Document({&scene.object});
-  EXPECT_NE(text.find("ScaleFactor: 0.0666667\n"), std::string::npos);
-  scene.world.WriteFile("shadow", text);
-  GameObject& shadow = *Objects().LoadLevel("shadow").at(0);
+TEST_F(AnimatorTest, AShadowGrowsUntilBothSidesPassOne) {
+  Carry("ShadowGrowth");
+  EXPECT_EQ(Scale(), Vec3{});
+  EXPECT_EQ(sprite.a, 0.5f);
+  Update(30);
+  EXPECT_NEAR(Scale().x, 1.06667f, 1e-5f);
+  EXPECT_NEAR(sprite.a, 0.5f + 16.0f / 15.0f * 0.5f / 255.0f, 1e-4f);
+  GameObject& shadow = LoadWith("ScaleFactor: 0.0666667\n", "ScaleFactor: 0.05\n");
   EXPECT_EQ(shadow.GetTransform().graphicsScale, Vec3{});
-  for (int i = 0; i < 30; ++i) shadow.Update(kStep);
-  EXPECT_NEAR(shadow.GetTransform().graphicsScale.x, 1.0f, 1e-5f);
+  for (int i = 0; i < 10; ++i) shadow.Update(kStep);
+  EXPECT_NEAR(shadow.GetTransform().graphicsScale.x, 0.5f, 1e-5f);
 }
 
 // The flash stands in three frames and gives back what was there, black too; a second hit does not save the flash.
-TEST(ColorChanger, FlashesInThePlayersColour) {
-  AnimatorScene scene;
-  scene.Attach("color-changer");
-  scene.sprite.r = scene.sprite.g = scene.sprite.b = 0.0f;
-  scene.Hit(1.5f);
-  EXPECT_EQ(scene.sprite.r, 0.0f);
-  scene.Hit(5.0f, true);  // the player must be the other body
-  EXPECT_EQ(scene.sprite.r, 0.0f);
-  scene.Hit(5.0f);
-  scene.Hit(5.0f);
-  for (int frame = 0; frame < 2; ++frame) {
-    scene.Update(1);
-    EXPECT_EQ(scene.sprite.r, 1.0f);
-    EXPECT_EQ(scene.sprite.g, 1.0f);
-    EXPECT_EQ(scene.sprite.b, 0.0f);
+TEST_F(AnimatorTest, AThingFlashesInThePlayersColour) {
+  Carry("color-changer");
+  sprite.r = sprite.g = sprite.b = 0.0f;
+  Hit(holder, player, 1.5f);
+  EXPECT_EQ(sprite.r, 0.0f);
+  BodyOf(player).velocity.x = 5.0f;
+  holder.OnContact(ContactOf(player, holder));  // the player must be the other body
+  EXPECT_EQ(sprite.r, 0.0f);
+  Hit(holder, player, 5.0f);
+  Hit(holder, player, 5.0f);
+  for (int i = 0; i < 2; ++i) {
+    Update(1);
+    EXPECT_EQ((Vec3{sprite.r, sprite.g, sprite.b}), (Vec3{1.0f, 1.0f, 0.0f}));
     Time().elapsedTime += kStep;
   }
-  scene.Update(1);
-  EXPECT_EQ(scene.sprite.r, 0.0f);
-  EXPECT_EQ(scene.sprite.a, 1.0f);
+  Update(1);
+  EXPECT_EQ(sprite.r, 0.0f);
+  EXPECT_EQ(sprite.a, 1.0f);
 }

@@ -1,15 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <set>
 
-#include "core/game_time.h"
-#include "core/script_box.h"
-#include "core/transform.h"
-#include "match/episode_scene.h"
 #include "match/give_points.h"
 #include "physics/sphere_collider.h"
+#include "script_test.h"
 #include "scripts/broad_side.h"
 #include "scripts/fountain.h"
 #include "scripts/one_way_into_stage.h"
@@ -19,250 +14,215 @@
 
 namespace {
 
-constexpr float kStep = 0.0085f;
-
-// One object that carries the hazard, and the shipped archetypes that hazards make.
-template <class T>
-class HazardScene : public EpisodeScene {
+class HazardTest : public ScriptTest {
  public:
-  explicit HazardScene(const Vec3& place = {})
-      : holder(world.AddSphere("hazard", place, {.inverseMass = 0.0f, .group = 0})) {
-    for (const char* name : {"cannonball", "sandpoof"})
-      std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
-    script = static_cast<T*>(&holder.Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<T>()));
-  }
   // Objects of that name which were not there at the last call.
   std::vector<GameObject*> NewOnes(std::string_view name) {
-    std::vector<GameObject*> found;
-    for (const auto& object : Objects().GetObjects())
-      if (object->name == name && known_.insert(object->id).second) found.push_back(object.get());
+    std::vector<GameObject*> found = FindAll(name);
+    std::erase_if(found, [&](const GameObject* object) { return !known_.insert(object->id).second; });
     return found;
   }
-  void Touch(GameObject& other) {
-    GalePhysics::Contact contact;
-    contact.point = {1.0f, 2.0f, 0.0f};
-    contact.first = &BodyOf(holder);
-    contact.second = &BodyOf(other);
-    contact.firstOwner = &holder;
-    contact.secondOwner = &other;
-    holder.OnContact(contact);
+  bool FiresIn(int frames) {
+    Run(frames);
+    return !NewOnes("cannonball").empty();
   }
+  void Overlap(GameObject& other, int times = 1) {
+    for (int i = 0; i < times; ++i) holder.OnCollision({&holder, &other});
+  }
+  static const Vec3& ScaleOf(GameObject& object) { return object.GetTransform().graphicsScale; }
 
-  GameObject& holder;  // meets no cannonball, as nothing does that fires them
-  T* script = nullptr;
+  GalePhysics::SphereCollider& sphere = *holder.Get<GalePhysics::SphereCollider>();
 
  private:
   std::set<std::uint32_t> known_;
-};
-
-struct SandScene : HazardScene<Squishy> {
-  SandScene() { holder.Get<ScriptBox>()->AddScript("sandlogic"); }
 };
 
 }  // namespace
 
 // The first volley leaves to the left, as the sides' flag has it; gaps between volleys are not counted from their
 // shots.
-TEST(BroadSide, FiresThreeGunsAVolleyFromEitherSideInTurn) {
+TEST_F(HazardTest, AShipFiresThreeGunsAVolleyFromEitherSideInTurn) {
   BroadSide::ResetSide();
-  HazardScene<BroadSide> scene;
-  std::vector<int> starts;
-  std::vector<Vec3> places;
-  while (scene.frame < 2500 && places.size() < 12) {
-    scene.Run(1);
-    for (GameObject* ball : scene.NewOnes("cannonball")) {
-      if (places.size() % 3 == 0) starts.push_back(scene.frame);
-      places.push_back(PositionOf(*ball));
-    }
+  Carry<BroadSide>();
+  std::vector<std::pair<int, Vec3>> shots;
+  while (frame < 2500 && shots.size() < 12) {
+    Run(1);
+    for (GameObject* ball : NewOnes("cannonball")) shots.emplace_back(frame, PositionOf(*ball));
   }
-  ASSERT_EQ(places.size(), 12u);
-  for (std::size_t i = 0; i < places.size(); ++i) {
+  ASSERT_EQ(shots.size(), 12u);
+  for (std::size_t i = 0; i < shots.size(); ++i) {
     const float side = i / 3 % 2 == 0 ? -1.0f : 1.0f;
     const float slot[] = {0.0f, 3.0f, -3.0f};
-    EXPECT_NEAR(places[i].x, side * 1.5425f, 1e-3f) << i;
-    EXPECT_NEAR(places[i].y, side * slot[i % 3], 1e-3f) << i;
+    EXPECT_LT(Length(shots[i].second - Vec3{side * 1.5425f, side * slot[i % 3], 0.0f}), 1e-3f) << i;
   }
-  for (std::size_t i = 1; i < starts.size(); ++i) EXPECT_GE(starts[i] - starts[i - 1], 353);
-  EXPECT_LE(starts[0], 2) << "a new ship has been ready for three seconds";
-}
-
-TEST(BroadSide, WithoutTheArchetypeItOnlySaysSo) {
-  HazardScene<BroadSide> scene;
-  std::filesystem::remove("cannonball");
-  scene.Run(2);
-  EXPECT_TRUE(scene.NewOnes("cannonball").empty());
-  EXPECT_GT(Count(scene.world.text(), "CAN'T FIND YO LEVEL"), 0);
+  for (std::size_t i = 3; i < shots.size(); i += 3) EXPECT_GE(shots[i].first - shots[i - 3].first, 353) << i;
+  EXPECT_LE(shots[0].first, 2) << "a new ship has been ready for three seconds";
 }
 
 // What a new game has marked dead is updated once more, beside what the new game made.
-TEST(BroadSide, ADeadShipFiresNoMoreThanADeadFountain) {
-  HazardScene<BroadSide> scene;
-  auto& fountain = static_cast<Fountain&>(scene.holder.Get<ScriptBox>()->AddScript(std::make_unique<Fountain>()));
+TEST_F(HazardTest, AShipWithoutBallsOnlySaysSoAndADeadOneFiresNoMoreThanADeadFountain) {
+  std::filesystem::rename("cannonball", "kept");
+  Carry<BroadSide>();
+  EXPECT_FALSE(FiresIn(2));
+  EXPECT_GT(Count(world.text(), "CAN'T FIND YO LEVEL"), 0);
+  std::filesystem::rename("kept", "cannonball");
+  Carry<BroadSide>();
+  Carry<Fountain>();
   TurnFountainsOn();
-  fountain.Update(kStep);
-  scene.holder.alive = false;
+  Update(1);
+  NewOnes("cannonball");
+  holder.alive = false;
   Time().elapsedTime += 1.0f;
-  scene.holder.Update(kStep);
-  EXPECT_TRUE(scene.NewOnes("cannonball").empty());
+  Update(1);
+  EXPECT_TRUE(NewOnes("cannonball").empty());
 }
 
-TEST(Fountain, EruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
-  HazardScene<Fountain> scene({2.0f, -3.0f, 0.0f});
-  scene.Run(60);
-  EXPECT_TRUE(scene.NewOnes("cannonball").empty()) << "nobody has turned it on";
+TEST_F(HazardTest, AFountainEruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
+  PositionOf(holder) = {2.0f, -3.0f, 0.0f};
+  auto& fountain = Carry<Fountain>();
+  EXPECT_FALSE(FiresIn(60)) << "nobody has turned it on";
   TurnFountainsOn();
   std::size_t shots = 0;
   for (int i = 0; i < 178; ++i) {
-    scene.Run(1);
-    for (GameObject* ball : scene.NewOnes("cannonball")) {
+    Run(1);
+    for (GameObject* ball : NewOnes("cannonball")) {
       const Vec3& velocity = BodyOf(*ball).velocity;
       EXPECT_NEAR(Length(velocity), 3.0f, 1e-4f);
       EXPECT_GE(velocity.y, 3.0f * std::sin(kPi / 3.0f) - 1e-4f);
       const Vec3 muzzle = PositionOf(*ball) - velocity * (5.0f * kStep);
-      EXPECT_NEAR(Length(muzzle - Vec3{2.0f, -3.0f, 0.0f}), 0.1f, 1e-3f);
+      EXPECT_NEAR(Length(muzzle - PositionOf(holder)), 0.1f, 1e-3f);
       ++shots;
     }
   }
   EXPECT_GT(shots, 9u);
-  EXPECT_EQ(static_cast<std::size_t>(scene.FramesOf("sound 18").size()), shots);
-  scene.Run(100);
-  EXPECT_TRUE(scene.NewOnes("cannonball").empty()) << "the burst is over";
-  scene.script->Trigger();
-  scene.Run(30);
-  EXPECT_FALSE(scene.NewOnes("cannonball").empty());
-  Fountain another;
-  scene.Run(30);
-  EXPECT_TRUE(scene.NewOnes("cannonball").empty()) << "making one turns all off";
+  EXPECT_EQ(FramesOf("sound 18").size(), shots);
+  EXPECT_FALSE(FiresIn(100)) << "the burst is over";
+  fountain.Trigger();
+  EXPECT_TRUE(FiresIn(30));
+  const Fountain another;
+  EXPECT_FALSE(FiresIn(30)) << "making one turns all off";
 }
 
 // A freeze of the game's clock may begin while the thing is out of shape: it must not drift away for good.
-TEST(Squishy, BulgesOnceAndComesBackEvenThroughAFreeze) {
-  HazardScene<Squishy> scene;
-  Vec3& scale = scene.holder.GetTransform().graphicsScale;
+TEST_F(HazardTest, ASquishyThingBulgesOnceAndComesBackEvenThroughAFreeze) {
+  auto& squishy = Carry<Squishy>();
+  Vec3& scale = holder.GetTransform().graphicsScale;
+  const auto expectScale = [&](float x, float y) { EXPECT_LT(Length(scale - Vec3{x, y, 0.0f}), 1e-4f) << scale.x; };
   scale = {2.0f, 3.0f, 0.0f};
-  scene.Touch(scene.holder);
-  scene.Run(18);
-  EXPECT_NEAR(scale.x, 2.18f, 1e-4f);
-  EXPECT_NEAR(scale.y, 2.82f, 1e-4f);
-  scene.Touch(scene.holder);  // too early
-  for (int i = 0; i < 147; ++i) scene.script->Update(0.0f);
-  EXPECT_NEAR(scale.x, 2.18f, 1e-4f);
-  scene.Run(60);
-  EXPECT_NEAR(scale.x, 2.0f, 1e-4f);
-  EXPECT_NEAR(scale.y, 3.0f, 1e-4f);
-  EXPECT_EQ(scene.script->savedScale, (Vec3{2.0f, 3.0f, 0.0f}));
+  Hit(holder, holder);
+  Run(18);
+  expectScale(2.18f, 2.82f);
+  Hit(holder, holder);  // too early
+  for (int i = 0; i < 147; ++i) squishy.Update(0.0f);
+  expectScale(2.18f, 2.82f);
+  Run(60);
+  expectScale(2.0f, 3.0f);
+  EXPECT_EQ(squishy.savedScale, (Vec3{2.0f, 3.0f, 0.0f}));
 }
 
 // A point distance of 0: whoever overlaps it is drawn to it, and that is all.
-TEST(Vortex, AWhirlpoolGrowsAndOnlyPulls) {
-  HazardScene<Vortex> scene;
-  scene.script->pointDistance = 0.0f;
-  scene.script->pullingConstant = 0.004f;
-  GameObject& player = scene.world.AddSphere("Player1", {0.0f, 0.5f, 0.0f});
-  scene.holder.OnCollision({&scene.holder, &player});
+TEST_F(HazardTest, AWhirlpoolGrowsAndOnlyPulls) {
+  auto& whirlpool = Carry<Vortex>();
+  whirlpool.pointDistance = 0.0f;
+  whirlpool.pullingConstant = 0.004f;
+  GameObject& player = world.AddSphere("Player1", {0.0f, 0.5f, 0.0f});
+  Overlap(player);
   EXPECT_EQ(BodyOf(player).forceTotal, (Vec3{0.0f, -0.004f, 0.0f}));
-  EXPECT_EQ(player.GetTransform().graphicsScale, (Vec3{1.0f, 1.0f, 1.0f}));
   PositionOf(player) = {};
-  scene.holder.OnCollision({&scene.holder, &player});
+  Overlap(player);
+  EXPECT_EQ(ScaleOf(player), (Vec3{1.0f, 1.0f, 1.0f}));
   EXPECT_FALSE(player.Get<GalePhysics::SphereCollider>()->ghost);
-  PositionOf(player) = {0.0f, 9.0f, 0.0f};
-  for (int i = 0; i < 200; ++i) scene.script->Update(0.01f);
-  const auto* sphere = scene.holder.Get<GalePhysics::SphereCollider>();
-  EXPECT_NEAR(sphere->radius, 2.0f, 1e-4f);
-  EXPECT_EQ(sphere->broadPhaseSize, sphere->radius);
-  EXPECT_NEAR(scene.holder.GetTransform().graphicsScale.x, 2.0f, 1e-4f);
+  for (int i = 0; i < 200; ++i) whirlpool.Update(0.01f);
+  EXPECT_NEAR(sphere.radius, 2.0f, 1e-4f);
+  EXPECT_EQ(sphere.broadPhaseSize, sphere.radius);
+  EXPECT_NEAR(ScaleOf(holder).x, 2.0f, 1e-4f);
 }
 
-TEST(Vortex, AnExitSwallowsPlayersAndPrizesAndAWayInBringsPlayersBack) {
-  HazardScene<Vortex> scene;
-  GameObject& prize = scene.world.AddSphere("crate", {});
+TEST_F(HazardTest, AnExitSwallowsPrizesAndPlayersUntilTheLastIsGone) {
+  Carry<Vortex>();
+  GameObject& prize = world.AddSphere("crate", {});
   prize.Insert(std::make_unique<GivePoints>());
-  GameObject& thing = scene.world.AddSphere("thing", {});
-  for (GameObject* object : {&prize, &thing}) scene.holder.OnCollision({&scene.holder, object});
+  GameObject& thing = world.AddSphere("thing", {});
+  for (GameObject* object : {&prize, &thing}) Overlap(*object);
   EXPECT_FALSE(prize.alive);
   EXPECT_TRUE(thing.alive);
-
-  std::vector<GameObject*> players;
-  for (const char* name : {"Player1", "Player2", "Player3", "Player4"})
-    players.push_back(&scene.world.AddSphere(name, {0.2f, 0.0f, 0.0f}));
-  const auto draw = [&](GameObject& player, int overlaps) {
-    for (int i = 0; i < overlaps; ++i) scene.holder.OnCollision({&scene.holder, &player});
-  };
-  for (GameObject* player : players) {
-    EXPECT_TRUE(scene.holder.alive) << "until the last one is gone";
-    draw(*player, 1300);
-    EXPECT_LT(Length(player->GetTransform().graphicsScale), 0.0032f);
-    EXPECT_TRUE(player->Get<GalePhysics::SphereCollider>()->ghost);
+  for (const char* name : {"Player1", "Player2", "Player3", "Player4"}) {
+    EXPECT_TRUE(holder.alive);
+    GameObject& player = world.AddSphere(name, {0.2f, 0.0f, 0.0f});
+    Overlap(player, 1300);
+    EXPECT_LT(Length(ScaleOf(player)), 0.0032f);
+    EXPECT_TRUE(player.Get<GalePhysics::SphereCollider>()->ghost);
   }
-  EXPECT_FALSE(scene.holder.alive);
-
-  scene.holder.alive = true;
-  auto& wayIn = static_cast<Vortex&>(scene.holder.Get<ScriptBox>()->AddScript(std::make_unique<Vortex>()));
-  wayIn.isExit = false;
-  BodyOf(*players[2]).forceTotal = {};
-  wayIn.OnCollision({&scene.holder, players[2]});
-  EXPECT_EQ(PositionOf(*players[2]), (Vec3{-1.5f, 0.0f, 0.0f}));
-  EXPECT_FLOAT_EQ(players[2]->GetTransform().graphicsScale.x, 0.01001f);
-  EXPECT_EQ(BodyOf(*players[2]).forceTotal, (Vec3{0.001f, 0.0f, 0.0f})) << "pushed out of the middle";
-  for (int i = 0; i < 4700; ++i) wayIn.OnCollision({&scene.holder, players[2]});
-  EXPECT_FALSE(players[2]->Get<GalePhysics::SphereCollider>()->ghost);
-  EXPECT_NEAR(players[2]->GetTransform().graphicsScale.x, 1.0f, 0.1f);
+  EXPECT_FALSE(holder.alive);
 }
 
-TEST(OneWayIntoStage, ComesInThroughWallsAndIsItselfInside) {
-  HazardScene<OneWayIntoStage> scene({20.0f, 0.0f, 0.0f});
-  auto& body = BodyOf(scene.holder);
-  const auto* collider = scene.holder.Get<GalePhysics::SphereCollider>();
+TEST_F(HazardTest, AWayInBringsPlayersBackToTheirPlaces) {
+  Carry<Vortex>().isExit = false;
+  GameObject& player = world.AddSphere("Player3", {0.2f, 0.0f, 0.0f});
+  player.GetTransform().graphicsScale = {0.002f, 0.002f, 0.0f};
+  Overlap(player);
+  EXPECT_EQ(PositionOf(player), (Vec3{-1.5f, 0.0f, 0.0f}));
+  EXPECT_FLOAT_EQ(ScaleOf(player).x, 0.01001f);
+  EXPECT_EQ(BodyOf(player).forceTotal, (Vec3{0.001f, 0.0f, 0.0f})) << "pushed out of the middle";
+  EXPECT_TRUE(player.Get<GalePhysics::SphereCollider>()->ghost);
+  Overlap(player, 4700);
+  EXPECT_FALSE(player.Get<GalePhysics::SphereCollider>()->ghost);
+  EXPECT_NEAR(ScaleOf(player).x, 1.0f, 0.1f);
+}
+
+TEST_F(HazardTest, WhatComesInPassesWallsAndIsItselfInside) {
+  Carry<OneWayIntoStage>();
+  auto& body = BodyOf(holder);
   body.inverseMass = 0.5f;
   for (const float x : {20.0f, 14.01f, 13.99f, -13.99f, -14.01f, 0.0f}) {
-    PositionOf(scene.holder).x = x;
-    for (int i = 0; i < 3; ++i) scene.script->Update(kStep);
+    PositionOf(holder).x = x;
+    Update(3);
     const bool inside = std::abs(x) < 14.0f;
-    EXPECT_EQ(collider->collisionGroup, inside ? 1u : 0u) << x;
+    EXPECT_EQ(sphere.collisionGroup, inside ? 1u : 0u) << x;
     EXPECT_EQ(body.inverseMass, inside ? 0.5f : 0.0f) << x;
   }
 }
 
-TEST(PrisonScript, PutsWhatGotOutBackInTheMiddle) {
-  HazardScene<PrisonScript> scene;
-  struct Case {
+TEST_F(HazardTest, APrisonPutsWhatGotOutBackInTheMiddle) {
+  Carry<PrisonScript>();
+  constexpr Vec3 kVelocity = {1.0f, 2.0f, 3.0f};
+  const struct {
     const char* name;
     Vec3 place;
     Vec3 due;
-  };
-  const Case cases[] = {
-      {"Player1", {16.5f, 3.0f, 0.0f}, {-2.0f, 0.0f, 0.0f}}, {"Player2", {-16.1f, 0.0f, 0.0f}, {2.0f, 0.0f, 0.0f}},
-      {"Player3", {0.0f, 11.1f, 0.0f}, {-4.0f, 0.0f, 0.0f}}, {"Player4", {0.0f, -11.1f, 0.0f}, {4.0f, 0.0f, 0.0f}},
-      {"Player5", {99.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 0.0f}},  {"crate", {0.0f, 99.0f, 0.0f}, {0.0f, 0.0f, 0.0f}}};
-  auto& body = BodyOf(scene.holder);
-  for (const Case& tried : cases) {
-    scene.holder.name = tried.name;
-    PositionOf(scene.holder) = tried.place;
-    body.velocity = {1.0f, 2.0f, 3.0f};
-    scene.script->Update(kStep);
-    EXPECT_EQ(PositionOf(scene.holder), tried.due) << tried.name;
-    EXPECT_EQ(body.velocity, Vec3{}) << tried.name;
+    Vec3 velocity;
+  } cases[] = {{"Player1", {16.5f, 3.0f, 0.0f}, {-2.0f, 0.0f, 0.0f}, {}},
+               {"Player2", {-16.1f, 0.0f, 0.0f}, {2.0f, 0.0f, 0.0f}, {}},
+               {"Player3", {0.0f, 11.1f, 0.0f}, {-4.0f, 0.0f, 0.0f}, {}},
+               {"Player4", {0.0f, -11.1f, 0.0f}, {4.0f, 0.0f, 0.0f}, {}},
+               {"Player5", {99.0f, 0.0f, 0.0f}, {}, {}},
+               {"crate", {0.0f, 99.0f, 0.0f}, {}, {}},
+               {"inside", {15.9f, -11.0f, 0.4f}, {15.9f, -11.0f, 0.0f}, kVelocity}};
+  for (const auto& tried : cases) {
+    holder.name = tried.name;
+    PositionOf(holder) = tried.place;
+    BodyOf(holder).velocity = kVelocity;
+    Update(1);
+    EXPECT_EQ(PositionOf(holder), tried.due) << tried.name;
+    EXPECT_EQ(BodyOf(holder).velocity, tried.velocity) << tried.name;
   }
-  PositionOf(scene.holder) = {15.9f, -11.0f, 0.4f};
-  body.velocity = {1.0f, 2.0f, 3.0f};
-  scene.script->Update(kStep);
-  EXPECT_EQ(PositionOf(scene.holder), (Vec3{15.9f, -11.0f, 0.0f}));
-  EXPECT_EQ(body.velocity, (Vec3{1.0f, 2.0f, 3.0f}));
 }
 
-TEST(SandLogic, PuffsUnderFastPlayersOnly) {
-  SandScene scene;
-  GameObject& player = scene.world.AddSphere("Player3", {5.0f, 5.0f, 0.0f}, {.velocity = {1.9f, 0.0f, 0.0f}});
-  scene.Touch(player);
-  EXPECT_TRUE(scene.NewOnes("sandpoof").empty());
+TEST_F(HazardTest, SandPuffsUnderFastPlayersOnly) {
+  Carry("sandlogic");
+  GameObject& player = world.AddSphere("Player3", {5.0f, 5.0f, 0.0f});
+  GalePhysics::Contact contact = ContactOf(holder, player);
+  contact.point = {1.0f, 2.0f, 0.0f};
+  BodyOf(player).velocity.x = 1.9f;
+  holder.OnContact(contact);
+  EXPECT_EQ(CountObjects("sandpoof"), 0);
   BodyOf(player).velocity.x = 2.1f;
-  scene.Touch(player);
-  const auto puffs = scene.NewOnes("sandpoof");
-  ASSERT_EQ(puffs.size(), 3u);
-  EXPECT_EQ(PositionOf(*puffs[0]), (Vec3{1.0f, 2.0f, 0.0f}));
-  EXPECT_EQ(scene.FramesOf("sound 38").size(), 1u);
-  scene.Run(40);
-  EXPECT_EQ(EpisodeScene::CountObjects("sandpoof"), 3);
-  scene.Run(3);
-  EXPECT_EQ(EpisodeScene::CountObjects("sandpoof"), 0);
+  holder.OnContact(contact);
+  EXPECT_EQ(CountObjects("sandpoof"), 3);
+  EXPECT_EQ(PositionOf(*Find("sandpoof")), contact.point);
+  EXPECT_EQ(FramesOf("sound 38").size(), 1u);
+  Run(40);
+  EXPECT_EQ(CountObjects("sandpoof"), 3);
+  Run(3);
+  EXPECT_EQ(CountObjects("sandpoof"), 0);
 }

@@ -1,124 +1,75 @@
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <cmath>
 
-#include "core/script_box.h"
-#include "core/transform.h"
-#include "graphics/sprite.h"
-#include "match/episode_scene.h"
-#include "scripts/death_timer.h"
+#include "script_test.h"
 #include "scripts/spawner.h"
 #include "scripts/spawns_objects.h"
 
 namespace {
 
-class SpawnScene : public EpisodeScene {
+class SpawnTest : public ScriptTest {
  public:
-  SpawnScene() {
+  SpawnTest() {
     GameObject& pattern = world.AddSphere("fish", {}, {.damping = 0.9985f, .group = 0});
     world.WriteFile("fish", Document({&pattern}));
     pattern.alive = false;
-    GameObject& holder = world.Add("spawner", {21.0f, 1.0f, -0.2f});
+    PositionOf(holder) = {21.0f, 1.0f, -0.2f};
     holder.Insert(std::make_unique<Sprite>());
-    spawner = static_cast<SpawnsObjects*>(
-        &holder.Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<SpawnsObjects>()));
-    spawner->archetypeName = "fish";
-    spawner->spawnVelocity = {-1.5f, 0.0f, 0.0f};
-    spawner->spawnRate = 1.0f;
+    spawner.archetypeName = "fish";
+    spawner.spawnVelocity = {-1.5f, 0.0f, 0.0f};
+    spawner.spawnRate = 1.0f;
   }
-  static std::vector<GameObject*> Fish() {
-    std::vector<GameObject*> fish;
-    for (const auto& object : Objects().GetObjects())
-      if (object->alive && object->name == "fish") fish.push_back(object.get());
-    return fish;
-  }
+  static std::vector<GameObject*> Fish() { return FindAll("fish"); }
 
-  SpawnsObjects* spawner;
+  SpawnsObjects& spawner = Carry<SpawnsObjects>();
 };
 
 }  // namespace
 
 // Intervals are real seconds, of 58.8 frames; what swims to the left looks there.
-TEST(SpawnsObjects, SendsCopiesOffAtItsRate) {
-  SpawnScene scene;
-  scene.spawner->timeBeforeFirstSpawn = 1.0f;
-  scene.spawner->yRange = 6.0f;
-  scene.Run(58);
-  EXPECT_TRUE(SpawnScene::Fish().empty());
-  EXPECT_FALSE(scene.spawner->owner->Get<Sprite>()->visible);
-  scene.Run(1);
-  ASSERT_EQ(SpawnScene::Fish().size(), 1u);
-  GameObject& fish = *SpawnScene::Fish()[0];
+TEST_F(SpawnTest, SendsCopiesOffAtItsRate) {
+  spawner.timeBeforeFirstSpawn = 1.0f;
+  Run(58);
+  EXPECT_TRUE(Fish().empty());
+  EXPECT_FALSE(holder.Get<Sprite>()->visible);
+  Run(1);
+  ASSERT_EQ(Fish().size(), 1u);
+  GameObject& fish = *Fish()[0];
   const float damping = std::sqrt(0.9985f);
   EXPECT_FLOAT_EQ(BodyOf(fish).damping, damping);
+  EXPECT_NEAR(BodyOf(fish).velocity.x, -1.5f * std::pow(damping, 15.0f), 1e-4f);
   EXPECT_EQ(fish.GetTransform().graphicsScale.x, -1.0f);
+  EXPECT_EQ(PositionOf(fish).y, 1.0f) << "a range of no height";
   EXPECT_EQ(PositionOf(fish).z, -0.2f);
-  scene.Run(60 * 59);
-  const auto all = SpawnScene::Fish();
+  spawner.yRange = 6.0f;
+  Run(60 * 59);
+  const auto all = Fish();
   ASSERT_NEAR(static_cast<double>(all.size()), 61.0, 1.0);
-  float lowest = 100.0f;
-  float highest = -100.0f;
-  for (GameObject* one : all) {
-    lowest = std::min(lowest, PositionOf(*one).y);
-    highest = std::max(highest, PositionOf(*one).y);
-  }
-  EXPECT_GE(lowest, 1.0f - 6.0f);
-  EXPECT_LE(highest, 1.0f + 6.0f);
-  EXPECT_GT(highest - lowest, 8.0f) << "spread over the range";
+  const auto [lowest, highest] = std::minmax_element(
+      all.begin(), all.end(), [](GameObject* a, GameObject* b) { return PositionOf(*a).y < PositionOf(*b).y; });
+  EXPECT_GE(PositionOf(**lowest).y, 1.0f - 6.0f);
+  EXPECT_LE(PositionOf(**highest).y, 1.0f + 6.0f);
+  EXPECT_GT(PositionOf(**highest).y - PositionOf(**lowest).y, 8.0f) << "spread over the range";
+  spawner.spawnVelocity = {1.0f, 0.0f, 0.0f};
+  Run(60);
+  EXPECT_EQ(Fish().back()->GetTransform().graphicsScale.x, 1.0f);
 }
 
-TEST(SpawnsObjects, WithoutDampingItKeepsItsSpeedAndWithoutRangeItsRow) {
-  SpawnScene scene;
-  scene.world.WriteFile("crab", Document({&scene.world.AddSphere("fish", {}, {.damping = 1.0f})}));
-  SpawnScene::Fish()[0]->alive = false;
-  scene.spawner->archetypeName = "crab";
-  scene.Run(1);
-  GameObject& crab = *SpawnScene::Fish().at(0);
-  EXPECT_EQ(PositionOf(crab).y, 1.0f);
-  const float x = PositionOf(crab).x;
-  scene.Run(100);
-  EXPECT_NEAR(PositionOf(crab).x, x - 100 * 0.06375f, 1e-3f);
-  scene.spawner->spawnVelocity = {1.0f, 0.0f, 0.0f};
-  scene.Run(20);
-  EXPECT_EQ(SpawnScene::Fish().back()->GetTransform().graphicsScale.x, 1.0f);
-}
-
-TEST(SpawnsObjects, AMissingArchetypeWaitsForTheNextTurn) {
-  SpawnScene scene;
-  scene.spawner->archetypeName = "kraken";
-  scene.Run(130);
-  EXPECT_EQ(Count(scene.world.text(), "the archetype \"kraken\" makes no object"), 3);
-  scene.spawner->archetypeName = "fish";
-  scene.spawner->spawnRate = 0.0f;
-  scene.Run(100);
-  EXPECT_GE(SpawnScene::Fish().size(), 40u) << "no rate: one a frame";
-}
-
-TEST(DeathTimer, EndsItsOwnerInItsTime) {
-  EpisodeScene scene;
-  const auto add = [&](std::unique_ptr<DeathTimer> timer) {
-    GameObject& object = scene.world.Add("mortal");
-    object.Insert(std::make_unique<ScriptBox>()).AddScript(std::move(timer));
-    return object.id;
-  };
-  const auto byName = add(std::make_unique<DeathTimer>());
-  const auto shortly = add(std::make_unique<DeathTimer>(1.0f));
-  EXPECT_EQ(FindDeathTimer(*Objects().GetObject(byName))->endTime, 3.0f);
-  scene.Run(117);
-  EXPECT_NE(Objects().GetObject(shortly), nullptr);
-  scene.Run(1);
-  EXPECT_EQ(Objects().GetObject(shortly), nullptr);
-  scene.Run(237);
-  EXPECT_EQ(Objects().GetObject(byName), nullptr);
+TEST_F(SpawnTest, AMissingArchetypeWaitsForTheNextTurn) {
+  spawner.archetypeName = "kraken";
+  Run(130);
+  EXPECT_EQ(Count(world.text(), "the archetype \"kraken\" makes no object"), 3);
+  spawner.archetypeName = "fish";
+  spawner.spawnRate = 0.0f;
+  Run(100);
+  EXPECT_GE(Fish().size(), 40u) << "no rate: one a frame";
 }
 
 // The bench throws for ever, and what it throws is gone after three seconds.
-TEST(Spawner, ThrowsWithoutEndAndWithoutPilingUp) {
-  EpisodeScene scene;
-  scene.world.Add("bench").Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<Spawner>());
-  scene.Run(400);
-  const int thrown = EpisodeScene::CountObjects("thrown");
-  EXPECT_GE(thrown, 13);
-  scene.Run(800);
-  EXPECT_LE(EpisodeScene::CountObjects("thrown"), 15 * 3);
+TEST_F(ScriptTest, TheBenchThrowsWithoutEndAndWithoutPilingUp) {
+  Carry<Spawner>();
+  Run(400);
+  EXPECT_GE(CountObjects("thrown"), 13);
+  Run(800);
+  EXPECT_LE(CountObjects("thrown"), 15 * 3);
 }
