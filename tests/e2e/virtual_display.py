@@ -1,6 +1,7 @@
 """A screen of its own in memory, with a window manager, and the game running on it."""
 
 import os
+import re
 import signal
 import subprocess
 import threading
@@ -41,7 +42,7 @@ class VirtualDisplay:
     """
 
     def __init__(self, width, height, managed=True):
-        self.size = f"{width}x{height}x24"
+        self.screen = f"{width}x{height}x24"
         self.managed = managed
         self.processes = []
 
@@ -61,7 +62,7 @@ class VirtualDisplay:
 
     def _start_server(self):
         reading, writing = os.pipe()
-        server = ["Xvfb", "-displayfd", str(writing), "-screen", "0", self.size, "-nolisten", "tcp"]
+        server = ["Xvfb", "-displayfd", str(writing), "-screen", "0", self.screen, "-nolisten", "tcp"]
         self.processes.append(subprocess.Popen(server, pass_fds=[writing], stderr=subprocess.DEVNULL))
         os.close(writing)
         with os.fdopen(reading) as answer:
@@ -96,10 +97,8 @@ class VirtualDisplay:
 
     def find_window(self, title):
         """The ID of the window with this title, or None."""
-        for line in self.run("xwininfo", "-root", "-tree").splitlines():
-            if f'"{title}"' in line:
-                return line.split()[0]
-        return None
+        found = re.search(rf'(0x\w+) "{title}"', self.run("xwininfo", "-root", "-tree"))
+        return found and found[1]
 
     def focus(self, window):
         if self.managed:
@@ -180,10 +179,8 @@ class Game:
         window = self.wait_for_window()
         self.gain_focus(window)
         self.display.run("xdotool", "keydown", "Return")
-        try:
-            self.wait_for_line("Title Created")
-        finally:
-            self.display.run("xdotool", "keyup", "Return")
+        self.wait_for_line("Title Created")
+        self.display.run("xdotool", "keyup", "Return")
         time.sleep(0.3)
         return window
 
