@@ -1,29 +1,18 @@
 // Whatever was done on the bars, undo brings back what was.
 #include "core/object_manager.h"
-#include "core/script_box.h"
 #include "core/script_registry.h"
-#include "core/transform.h"
 #include "editor/editor_scene.h"
 #include "editor/object_fields.h"
 #include "editor/test_objects.h"
-#include "graphics/sprite.h"
-#include "match/objective_manager.h"
-#include "match/segment_manager.h"
 #include "physics/box_collider.h"
 #include "physics/primitive_assemblage.h"
-#include "physics/sphere_collider.h"
 
 // The stage has what the reading of a file would bring once more.
 TEST_F(EditorTest, AKilledMatchControllerComesBackWithoutAnotherPiece) {
-  world.Add("fish");
-  Objects().SaveLevel("piece");
-  GameObject& manager = Select(world.Add("segmentmanager"));
-  manager.Insert(std::make_unique<ScriptBox>()).AddScript("SegmentManager");
-  Press("Add Segment");
-  Set("levelName1", "piece");
+  AddMatchOfOnePiece();
   const std::string before = Saved("before");
   Press("Kill Selected Object");
-  Frames();
+  Run();
   Press("Undo");
   EXPECT_EQ(Saved("after"), before);
 }
@@ -32,21 +21,19 @@ TEST_F(EditorTest, AKilledMatchControllerComesBackWithoutAnotherPiece) {
 TEST_F(EditorTest, AKilledWhaleComesBackWithItsBody) {
   Press("Make Assemblage");
   const std::uint32_t id = Select(Last()).id;
-  const auto partOf = [&](std::size_t part) {
-    return Objects().GetObject(id)->Get<GalePhysics::PrimitiveAssemblage>()->boxes.at(part).get();
+  const auto bodyOf = [](GameObject& whale) {
+    const auto& assemblage = *whale.Get<GalePhysics::PrimitiveAssemblage>();
+    const GalePhysics::BoxCollider& nose = *assemblage.boxes.at(0);
+    return std::tuple(nose.halfExtents, nose.partOffset, nose.partRotation, assemblage.broadPhaseSize,
+                      assemblage.boxes.size());
   };
-  const GalePhysics::BoxCollider* nose = partOf(0);
-  const auto before = std::tuple{nose->halfExtents, nose->partOffset, nose->partRotation};
-  const float reach = Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize;
+  const auto before = bodyOf(Last());
   Press("Kill Selected Object");
-  Frames();
+  Run();
   EXPECT_EQ(Objects().GetObject(id), nullptr);
   Press("Undo");
   ASSERT_NE(Objects().GetObject(id), nullptr);
-  nose = partOf(0);
-  EXPECT_EQ(before, std::tuple(nose->halfExtents, nose->partOffset, nose->partRotation));
-  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize, reach);
-  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->boxes.size(), 2u);
+  EXPECT_EQ(before, bodyOf(*Objects().GetObject(id)));
 }
 
 // A save sorts the scene by depth; the order under the old depth comes back with it, and values beyond the limits too.
@@ -60,7 +47,7 @@ TEST_F(EditorTest, UndoOfAnEditBringsBackTheOrderAndValuesThatABarWouldNotTake) 
   Set("Rotation", "1");
   Set("FileName", "between");
   Press("Save Level");
-  Frames();
+  Run();
   EXPECT_EQ(Objects().GetObjects().front()->name, "second");
   for (int steps = 2; steps > 0; --steps) Press("Undo");
   EXPECT_EQ(Saved("after"), before);
@@ -135,14 +122,12 @@ class RandomEdits {
 TEST_F(EditorTest, UndoOfManyRandomEditsGivesTheFirstBytesBack) {
   constexpr int kSteps = 1200;
   Set("FileName", "on the way");
-  BodyOptions rest{.inverseMass = 0.0f};
   for (int i = 0; i < 12; ++i) {
-    GameObject& object =
-        world.AddBox(std::string("thing").append(std::to_string(i)), {static_cast<float>(i), 0.1f, 0.3f}, rest);
+    GameObject& object = world.AddBox("thing", {static_cast<float>(i), 0.1f, 0.3f}, {.inverseMass = 0.0f});
     object.AddComponent("ScriptBox");
     object.AddComponent("Sprite");
   }
-  Frames();
+  Run();
   const std::string before = Saved("before");
   RandomEdits edits(editor);
   for (int i = 0; i < kSteps; ++i) {
@@ -152,7 +137,7 @@ TEST_F(EditorTest, UndoOfManyRandomEditsGivesTheFirstBytesBack) {
   }
   EXPECT_NE(Saved("between"), before);
   for (int i = 0; i < kSteps; ++i) Press("Undo");
-  EXPECT_EQ(editor.GetStatus().front(), "nothing to undo");
+  ExpectStatus("nothing to undo");
   Objects().RemoveDeadObjects();
   EXPECT_EQ(Saved("after"), before);
   for (int i = 0; i < kSteps; ++i) Press("Redo");
