@@ -47,6 +47,10 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
     return WithoutIds(world.ReadFile(name));
   }
 
+  void Send(const SDL_Event& event, int frames = 1) {
+    platform.Push(event);
+    Run(frames);
+  }
   void Tap(int key) {
     SetKey(key, true);
     SetKey(key, false);
@@ -58,24 +62,21 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
     event.type = SDL_KEYDOWN;
     event.key.keysym.sym = key;
     event.key.repeat = 1;
-    platform.Push(event);
-    Run();
+    Send(event);
   }
   void Type(char letter) {
     SDL_Event event{};
     event.type = SDL_TEXTINPUT;
     event.text.text[0] = letter;
-    platform.Push(event);
-    Run();
+    Send(event);
   }
   void Mouse(int x, int y) {
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
     event.motion.x = x;
     event.motion.y = y;
-    platform.Push(event);
+    Send(event, 3);
     place = {x, y};
-    Run(3);
   }
   void Button(bool down) {
     SDL_Event event{};
@@ -83,8 +84,7 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
     event.button.button = SDL_BUTTON_LEFT;
     event.button.x = place[0];
     event.button.y = place[1];
-    platform.Push(event);
-    Run();
+    Send(event);
   }
   void Click(int x, int y) {
     Mouse(x, y);

@@ -61,41 +61,31 @@ class RandomEdits {
   explicit RandomEdits(Editor& editor) : editor_(editor) {}
 
   void Do() {
-    const auto& objects = Objects().GetObjects();
     ClearSelection();
-    if (!objects.empty()) AddToSelection(objects[Below(objects.size())]->id);
-    switch (Below(12)) {
-      case 0:
-        return Press("Kill Selected Object");
-      case 1:
-        return Press(TestObjects()[Below(TestObjects().size())].label);
-      case 2:
-        return AddScript();
-      case 3:
-        editor_.Set("Component Type To Add", std::to_string(Below(6)));
-        return Press("Add Component");
-      case 4:
-        return Press(std::array{"Add Segment", "Insert Segment Before 1", "Add Objective"}[Below(3)]);
-      case 5:
-        return Press("Save Level");
-      default:
-        return SetAnything();
-    }
+    if (!Objects().GetObjects().empty()) AddToSelection(AnyOf(Objects().GetObjects())->id);
+    if (Below(2) == 0) return SetAnything();
+    editor_.Set("Component Type To Add", std::to_string(Below(6)));
+    editor_.Set("Script Name", AnyScript());
+    const std::string_view make = AnyOf(TestObjects()).label;
+    editor_.Press(AnyOf(std::array<std::string_view, 8>{make, "Kill Selected Object", "Add Component", "Add Script",
+                                                        "Add Segment", "Insert Segment Before 1", "Add Objective",
+                                                        "Save Level"}));
   }
 
  private:
   std::size_t Below(std::size_t limit) { return (random_ = random_ * 1664525u + 1013904223u) / 65536u % limit; }
-  void Press(std::string_view label) { editor_.Press(label); }
+  template <class Values>
+  typename Values::const_reference AnyOf(const Values& values) {
+    return values[Below(values.size())];
+  }
 
   // Screens bring the next one when they go. Generators stay with their host to the end of the run.
-  void AddScript() {
-    const auto names = RegisteredScriptNames();
-    const std::string name(names[Below(names.size())]);
+  std::string AnyScript() {
+    const std::string name(AnyOf(RegisteredScriptNames()));
     for (const char* other :
          {"LogoScreenScript", "SplashScreenLogic", "TitleScreenScript", "wsl", "gravity", "spring", "wobblypuller"})
-      if (name == other) return;
-    editor_.Set("Script Name", name);
-    Press("Add Script");
+      if (name == other) return "";
+    return name;
   }
 
   void SetAnything() {
@@ -103,7 +93,7 @@ class RandomEdits {
     if (object == nullptr) return;
     TweakBar bar("all");
     AddObjectFields(bar, *object);
-    const TweakBar::Entry& entry = bar.GetEntries()[Below(bar.GetEntries().size())];
+    const TweakBar::Entry& entry = AnyOf(bar.GetEntries());
     if (entry.kind != TweakBar::Entry::Kind::kVariable || entry.name == "Core Level Object?") return;
     const std::string number = std::to_string(Below(2000)) + ".37";
     const std::string label = "GaleEditor" + entry.path;
