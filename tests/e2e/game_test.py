@@ -14,7 +14,7 @@ class GameTest(unittest.TestCase):
 
     def play(self, width=1280, height=720, managed=True, program=None):
         self.display = self.enterContext(VirtualDisplay(width, height, managed))
-        self.game = self.enterContext(Game(self.display, program or self.program))
+        self.game = Game(self.display, program or self.program)
         self.size = f"{width}x{height}"
 
     def look(self):

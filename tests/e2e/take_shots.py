@@ -12,7 +12,8 @@ def main():
     program = Path(sys.argv[1]).resolve()
     shots = program.parent / "shots"
     shots.mkdir(exist_ok=True)
-    with VirtualDisplay(1280, 720) as display, Game(display, program) as game:
+    with VirtualDisplay(1280, 720) as display:
+        game = Game(display, program)
         game.reach_title()
         display.take_picture().save(shots / "play-title.png")
         game.leave_title()

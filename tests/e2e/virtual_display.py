@@ -121,7 +121,7 @@ class VirtualDisplay:
 
 
 class Game:
-    """The program on a virtual display, its lines of standard output gathered as they come. Use as a context."""
+    """The program on a virtual display, its lines of standard output gathered as they come. Ends with the display."""
 
     def __init__(self, display, program):
         self.display = display
@@ -130,13 +130,6 @@ class Game:
         self.started = time.monotonic()
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        stop(self.process)
-        self._reader.join(5)
 
     def _read(self):
         with self.process.stdout as lines:
