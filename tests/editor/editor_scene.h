@@ -22,6 +22,14 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
   void OnEvent(std::string_view /*text*/) override {}
   void Press(const char* label) { EXPECT_EQ(editor.Press(label), ""); }
   void Set(const char* label, const char* value) { EXPECT_EQ(editor.Set(label, value), ""); }
+  void SaveAs(const char* file) {
+    Set("FileName", file);
+    Press("Save Level");
+  }
+  void Load(const char* file) {
+    Set("FileName", file);
+    Press("Load Level");
+  }
   void ExpectStatus(const char* line) { EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{line}); }
   GameObject& Select(GameObject& object) {
     AddToSelection(object.id);

@@ -45,8 +45,7 @@ TEST_F(EditorTest, UndoOfAnEditBringsBackTheOrderAndValuesThatABarWouldNotTake) 
   Set("broad phase size", "3");
   Set("Transform/position", "0 0 0");
   Set("Rotation", "1");
-  Set("FileName", "between");
-  Press("Save Level");
+  SaveAs("between");
   Run();
   EXPECT_EQ(Objects().GetObjects().front()->name, "second");
   for (int steps = 2; steps > 0; --steps) Press("Undo");

@@ -31,27 +31,21 @@ std::string ValueFrom(std::string_view text) {
 
 TEST(TweakBar, FindsByLabelNameAndGroupsFirstInOrder) {
   TweakBar bar("bar");
-  float first = 1.0f;
-  float second = 2.0f;
-  float third = 3.0f;
+  float values[] = {1.0f, 2.0f, 3.0f};
   int pressed = 0;
   bar.BeginGroup("a/b");
-  bar.Add("x ", &first);
+  bar.Add("x ", &values[0]);
   bar.BeginGroup("inner");
-  bar.Add("x ", &second);
+  bar.Add("x ", &values[1]);
   bar.EndGroup();
   bar.EndGroup();
   bar.BeginGroup("inner");
-  bar.Add("x ", &third);
+  bar.Add("x ", &values[2]);
   bar.AddButton("Add Objective", "Add above objective", [&] { ++pressed; });
   bar.EndGroup();
   const auto valueOf = [&](const char* label) { return std::get<float>(GetValue(bar.Find(label)->field)); };
-  EXPECT_EQ(valueOf("x"), 1.0f);
-  EXPECT_EQ(valueOf(" x "), 1.0f);
-  EXPECT_EQ(valueOf("inner/x"), 2.0f);
-  EXPECT_EQ(valueOf("a/b/x"), 1.0f);
-  EXPECT_EQ(valueOf("a/b/inner/x"), 2.0f);
-  EXPECT_EQ(valueOf("bar/x"), 1.0f);
+  for (const char* label : {"x", " x ", "a/b/x", "bar/x"}) EXPECT_EQ(valueOf(label), 1.0f) << label;
+  for (const char* label : {"inner/x", "a/b/inner/x"}) EXPECT_EQ(valueOf(label), 2.0f) << label;
   EXPECT_EQ(bar.Find("other/x"), nullptr);
   EXPECT_EQ(bar.Find("inner"), nullptr) << "a group is neither variable nor button";
   bar.Find("Add Objective")->press();

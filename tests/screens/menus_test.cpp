@@ -155,7 +155,7 @@ TEST_F(MenusTest, WhatIsMutedIsNotHeard) {
   Audio::Init(Audio::Output::kLoopback);
   Audio::LoadEffects();
   // A mute takes a few frames to fade in.
-  const auto loudness = [](int id, int kind) {
+  const auto isHeard = [](int id, int kind) {
     Audio::Play(id, kind);
     std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
     int loudest = 0;
@@ -166,22 +166,19 @@ TEST_F(MenusTest, WhatIsMutedIsNotHeard) {
     }
     return loudest > 100;
   };
-  const auto music = [&] { return loudness(Sound::kPodiumMusic, Audio::kLongLived); };
-  const auto effects = [&] { return loudness(Sound::kPointBubble, Audio::kOneShot); };
+  const struct {
+    MenuCallback toggle;
+    bool music;
+    bool effects;
+  } steps[] = {{IgnoreArgument, true, true},    {ToggleMusicMute, false, true},  {ToggleAllMute, false, false},
+               {ToggleMusicMute, false, false}, {ToggleMusicMute, false, false}, {ToggleAllMute, false, true},
+               {ToggleMusicMute, true, true}};
   const std::uint32_t button = 0;  // of no object
-  EXPECT_TRUE(effects());
-  EXPECT_TRUE(music());
-  ToggleMusicMute(&button);
-  ToggleAllMute(&button);
-  EXPECT_FALSE(effects());
-  ToggleMusicMute(&button);
-  EXPECT_FALSE(music()) << "nothing is heard while all sound is off";
-  ToggleMusicMute(&button);
-  ToggleAllMute(&button);
-  EXPECT_FALSE(music());
-  EXPECT_TRUE(effects());
-  ToggleMusicMute(&button);
-  EXPECT_TRUE(music());
+  for (const auto& [toggle, music, effects] : steps) {
+    toggle(&button);
+    EXPECT_EQ(isHeard(Sound::kPointBubble, Audio::kOneShot), effects) << "music " << music;
+    EXPECT_EQ(isHeard(Sound::kPodiumMusic, Audio::kLongLived), music) << "effects " << effects;
+  }
   Audio::Shutdown();
 }
 
