@@ -56,15 +56,14 @@ class Picture:
         pixels = self.width * self.height
         return tuple(sum(self.rgb[channel::3]) / pixels for channel in range(3))
 
-    def black_edges(self):
-        """The names of the edges whose outermost row or column is all black."""
-        edges = {
-            "top": (0, 0, self.width, 1),
-            "bottom": (0, self.height - 1, self.width, 1),
-            "left": (0, 0, 1, self.height),
-            "right": (self.width - 1, 0, 1, self.height),
-        }
-        return [name for name, edge in edges.items() if not any(self.crop(*edge).rgb)]
+    def is_black(self):
+        return not any(self.rgb)
+
+    def edges(self):
+        """The outermost rows and columns: top, bottom, left, right."""
+        right, bottom = self.width - 1, self.height - 1
+        rows = [self.crop(0, y, self.width, 1) for y in (0, bottom)]
+        return rows + [self.crop(x, 0, 1, self.height) for x in (0, right)]
 
     def mean_difference(self, other):
         """How far two pictures of one size are apart on average, in steps of a colour of 255; looks at every 16th pixel."""

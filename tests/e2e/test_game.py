@@ -29,7 +29,7 @@ LEAST_TRAVEL = 6.0  # pixels
 class MatchTest(GameTest):
     def check_picture(self, name):
         picture = self.shoot(name)
-        self.assertEqual(picture.black_edges(), [], f"{name}: edges that are all black")
+        self.assertFalse(any(edge.is_black() for edge in picture.edges()), f"{name}: an edge is all black")
         patch = picture.crop_shares(*OPEN_SEA).mean()
         for colour, sea in zip(patch, SEA):
             self.assertAlmostEqual(colour, sea, delta=SEA_TOLERANCE, msg=f"{name}: no sea above the title: {patch}")
@@ -55,7 +55,7 @@ class MatchTest(GameTest):
         window = self.start_match()
         self.check_picture("start")
         self.game.lose_focus().terminate()
-        wait_until(lambda: not any(self.look().crop(640, 360, 100, 100).rgb), PATIENCE,
+        wait_until(lambda: self.look().crop(640, 360, 100, 100).is_black(), PATIENCE,
                    "the full-screen window to be minimised")
         self.game.gain_focus(window, after=len(self.game.lines))
         time.sleep(1)
@@ -64,7 +64,7 @@ class MatchTest(GameTest):
         # It stands still until everybody has had time to read the first title. Later another octopus, a prop or a wall
         # may turn player 1 aside.
         for key, direction in KEYS.items():
-            wait_until(lambda: self.flies_along(key, direction), PATIENCE, f"player 1 to fly along {direction} by {key}")
+            wait_until(lambda: self.flies_along(key, direction), PATIENCE, f"{key} to let player 1 fly along {direction}")
         self.check_output()
         self.assertEqual(self.game.quit(), 0)
 

@@ -78,13 +78,11 @@ class VirtualDisplay:
         for _ in range(4):
             manager = self.start(["openbox"])
             try:
-                return wait_until(self._has_manager, 4, "the window manager")
+                return wait_until(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), 4,
+                                  "the window manager")
             except TimeoutError:
                 stop(manager)
         raise RuntimeError("openbox did not start")
-
-    def _has_manager(self):
-        return "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
 
     def start(self, command, **options):
         options = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options}
@@ -150,15 +148,12 @@ class Game:
             raise RuntimeError(f"the program ended with {self.process.returncode}:\n{self.output}")
         return True
 
-    def wait_for_line(self, text, after=0, meanwhile=None):
+    def wait_for_line(self, text, after=0, meanwhile=lambda: None):
         """Waits for a line with this text beyond the first `after` lines; calls `meanwhile` until it has come."""
 
         def has_come():
-            if self._is_running() and any(text in line for line in self.lines[after:]):
-                return True
-            if meanwhile:
-                meanwhile()
-            return False
+            meanwhile()
+            return self._is_running() and any(text in line for line in self.lines[after:])
 
         wait_until(has_come, PATIENCE, f'the line "{text}"')
 

@@ -6,6 +6,8 @@
 #include "core/transform.h"
 #include "editor/editor_scene.h"
 #include "input/input.h"
+#include "physics/box_collider.h"
+#include "physics/sphere_collider.h"
 #include "scripts/death_timer.h"
 
 namespace {
@@ -60,6 +62,17 @@ TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
   Set("Find", "ZzY");
   Press("Add dizzy");
   EXPECT_EQ(editor.Press("Add nothing"), "the bars have no button \"Add nothing\"");
+}
+
+TEST_F(EditorTest, OfTheTestObjectsABoxMovesASphereStandsAndTheThirdStopsNothing) {
+  Press("Make default box");
+  EXPECT_NE(BodyOf(Last()).inverseMass, 0.0f);
+  EXPECT_FALSE(Last().Get<GalePhysics::BoxCollider>()->ghost);
+  Press("Make default sphere");
+  EXPECT_EQ(BodyOf(Last()).inverseMass, 0.0f);
+  Press("Make default object");
+  EXPECT_TRUE(Last().Get<GalePhysics::SphereCollider>()->ghost);
+  EXPECT_EQ(Last().GetComponent(Kind::kRigidBody), nullptr);
 }
 
 TEST_F(EditorTest, SavesTheDurationLastAndAutosavesInNumber) {

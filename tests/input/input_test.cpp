@@ -85,6 +85,8 @@ TEST_F(InputTest, AClickCountsInItsFrameUnlessItEndsThere) {
   TrackClick(SDL_BUTTON_X1, true);
   Input::EndMouseFrame();
   EXPECT_FALSE(Input::IsLeftClicked());
+  TrackClick(SDL_BUTTON_LEFT, true);
+  EXPECT_TRUE(Input::IsLeftClicked()) << "in the frame after its release";
 
   TrackClick(SDL_BUTTON_RIGHT, true);
   for (const bool down : {true, false}) TrackClick(SDL_BUTTON_LEFT, down);

@@ -1,7 +1,5 @@
 #include "screens/menus.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "audio/audio.h"
@@ -12,7 +10,6 @@
 #include "core/pause.h"
 #include "core/script_box.h"
 #include "input/input.h"
-#include "match/new_game.h"
 #include "screens/clickable.h"
 #include "screens/menu_system.h"
 #include "screens/options.h"
@@ -20,19 +17,8 @@
 
 namespace {
 
-// A match without a stage, with the first two pads, under which a test opens menus.
-class MenusTest : public testing::Test {
+class MenusTest : public ScreenInMatchTest {
  protected:
-  void SetUp() override {
-    scene.platform.ConnectPad(0, true);
-    scene.platform.ConnectPad(1, true);
-    NewGame();
-    FinishStartUp();
-    scene.Run(2);
-    scene.TakeLog();
-    scene.sounds.clear();
-  }
-
   static const GameObject& Selected() {
     return *Objects().GetObject(Menus().GetCurrentMenu()->GetSelected()->objectId);
   }
@@ -41,8 +27,6 @@ class MenusTest : public testing::Test {
     scene.platform.SetPadAxis(slot, axis, static_cast<std::int16_t>(value));
     scene.Run();
   }
-
-  ScreenScene scene;
 };
 
 void IgnoreArgument(const void* /*argument*/) {}

@@ -1,6 +1,8 @@
 // The program from its first frame, without pictures: keys and pads that a test presses, and what the run's log says.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -10,6 +12,7 @@
 #include "core/transform.h"
 #include "graphics/sprite.h"
 #include "input/gamepad.h"
+#include "match/new_game.h"
 #include "screens/start_up.h"
 #include "scripted_scene.h"
 #include "startup.h"
@@ -82,4 +85,19 @@ class ScreenScene : public ScriptedScene {
 
   std::vector<std::pair<int, std::string>> log;
   std::vector<std::string> sounds;
+};
+
+/// A match without a stage, with the first two pads, in which a test opens screens and menus.
+class ScreenInMatchTest : public testing::Test {
+ protected:
+  ScreenInMatchTest() {
+    for (const int slot : {0, 1}) scene.platform.ConnectPad(slot, true);
+    NewGame();
+    FinishStartUp();
+    scene.Run(2);
+    scene.TakeLog();
+    scene.sounds.clear();
+  }
+
+  ScreenScene scene;
 };

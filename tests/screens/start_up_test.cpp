@@ -1,7 +1,5 @@
 #include "screens/start_up.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 
 #include "audio/audio.h"
@@ -9,7 +7,6 @@
 #include "audio/test_sounds.h"
 #include "core/game_time.h"
 #include "graphics/preload_list.h"
-#include "match/new_game.h"
 #include "screens/screen_scene.h"
 
 namespace {

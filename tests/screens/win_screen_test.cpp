@@ -1,42 +1,29 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "core/event.h"
 #include "core/pause.h"
 #include "core/script_box.h"
 #include "graphics/sprite_text.h"
-#include "match/new_game.h"
 #include "match/scoring.h"
 #include "screens/screen_scene.h"
 
 namespace {
 
-// A match at its end, with the first two pads, and the win screen that its clock would start.
-class WinScreenTest : public testing::Test {
+// A match at its end, and the win screen that its clock would start.
+class WinScreenTest : public ScreenInMatchTest {
  protected:
-  void SetUp() override {
-    scene.world.WriteFile("level1", "{\n\t1: {\n\t\tName: stage\n\t\tCore: false\n\t}\n}\n");
-    NewGame();
-    FinishStartUp();
-    for (const int slot : {0, 1}) scene.platform.ConnectPad(slot, true);
-    scene.Run();
-    scene.TakeLog();
-  }
-
   void Start() { scene.world.Add("").Insert(std::make_unique<ScriptBox>()).AddScript("wsl"); }
   void ReachPodium() {
     Start();
     scene.Run(400);
     scene.TakeLog();
   }
-
-  ScreenScene scene;
 };
 
 }  // namespace
 
 TEST_F(WinScreenTest, RunsItsStagesInOrderAndWaits) {
+  scene.world.Add("stage");
   Start();
   EXPECT_NE(scene.Find("finish"), nullptr);
   scene.Run(236);
