@@ -64,7 +64,7 @@ class MatchTest(GameTest):
         # It stands still until everybody has had time to read the first title. Later another octopus, a prop or a wall
         # may turn player 1 aside.
         for key, direction in KEYS.items():
-            wait_until(lambda: self.flies_along(key, direction), PATIENCE, f"{key} to let player 1 fly along {direction}")
+            wait_until(lambda: self.flies_along(key, direction), PATIENCE, f"{key}: a flight along {direction}")
         self.check_output()
         self.assertEqual(self.game.quit(), 0)
 
