@@ -23,6 +23,7 @@ OCTOPUS_REACH = 12  # pixels
 OCTOPUS_PIXELS = 30
 
 KEYS = {"d": (1, 0), "a": (-1, 0), "w": (0, -1), "s": (0, 1)}  # picture directions, y downwards
+KEY_TRIES = 12  # another octopus, a prop or a wall may turn player 1 aside
 LEAST_TRAVEL = 6.0  # pixels
 
 
@@ -61,10 +62,9 @@ class MatchTest(GameTest):
         time.sleep(1)
         self.check_picture("brought-back")
         self.assertTrue(self.is_moving(), "nothing moves after the window is back")
-        # It stands still until everybody has had time to read the first title. Later another octopus, a prop or a wall
-        # may turn player 1 aside.
         for key, direction in KEYS.items():
-            wait_until(lambda: self.flies_along(key, direction), PATIENCE, f"{key}: a flight along {direction}")
+            astray = []
+            wait_until(lambda: self.flies_along(key, direction, astray), PATIENCE, f"{key}: a flight along {direction}")
         self.check_output()
         self.assertEqual(self.game.quit(), 0)
 
@@ -72,8 +72,10 @@ class MatchTest(GameTest):
         """Where player 1 is in the water."""
         return picture.crop(*WATER).find_cluster(RED_LOWEST, RED_HIGHEST, OCTOPUS_REACH)
 
-    def flies_along(self, key, direction):
-        """Presses the key and tells whether player 1 then flies in the direction."""
+    def flies_along(self, key, direction, astray):
+        """Presses the key and tells whether player 1 then flies in the direction; keeps its flights astray and fails when
+        they are too many. It stands still until everybody has had time to read the first title, which counts for nothing.
+        """
         self.display.hold_key(key, 0.2)
         first = self.find_octopus(self.look())
         time.sleep(0.3)
@@ -81,7 +83,13 @@ class MatchTest(GameTest):
         x, y = second.x - first.x, second.y - first.y
         along = x * direction[0] + y * direction[1]
         across = abs(x * direction[1]) + abs(y * direction[0])
-        return min(first.pixels, second.pixels) >= OCTOPUS_PIXELS and along > LEAST_TRAVEL and across < along / 2
+        if min(first.pixels, second.pixels) < OCTOPUS_PIXELS or max(abs(along), across) < LEAST_TRAVEL:
+            return False
+        if along > LEAST_TRAVEL and across < along / 2:
+            return True
+        astray.append((round(x, 1), round(y, 1)))
+        self.assertLess(len(astray), KEY_TRIES, f"{key}: flights astray {astray}")
+        return False
 
     def test_large_display_and_closed_window(self):
         self.start_match(1920, 1080)
