@@ -4,8 +4,14 @@ import struct
 import zlib
 from collections import namedtuple
 
-# A centre of gravity in pixels, and of how many pixels.
-Spot = namedtuple("Spot", "x y pixels")
+
+class Spot(namedtuple("Spot", "x y pixels")):
+    """The centre of gravity of some pixels, and how many they are."""
+
+    @classmethod
+    def of(cls, places):
+        count = len(places)
+        return cls(sum(x for _, x in places) / max(count, 1), sum(y for y, _ in places) / max(count, 1), count)
 
 
 class Picture:
@@ -34,7 +40,8 @@ class Picture:
         return cls(width, height, bytes(rgb))
 
     def save(self, path):
-        rows = b"".join(b"\0" + self.row(y) for y in range(self.height))
+        stride = 3 * self.width
+        rows = b"".join(b"\0" + self.rgb[start : start + stride] for start in range(0, len(self.rgb), stride))
 
         def chunk(kind, data):
             return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
@@ -44,38 +51,19 @@ class Picture:
             b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, 6)) + chunk(b"IEND", b"")
         )
 
-    def row(self, y):
-        return self.rgb[3 * self.width * y : 3 * self.width * (y + 1)]
-
-    def column(self, x):
-        stride = 3 * self.width
-        return b"".join(self.rgb[start : start + 3] for start in range(3 * x, len(self.rgb), stride))
-
     def mean(self):
         """The mean red, green and blue, 0 to 255."""
         pixels = self.width * self.height
         return tuple(sum(self.rgb[channel::3]) / pixels for channel in range(3))
 
-    def black_edges(self):
-        """The names of the edges whose outermost row or column is all black."""
-        edges = {
-            "top": self.row(0),
-            "bottom": self.row(self.height - 1),
-            "left": self.column(0),
-            "right": self.column(self.width - 1),
-        }
-        return [name for name, pixels in edges.items() if not any(pixels)]
+    def is_black(self):
+        return not any(self.rgb)
 
-    def changed_pixels(self, other):
-        """How many pixels differ between two pictures of one size."""
-        mine, theirs = memoryview(self.rgb), memoryview(other.rgb)
-        stride = 3 * self.width
-        changed = 0
-        for start in range(0, len(mine), stride):
-            row, other_row = mine[start : start + stride], theirs[start : start + stride]
-            if row != other_row:
-                changed += sum(row[i : i + 3] != other_row[i : i + 3] for i in range(0, stride, 3))
-        return changed
+    def edges(self):
+        """The outermost rows and columns: top, bottom, left, right."""
+        right, bottom = self.width - 1, self.height - 1
+        rows = [self.crop(0, y, self.width, 1) for y in (0, bottom)]
+        return rows + [self.crop(x, 0, 1, self.height) for x in (0, right)]
 
     def mean_difference(self, other):
         """How far two pictures of one size are apart on average, in steps of a colour of 255; looks at every 16th pixel."""
@@ -83,18 +71,20 @@ class Picture:
         return sum(abs(a - b) for a, b in zip(mine, theirs)) / len(mine)
 
     def crop(self, left, top, width, height):
-        rows = (self.row(y)[3 * left : 3 * (left + width)] for y in range(top, top + height))
-        return Picture(width, height, b"".join(rows))
+        starts = range(3 * (self.width * top + left), 3 * self.width * (top + height), 3 * self.width)
+        return Picture(width, height, b"".join(self.rgb[start : start + 3 * width] for start in starts))
+
+    def crop_shares(self, *shares):
+        """As crop, in shares of the width and height."""
+        size = 2 * (self.width, self.height)
+        return self.crop(*(int(share * pixels) for share, pixels in zip(shares, size)))
 
     def find_all(self, lowest, highest):
-        """All pixels between two colours, as their centre of gravity; None when there are none."""
-        found = self._pixels_between(lowest, highest)
-        if not found:
-            return None
-        return Spot(sum(x for _, x in found) / len(found), sum(y for y, _ in found) / len(found), len(found))
+        """All pixels between two colours."""
+        return Spot.of(self._places_between(lowest, highest))
 
-    def _pixels_between(self, lowest, highest):
-        """The pixels (y, x), sought in one pass over each channel."""
+    def _places_between(self, lowest, highest):
+        """As (y, x), sought in one pass over each channel."""
         masks = [
             int.from_bytes(self.rgb[channel::3].translate(bytes(low <= value <= high for value in range(256))), "big")
             for channel, (low, high) in enumerate(zip(lowest, highest))
@@ -103,14 +93,10 @@ class Picture:
         return [divmod(i, self.width) for i, value in enumerate(both) if value]
 
     def find_cluster(self, lowest, highest, reach):
-        """The pixel with the most pixels between two colours within `reach` pixels of it, as their centre of gravity;
-        None when there are none."""
-        found = self._pixels_between(lowest, highest)
+        """The pixel with the most pixels between two colours within `reach` pixels of it, and those."""
+        found = self._places_between(lowest, highest)
         clusters = (
             [(y, x) for y, x in found if abs(y - centre_y) <= reach and abs(x - centre_x) <= reach]
             for centre_y, centre_x in found
         )
-        best = max(clusters, key=len, default=None)
-        if not best:
-            return None
-        return Spot(sum(x for _, x in best) / len(best), sum(y for y, _ in best) / len(best), len(best))
+        return Spot.of(max(clusters, key=len, default=[]))

@@ -10,22 +10,17 @@ from virtual_display import Game, VirtualDisplay
 
 def main():
     program = Path(sys.argv[1]).resolve()
-    times = sorted(float(seconds) for seconds in sys.argv[2:])
     shots = program.parent / "shots"
     shots.mkdir(exist_ok=True)
-    with VirtualDisplay(1280, 720) as display, Game(display, program) as game:
-
-        def shoot(name):
-            path = shots / f"play-{name}.png"
-            display.take_picture().save(path)
-            print(path)
-
+    with VirtualDisplay(1280, 720) as display:
+        game = Game(display, program)
         game.reach_title()
-        shoot("title")
+        display.take_picture().save(shots / "play-title.png")
         game.leave_title()
-        for seconds in times:
+        for seconds in sorted(map(float, sys.argv[2:])):
             game.sleep_until(seconds)
-            shoot(f"{seconds:g}s")
+            display.take_picture().save(shots / f"play-{seconds:g}s.png")
+        print(f"screenshots: {shots}/play-*.png")
         return game.quit()
 
 

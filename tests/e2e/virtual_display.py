@@ -1,6 +1,7 @@
 """A screen of its own in memory, with a window manager, and the game running on it."""
 
 import os
+import re
 import signal
 import subprocess
 import threading
@@ -41,7 +42,7 @@ class VirtualDisplay:
     """
 
     def __init__(self, width, height, managed=True):
-        self.size = f"{width}x{height}x24"
+        self.screen = f"{width}x{height}x24"
         self.managed = managed
         self.processes = []
 
@@ -61,7 +62,7 @@ class VirtualDisplay:
 
     def _start_server(self):
         reading, writing = os.pipe()
-        server = ["Xvfb", "-displayfd", str(writing), "-screen", "0", self.size, "-nolisten", "tcp"]
+        server = ["Xvfb", "-displayfd", str(writing), "-screen", "0", self.screen, "-nolisten", "tcp"]
         self.processes.append(subprocess.Popen(server, pass_fds=[writing], stderr=subprocess.DEVNULL))
         os.close(writing)
         with os.fdopen(reading) as answer:
@@ -77,13 +78,11 @@ class VirtualDisplay:
         for _ in range(4):
             manager = self.start(["openbox"])
             try:
-                return wait_until(self._has_manager, 4, "the window manager")
+                return wait_until(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), 4,
+                                  "the window manager")
             except TimeoutError:
                 stop(manager)
         raise RuntimeError("openbox did not start")
-
-    def _has_manager(self):
-        return "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
 
     def start(self, command, **options):
         options = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options}
@@ -96,10 +95,8 @@ class VirtualDisplay:
 
     def find_window(self, title):
         """The ID of the window with this title, or None."""
-        for line in self.run("xwininfo", "-root", "-tree").splitlines():
-            if f'"{title}"' in line:
-                return line.split()[0]
-        return None
+        found = re.search(rf'(0x\w+) "{title}"', self.run("xwininfo", "-root", "-tree"))
+        return found and found[1]
 
     def focus(self, window):
         if self.managed:
@@ -122,7 +119,7 @@ class VirtualDisplay:
 
 
 class Game:
-    """The program on a virtual display, its lines of standard output gathered as they come. Use as a context."""
+    """The program on a virtual display, its lines of standard output gathered as they come. Ends with the display."""
 
     def __init__(self, display, program):
         self.display = display
@@ -131,13 +128,6 @@ class Game:
         self.started = time.monotonic()
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        stop(self.process)
-        self._reader.join(5)
 
     def _read(self):
         with self.process.stdout as lines:
@@ -158,15 +148,12 @@ class Game:
             raise RuntimeError(f"the program ended with {self.process.returncode}:\n{self.output}")
         return True
 
-    def wait_for_line(self, text, after=0, meanwhile=None):
+    def wait_for_line(self, text, after=0, meanwhile=lambda: None):
         """Waits for a line with this text beyond the first `after` lines; calls `meanwhile` until it has come."""
 
         def has_come():
-            if self._is_running() and any(text in line for line in self.lines[after:]):
-                return True
-            if meanwhile:
-                meanwhile()
-            return False
+            meanwhile()
+            return self._is_running() and any(text in line for line in self.lines[after:])
 
         wait_until(has_come, PATIENCE, f'the line "{text}"')
 
@@ -180,10 +167,8 @@ class Game:
         window = self.wait_for_window()
         self.gain_focus(window)
         self.display.run("xdotool", "keydown", "Return")
-        try:
-            self.wait_for_line("Title Created")
-        finally:
-            self.display.run("xdotool", "keyup", "Return")
+        self.wait_for_line("Title Created")
+        self.display.run("xdotool", "keyup", "Return")
         time.sleep(0.3)
         return window
 

@@ -5,62 +5,86 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "core/object_manager.h"
-#include "core/scripted_platform.h"
+#include "core/script_box.h"
 #include "core/selection.h"
 #include "editor/editor.h"
-#include "frame.h"
-#include "game_events.h"
-#include "test_world.h"
+#include "scripted_scene.h"
 
-class EditorTest : public ::testing::Test {
+class EditorTest : public ::testing::Test, protected ScriptedScene {
  protected:
-  EditorTest() {
-    SetPlatform(platform);
-    GetEditor().Init();
-  }
-  ~EditorTest() override {
-    GetEditor().Init();
-    static ScriptedPlatform nothing;
-    SetPlatform(nothing);
-  }
+  EditorTest() { editor.Init(); }
+  ~EditorTest() override { editor.Init(); }
 
-  void Frames(int count = 1) {
-    for (int i = 0; i < count; ++i) frame.Run();
-  }
+  using ScriptedScene::Run;  // testing::Test has one too
+  void OnEvent(std::string_view /*text*/) override {}
   void Press(const char* label) { EXPECT_EQ(editor.Press(label), ""); }
   void Set(const char* label, const char* value) { EXPECT_EQ(editor.Set(label, value), ""); }
+  void SaveAs(const char* file) {
+    Set("FileName", file);
+    Press("Save Level");
+  }
+  void Load(const char* file) {
+    Set("FileName", file);
+    Press("Load Level");
+  }
+  void ExpectStatus(const char* line) { EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{line}); }
   GameObject& Select(GameObject& object) {
     AddToSelection(object.id);
     return object;
   }
   GameObject& Last() { return *Objects().GetObjects().back(); }
+  static GameObject* Find(std::string_view name) { return Objects().FindObjectByName(name); }
+  Script& AddWithScript(const char* name, const char* script) {
+    return *world.Add(name).Insert(std::make_unique<ScriptBox>()).AddScript(script);
+  }
+  /// A controller with one segment, a level of one object "fish"; selected, as its level stands too.
+  GameObject& AddMatchOfOnePiece() {
+    AddWithScript("fish", "DeathTimer");
+    Objects().SaveLevel("piece");
+    AddWithScript("segmentmanager", "SegmentManager");
+    GameObject& controller = Select(Last());
+    Press("Add Segment");
+    Set("levelName1", "piece");
+    return controller;
+  }
   std::string Saved(const char* name) {
     Objects().SaveLevel(name);
     return WithoutIds(world.ReadFile(name));
   }
 
-  void Key(int code, bool down, bool repeat = false) {
-    SDL_Event event{};
-    event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
-    event.key.keysym.sym = code;
-    event.key.repeat = repeat ? 1 : 0;
+  void Send(const SDL_Event& event, int frames = 1) {
     platform.Push(event);
+    Run(frames);
   }
-  void Tap(int code) {
-    Key(code, true);
-    Key(code, false);
-    Frames();
+  void Tap(int key) {
+    SetKey(key, true);
+    SetKey(key, false);
+    Run();
+  }
+  /// What the system sends again and again while a key is held.
+  void Repeat(int key) {
+    SDL_Event event{};
+    event.type = SDL_KEYDOWN;
+    event.key.keysym.sym = key;
+    event.key.repeat = 1;
+    Send(event);
+  }
+  void Type(char letter) {
+    SDL_Event event{};
+    event.type = SDL_TEXTINPUT;
+    event.text.text[0] = letter;
+    Send(event);
   }
   void Mouse(int x, int y) {
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
     event.motion.x = x;
     event.motion.y = y;
-    platform.Push(event);
+    Send(event, 3);
     place = {x, y};
-    Frames(3);
   }
   void Button(bool down) {
     SDL_Event event{};
@@ -68,8 +92,7 @@ class EditorTest : public ::testing::Test {
     event.button.button = SDL_BUTTON_LEFT;
     event.button.x = place[0];
     event.button.y = place[1];
-    platform.Push(event);
-    Frames();
+    Send(event);
   }
   void Click(int x, int y) {
     Mouse(x, y);
@@ -77,10 +100,6 @@ class EditorTest : public ::testing::Test {
     Button(false);
   }
 
-  TestWorld world;
-  ScriptedPlatform platform;
-  GameEvents events;
-  Frame frame{events};
   Editor& editor = GetEditor();
   std::array<int, 2> place{};
 };

@@ -1,19 +1,12 @@
 #include "editor/editor.h"
 
 #include <filesystem>
-#include <tuple>
 
 #include "core/object_manager.h"
-#include "core/script_box.h"
 #include "core/transform.h"
 #include "editor/editor_scene.h"
-#include "editor/test_objects.h"
-#include "graphics/sprite.h"
 #include "input/input.h"
-#include "match/objective_manager.h"
-#include "match/segment_manager.h"
 #include "physics/box_collider.h"
-#include "physics/primitive_assemblage.h"
 #include "physics/sphere_collider.h"
 #include "scripts/death_timer.h"
 
@@ -21,6 +14,8 @@ namespace {
 
 constexpr int kMiddleX = 640;
 constexpr int kMiddleY = 360;
+constexpr int kTextX = 60;  // of the first text on the tools bar, the file name
+constexpr int kTextY = 42;
 
 }  // namespace
 
@@ -33,20 +28,19 @@ TEST_F(EditorTest, ClicksPickAndShiftAddsAndTheBarShowsThem) {
   EXPECT_EQ(editor.Get("name"), "left");
   Click(rightX, kMiddleY);
   EXPECT_EQ(editor.Get("name"), "right");
-  Key(SDLK_LSHIFT, true);
+  SetKey(SDLK_LSHIFT, true);
   Click(leftX, kMiddleY);
   EXPECT_EQ(editor.Get("right/name"), "right");
   EXPECT_EQ(editor.Get("left/name"), "left");
-  EXPECT_EQ(GetSelection().size(), 2u);
   Press("Kill Selected Object");
-  Frames();
-  EXPECT_EQ(Objects().FindObjectByName("left"), nullptr) << "the last one that was picked goes";
+  Run();
+  EXPECT_EQ(Find("left"), nullptr) << "the last one that was picked goes";
   EXPECT_EQ(editor.Get("left/name"), "");
   EXPECT_EQ(editor.Get("name"), "right");
   Press("Kill Selected Object");
-  EXPECT_FALSE(Objects().GetObject(GetSelection().front())->alive) << "then the one before it";
+  EXPECT_EQ(Find("right"), nullptr) << "then the one before it";
   Press("Kill Selected Object");
-  EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{"nothing is selected"});
+  ExpectStatus("nothing is selected");
 }
 
 TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
@@ -64,73 +58,54 @@ TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
   EXPECT_NE(last.Get<ScriptBox>()->GetScript("dizzy"), nullptr);
   Set("Script Name", "nonsense");
   Press("Add Script");
-  EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{"Could not add script nonsense."});
+  ExpectStatus("Could not add script nonsense.");
   Set("Find", "ZzY");
   Press("Add dizzy");
   EXPECT_EQ(editor.Press("Add nothing"), "the bars have no button \"Add nothing\"");
 }
 
-TEST_F(EditorTest, ButtonsMakeWhatTheyName) {
+TEST_F(EditorTest, OfTheTestObjectsABoxMovesASphereStandsAndTheThirdStopsNothing) {
   Press("Make default box");
+  EXPECT_NE(BodyOf(Last()).inverseMass, 0.0f);
   EXPECT_FALSE(Last().Get<GalePhysics::BoxCollider>()->ghost);
-  EXPECT_EQ(Last().Get<Sprite>()->texturePath, "tstc.png");
-  EXPECT_EQ(BodyOf(Last()).damping, 1.0f);
-  EXPECT_NE(Last().Get<ScriptBox>(), nullptr);
   Press("Make default sphere");
-  EXPECT_EQ(FindDeathTimer(Last())->endTime, 9999.0f);
   EXPECT_EQ(BodyOf(Last()).inverseMass, 0.0f);
-  EXPECT_NE(Last().GetComponent(Kind::kGivePoints), nullptr);
   Press("Make default object");
   EXPECT_TRUE(Last().Get<GalePhysics::SphereCollider>()->ghost);
-  EXPECT_EQ(Last().Get<GalePhysics::SphereCollider>()->radius, 1.0f);
   EXPECT_EQ(Last().GetComponent(Kind::kRigidBody), nullptr);
-  Press("Make segment manager");
-  const GameObject* manager = Objects().FindObjectByName("segmentmanager");
-  ASSERT_NE(manager, nullptr);
-  EXPECT_NE(manager->Get<ScriptBox>()->GetScript("ObjectiveManager"), nullptr);
-  Press("Make Assemblage");
-  EXPECT_EQ(Last().name, "whale");
-  EXPECT_NE(Last().GetComponent(Kind::kPrimitiveAssemblage), nullptr);
 }
 
 TEST_F(EditorTest, SavesTheDurationLastAndAutosavesInNumber) {
   world.Add("thing", {1, 2, 0});
-  Set("FileName", "mine");
-  Press("Save Level");
-  Press("Save Level");
-  EXPECT_EQ(WithoutIds(world.ReadFile("mine")), WithoutIds(world.ReadFile("autosaves/autosave-0-mine")));
-  EXPECT_EQ(WithoutIds(world.ReadFile("mine")), WithoutIds(world.ReadFile("autosaves/autosave-1-mine")));
+  for (const char* autosave : {"autosaves/autosave-0-mine", "autosaves/autosave-1-mine"}) {
+    SaveAs("mine");
+    EXPECT_EQ(world.ReadFile("mine"), world.ReadFile(autosave));
+  }
   EXPECT_EQ(Count(world.ReadFile("mine"), "Name: 5.000000\n"), 1);
-  Frames();
-  EXPECT_EQ(Objects().FindObjectByName("5.000000"), nullptr);
-  Set("FileName", "");
-  Press("Save Level");
+  Run();
+  EXPECT_EQ(Find("5.000000"), nullptr);
+  SaveAs("");
   EXPECT_FALSE(std::filesystem::exists("autosaves/autosave-2-"));
 }
 
 TEST_F(EditorTest, LoadingTakesTheDurationFromANumberAlone) {
-  GameObject& timed = world.Add("timed");
-  timed.Insert(std::make_unique<ScriptBox>()).AddScript("DeathTimer");
-  Set("FileName", "short");
+  Press("Make default sphere");
+  EXPECT_EQ(FindDeathTimer(Last())->endTime, 9999.0f);
+  Last().name = "timed";
   Set("Level Duration", "7.5");
-  Press("Save Level");
-  Set("Level Duration", "1");
-  Press("Load Level");
-  EXPECT_EQ(editor.Get("Level Duration"), "7.5");
-  Frames();
-  EXPECT_EQ(FindDeathTimer(*Objects().FindObjectByName("timed"))->endTime, 7.5f);
-  EXPECT_EQ(Objects().GetObjects().size(), 1u);
-  // Written by hand, without a duration: everything stays as it is written.
+  SaveAs("short");
   Objects().SaveLevel("byhand");
-  Set("FileName", "byhand");
-  Press("Load Level");
-  Frames();
-  EXPECT_EQ(FindDeathTimer(*Objects().FindObjectByName("timed"))->endTime, 7.5f);
-  EXPECT_EQ(Objects().GetObjects().size(), 1u);
-  EXPECT_EQ(editor.Get("Level Duration"), "7.5");
+  Set("Level Duration", "1");
+  // Written by hand, without a duration, everything stays as it is written.
+  for (const char* file : {"short", "byhand"}) {
+    Load(file);
+    Run();
+    EXPECT_EQ(editor.Get("Level Duration"), "7.5");
+    EXPECT_EQ(FindDeathTimer(*Find("timed"))->endTime, 7.5f);
+    EXPECT_EQ(Objects().GetObjects().size(), 1u);
+  }
   world.WriteFile("words", "{\n\t1: {\n\t\tName: Infinity\n\t\tCore: false\n\t}\n}\n");
-  Set("FileName", "words");
-  Press("Load Level");
+  Load("words");
   EXPECT_TRUE(Last().alive) << "a name that is no number of seconds";
 }
 
@@ -139,7 +114,7 @@ TEST_F(EditorTest, ArchetypesHoldTheLastSelectedAndComeBackInTheMiddle) {
   Select(world.Add("two", {4, 5, 0}));
   Set("ArchetypeName", "");
   Press("Save Archetype");
-  EXPECT_EQ(editor.GetStatus(), std::vector<std::string>{"no archetype name, nothing is saved"});
+  ExpectStatus("no archetype name, nothing is saved");
   Set("ArchetypeName", "pattern");
   Press("Save Archetype");
   EXPECT_EQ(Count(world.ReadFile("pattern"), "Name: "), 1);
@@ -151,148 +126,110 @@ TEST_F(EditorTest, ArchetypesHoldTheLastSelectedAndComeBackInTheMiddle) {
 
 TEST_F(EditorTest, WritesOverLevelsOnlyAndTellsWhyNot) {
   world.Add("thing");
-  world.WriteFile("program",
-                  "\x7f"
-                  "ELF");
-  Set("FileName", "program");
-  Press("Save Level");
-  EXPECT_EQ(world.ReadFile("program").substr(1), "ELF");
+  world.WriteFile("program", "ELF");
+  SaveAs("program");
+  EXPECT_EQ(world.ReadFile("program"), "ELF");
   EXPECT_EQ(editor.GetStatus().front(), "program: is no level or archetype, not written over");
   world.WriteFile("level", "{\n}\n");
   std::filesystem::create_directory("level.tmp");  // what stands where the new content would be gathered
-  Set("FileName", "level");
-  Press("Save Level");
+  SaveAs("level");
   EXPECT_EQ(world.ReadFile("level"), "{\n}\n");
   EXPECT_EQ(editor.GetStatus().front().substr(0, 6), "level:");
 }
 
 TEST_F(EditorTest, SegmentsAndObjectivesGrowFromTheBar) {
-  GameObject& manager = Select(world.Add("segmentmanager"));
-  auto& scripts = manager.Insert(std::make_unique<ScriptBox>());
-  auto& segments = *static_cast<SegmentManager*>(scripts.AddScript("SegmentManager"));
-  scripts.AddScript("ObjectiveManager");
+  Press("Make segment manager");
+  Select(*Find("segmentmanager")).Get<ScriptBox>()->AddScript("SegmentManager");
   Press("Add Segment");
   Set("levelName1", "second");
   Press("Insert Segment Before 1");
   Set("Segment1/duration", "3");
-  ASSERT_EQ(segments.GetSegments().size(), 2u);
-  EXPECT_EQ(segments.GetSegments()[0].levelName, "InvalidName");
-  EXPECT_EQ(segments.GetSegments()[0].duration, 3.0f);
-  EXPECT_EQ(segments.GetSegments()[1].levelName, "second");
+  EXPECT_EQ(editor.Get("levelName1"), "InvalidName");
+  EXPECT_EQ(editor.Get("levelName2"), "second");
   Set("ObjectiveName", "nonsense");
   Press("Add Objective");
-  EXPECT_EQ(editor.Get("Sections"), "0");
+  EXPECT_EQ(editor.Get("Sections"), "1");
   Set("ObjectiveName", "Crown");
   Press("Add above objective");
-  EXPECT_EQ(editor.Get("Sections"), "1");
+  EXPECT_EQ(editor.Get("Sections"), "2");
   EXPECT_NE(editor.Set("Sections", "4"), "");
   for (int steps = 7; steps > 0; --steps) Press("Undo");
-  EXPECT_EQ(editor.Get("Sections"), "0");
+  EXPECT_EQ(editor.Get("Sections"), "1");
   EXPECT_EQ(editor.Get("levelName1"), "");
   for (int steps = 7; steps > 0; --steps) Press("Redo");
-  EXPECT_EQ(editor.Get("Sections"), "1");
+  EXPECT_EQ(editor.Get("Sections"), "2");
   EXPECT_EQ(editor.Get("Segment1/duration"), "3");
   EXPECT_EQ(editor.Get("levelName2"), "second");
 }
 
 TEST_F(EditorTest, TestEpisodeBeginsAnew) {
-  world.WriteFile("piece", "{\n}\n");
-  GameObject& piece = world.Add("fish");
-  piece.Insert(std::make_unique<ScriptBox>()).AddScript("DeathTimer");
-  Objects().SaveLevel("piece");
-  piece.alive = false;
-  GameObject& manager = Select(world.Add("segmentmanager"));
-  auto& scripts = manager.Insert(std::make_unique<ScriptBox>());
-  scripts.AddScript("SegmentManager");
-  Press("Add Segment");
-  Set("levelName1", "piece");
+  AddMatchOfOnePiece();
+  Find("fish")->alive = false;
   Press("Test Episode");
-  Frames();
-  const std::uint32_t first = Objects().FindObjectByName("fish")->id;
+  Run();
+  const std::uint32_t first = Find("fish")->id;
   Press("Test Episode");
-  Frames();
+  Run();
   EXPECT_EQ(Objects().GetObject(first), nullptr);
-  EXPECT_NE(Objects().FindObjectByName("fish"), nullptr);
+  EXPECT_NE(Find("fish"), nullptr);
 }
 
 TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
-  int bound = 0;
-  for (const int key : {SDLK_p, SDLK_ESCAPE, SDLK_RETURN}) Input::BindKeyDown(key, [&] { ++bound; });
-  Tap(SDLK_p);
-  EXPECT_EQ(bound, 1);
+  int heard = 0;
+  for (const int key : {SDLK_p, SDLK_ESCAPE, SDLK_RETURN}) Input::BindKeyDown(key, [&] { ++heard; });
+  const auto isHeard = [&](int key) {
+    const int before = heard;
+    Tap(key);
+    Run();
+    return heard > before;
+  };
+  EXPECT_TRUE(isHeard(SDLK_p));
   EXPECT_FALSE(platform.IsPointerShown());
   Tap(SDLK_F1);
-  EXPECT_TRUE(editor.IsShown());
   EXPECT_TRUE(platform.IsPointerShown());
-  Tap(SDLK_p);
-  EXPECT_EQ(bound, 2) << "no text is being typed";
-  Click(60, 42);  // the first text of the tools bar
-  Key(SDLK_p, true);
-  SDL_Event typed{};
-  typed.type = SDL_TEXTINPUT;
-  typed.text.text[0] = 'q';
-  platform.Push(typed);
-  Frames();
-  EXPECT_EQ(bound, 2);
-  EXPECT_FALSE(Input::IsLetterDown('p'));
-  Key(SDLK_ESCAPE, true);
-  Frames();
-  EXPECT_FALSE(Input::IsKeyDown("esc"));
-  Key(SDLK_ESCAPE, false);
-  Click(60, 42);
-  platform.Push(typed);
-  Frames();
-  Key(SDLK_p, false);
-  Key(SDLK_RETURN, true);
-  Frames(2);
-  EXPECT_FALSE(Input::IsKeyDown("enter"));
-  Key(SDLK_RETURN, false);
-  Frames();
-  EXPECT_EQ(editor.Get("FileName"), "q");
-  Tap(SDLK_p);
-  EXPECT_EQ(bound, 3) << "the typing is over";
-  Click(60, 42);
-  typed.text.text[0] = 'x';
-  platform.Push(typed);
-  Frames();
+  EXPECT_TRUE(isHeard(SDLK_p)) << "no text is being typed";
+  for (const int end : {SDLK_ESCAPE, SDLK_RETURN}) {
+    Click(kTextX, kTextY);
+    Type('q');
+    EXPECT_FALSE(isHeard(SDLK_p));
+    EXPECT_FALSE(isHeard(end));
+    EXPECT_TRUE(isHeard(SDLK_p)) << "the typing is over";
+    EXPECT_EQ(editor.Get("FileName") == "q", end == SDLK_RETURN);
+  }
+  Click(kTextX, kTextY);
+  Type('x');
   Tap(SDLK_F1);
-  EXPECT_FALSE(editor.IsShown());
-  Click(60, 42);
-  Tap(SDLK_p);
-  EXPECT_EQ(bound, 4);
+  Click(kTextX, kTextY);
+  EXPECT_TRUE(isHeard(SDLK_p)) << "hidden";
   Tap(SDLK_F1);
-  Click(60, 42);
-  Tap(SDLK_RETURN);
-  Frames(2);
+  Click(kTextX, kTextY);
+  EXPECT_FALSE(isHeard(SDLK_RETURN));
   EXPECT_EQ(editor.Get("FileName"), "q") << "what was being typed when the bars were hidden counts for nothing";
 }
 
 // A key that the game has seen go down comes up for the game, whatever has the keyboard by then.
 TEST_F(EditorTest, HeldKeysAndButtonsComeUpWhereTheyWentDown) {
   Tap(SDLK_F1);
-  Key(SDLK_d, true);
-  Frames();
-  Click(60, 42);
-  Key(SDLK_d, true, true);
-  Frames();
-  Key(SDLK_d, false);
-  Frames();
+  SetKey(SDLK_d, true);
+  Click(kTextX, kTextY);
+  Repeat(SDLK_d);
+  SetKey(SDLK_d, false);
+  Run();
   EXPECT_FALSE(Input::IsLetterDown('d'));
-  Key(SDLK_RETURN, true);
-  Frames(2);
-  Key(SDLK_RETURN, true, true);  // held beyond the end of the typing
-  Frames();
+  SetKey(SDLK_RETURN, true);
+  Run(2);
+  Repeat(SDLK_RETURN);  // held beyond the end of the typing
   EXPECT_FALSE(Input::IsKeyDown("enter"));
-  Key(SDLK_RETURN, false);
-  Frames();
+  SetKey(SDLK_RETURN, false);
+  const auto isLeftDown = [] { return Input::IsMouseButtonDown(Input::MouseButton::kLeft); };
   Mouse(kMiddleX, kMiddleY);
   Button(true);
-  EXPECT_TRUE(Input::IsMouseButtonDown(Input::MouseButton::kLeft));
-  Mouse(60, 42);
+  EXPECT_TRUE(isLeftDown());
+  Mouse(kTextX, kTextY);
   Button(false);
-  EXPECT_FALSE(Input::IsMouseButtonDown(Input::MouseButton::kLeft));
+  EXPECT_FALSE(isLeftDown());
   Button(true);
-  EXPECT_FALSE(Input::IsMouseButtonDown(Input::MouseButton::kLeft)) << "over a bar";
+  EXPECT_FALSE(isLeftDown()) << "over a bar";
 }
 
 TEST_F(EditorTest, DragsWhatIsPickedAndUndoesTheWholeWay) {
@@ -300,11 +237,11 @@ TEST_F(EditorTest, DragsWhatIsPickedAndUndoesTheWholeWay) {
   Tap(SDLK_F1);
   Mouse(kMiddleX, kMiddleY);
   Button(true);
-  Frames();
-  Key(SDLK_LCTRL, true);
+  Run();
+  SetKey(SDLK_LCTRL, true);
   Mouse(kMiddleX + 66, kMiddleY);  // about two units, by way of a place between
   Button(false);
-  Frames();
+  Run();
   EXPECT_EQ(PositionOf(box), (Vec3{2, 0, 0}));
   Tap(SDLK_z);
   EXPECT_EQ(PositionOf(box), Vec3{});

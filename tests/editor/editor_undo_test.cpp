@@ -1,29 +1,18 @@
 // Whatever was done on the bars, undo brings back what was.
 #include "core/object_manager.h"
-#include "core/script_box.h"
 #include "core/script_registry.h"
-#include "core/transform.h"
 #include "editor/editor_scene.h"
 #include "editor/object_fields.h"
 #include "editor/test_objects.h"
-#include "graphics/sprite.h"
-#include "match/objective_manager.h"
-#include "match/segment_manager.h"
 #include "physics/box_collider.h"
 #include "physics/primitive_assemblage.h"
-#include "physics/sphere_collider.h"
 
 // The stage has what the reading of a file would bring once more.
 TEST_F(EditorTest, AKilledMatchControllerComesBackWithoutAnotherPiece) {
-  world.Add("fish");
-  Objects().SaveLevel("piece");
-  GameObject& manager = Select(world.Add("segmentmanager"));
-  manager.Insert(std::make_unique<ScriptBox>()).AddScript("SegmentManager");
-  Press("Add Segment");
-  Set("levelName1", "piece");
+  AddMatchOfOnePiece();
   const std::string before = Saved("before");
   Press("Kill Selected Object");
-  Frames();
+  Run();
   Press("Undo");
   EXPECT_EQ(Saved("after"), before);
 }
@@ -32,21 +21,19 @@ TEST_F(EditorTest, AKilledMatchControllerComesBackWithoutAnotherPiece) {
 TEST_F(EditorTest, AKilledWhaleComesBackWithItsBody) {
   Press("Make Assemblage");
   const std::uint32_t id = Select(Last()).id;
-  const auto partOf = [&](std::size_t part) {
-    return Objects().GetObject(id)->Get<GalePhysics::PrimitiveAssemblage>()->boxes.at(part).get();
+  const auto bodyOf = [](GameObject& whale) {
+    const auto& assemblage = *whale.Get<GalePhysics::PrimitiveAssemblage>();
+    const GalePhysics::BoxCollider& nose = *assemblage.boxes.at(0);
+    return std::tuple(nose.halfExtents, nose.partOffset, nose.partRotation, assemblage.broadPhaseSize,
+                      assemblage.boxes.size());
   };
-  const GalePhysics::BoxCollider* nose = partOf(0);
-  const auto before = std::tuple{nose->halfExtents, nose->partOffset, nose->partRotation};
-  const float reach = Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize;
+  const auto before = bodyOf(Last());
   Press("Kill Selected Object");
-  Frames();
+  Run();
   EXPECT_EQ(Objects().GetObject(id), nullptr);
   Press("Undo");
   ASSERT_NE(Objects().GetObject(id), nullptr);
-  nose = partOf(0);
-  EXPECT_EQ(before, std::tuple(nose->halfExtents, nose->partOffset, nose->partRotation));
-  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->broadPhaseSize, reach);
-  EXPECT_EQ(Last().Get<GalePhysics::PrimitiveAssemblage>()->boxes.size(), 2u);
+  EXPECT_EQ(before, bodyOf(*Objects().GetObject(id)));
 }
 
 // A save sorts the scene by depth; the order under the old depth comes back with it, and values beyond the limits too.
@@ -58,9 +45,8 @@ TEST_F(EditorTest, UndoOfAnEditBringsBackTheOrderAndValuesThatABarWouldNotTake) 
   Set("broad phase size", "3");
   Set("Transform/position", "0 0 0");
   Set("Rotation", "1");
-  Set("FileName", "between");
-  Press("Save Level");
-  Frames();
+  SaveAs("between");
+  Run();
   EXPECT_EQ(Objects().GetObjects().front()->name, "second");
   for (int steps = 2; steps > 0; --steps) Press("Undo");
   EXPECT_EQ(Saved("after"), before);
@@ -74,41 +60,31 @@ class RandomEdits {
   explicit RandomEdits(Editor& editor) : editor_(editor) {}
 
   void Do() {
-    const auto& objects = Objects().GetObjects();
     ClearSelection();
-    if (!objects.empty()) AddToSelection(objects[Below(objects.size())]->id);
-    switch (Below(12)) {
-      case 0:
-        return Press("Kill Selected Object");
-      case 1:
-        return Press(TestObjects()[Below(TestObjects().size())].label);
-      case 2:
-        return AddScript();
-      case 3:
-        editor_.Set("Component Type To Add", std::to_string(Below(6)));
-        return Press("Add Component");
-      case 4:
-        return Press(std::array{"Add Segment", "Insert Segment Before 1", "Add Objective"}[Below(3)]);
-      case 5:
-        return Press("Save Level");
-      default:
-        return SetAnything();
-    }
+    if (!Objects().GetObjects().empty()) AddToSelection(AnyOf(Objects().GetObjects())->id);
+    if (Below(2) == 0) return SetAnything();
+    editor_.Set("Component Type To Add", std::to_string(Below(6)));
+    editor_.Set("Script Name", AnyScript());
+    const std::string_view make = AnyOf(TestObjects()).label;
+    editor_.Press(AnyOf(std::array<std::string_view, 8>{make, "Kill Selected Object", "Add Component", "Add Script",
+                                                        "Add Segment", "Insert Segment Before 1", "Add Objective",
+                                                        "Save Level"}));
   }
 
  private:
   std::size_t Below(std::size_t limit) { return (random_ = random_ * 1664525u + 1013904223u) / 65536u % limit; }
-  void Press(std::string_view label) { editor_.Press(label); }
+  template <class Values>
+  typename Values::const_reference AnyOf(const Values& values) {
+    return values[Below(values.size())];
+  }
 
   // Screens bring the next one when they go. Generators stay with their host to the end of the run.
-  void AddScript() {
-    const auto names = RegisteredScriptNames();
-    const std::string name(names[Below(names.size())]);
+  std::string AnyScript() {
+    const std::string name(AnyOf(RegisteredScriptNames()));
     for (const char* other :
          {"LogoScreenScript", "SplashScreenLogic", "TitleScreenScript", "wsl", "gravity", "spring", "wobblypuller"})
-      if (name == other) return;
-    editor_.Set("Script Name", name);
-    Press("Add Script");
+      if (name == other) return "";
+    return name;
   }
 
   void SetAnything() {
@@ -116,7 +92,7 @@ class RandomEdits {
     if (object == nullptr) return;
     TweakBar bar("all");
     AddObjectFields(bar, *object);
-    const TweakBar::Entry& entry = bar.GetEntries()[Below(bar.GetEntries().size())];
+    const TweakBar::Entry& entry = AnyOf(bar.GetEntries());
     if (entry.kind != TweakBar::Entry::Kind::kVariable || entry.name == "Core Level Object?") return;
     const std::string number = std::to_string(Below(2000)) + ".37";
     const std::string label = "GaleEditor" + entry.path;
@@ -135,14 +111,12 @@ class RandomEdits {
 TEST_F(EditorTest, UndoOfManyRandomEditsGivesTheFirstBytesBack) {
   constexpr int kSteps = 1200;
   Set("FileName", "on the way");
-  BodyOptions rest{.inverseMass = 0.0f};
   for (int i = 0; i < 12; ++i) {
-    GameObject& object =
-        world.AddBox(std::string("thing").append(std::to_string(i)), {static_cast<float>(i), 0.1f, 0.3f}, rest);
+    GameObject& object = world.AddBox("thing", {static_cast<float>(i), 0.1f, 0.3f}, {.inverseMass = 0.0f});
     object.AddComponent("ScriptBox");
     object.AddComponent("Sprite");
   }
-  Frames();
+  Run();
   const std::string before = Saved("before");
   RandomEdits edits(editor);
   for (int i = 0; i < kSteps; ++i) {
@@ -152,7 +126,7 @@ TEST_F(EditorTest, UndoOfManyRandomEditsGivesTheFirstBytesBack) {
   }
   EXPECT_NE(Saved("between"), before);
   for (int i = 0; i < kSteps; ++i) Press("Undo");
-  EXPECT_EQ(editor.GetStatus().front(), "nothing to undo");
+  ExpectStatus("nothing to undo");
   Objects().RemoveDeadObjects();
   EXPECT_EQ(Saved("after"), before);
   for (int i = 0; i < kSteps; ++i) Press("Redo");

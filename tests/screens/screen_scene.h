@@ -1,6 +1,8 @@
 // The program from its first frame, without pictures: keys and pads that a test presses, and what the run's log says.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -10,6 +12,7 @@
 #include "core/transform.h"
 #include "graphics/sprite.h"
 #include "input/gamepad.h"
+#include "match/new_game.h"
 #include "screens/start_up.h"
 #include "scripted_scene.h"
 #include "startup.h"
@@ -17,39 +20,47 @@
 class ScreenScene : public ScriptedScene {
  public:
   ScreenScene() {
-    for (const char* name : {"menubackground", "howtoplaylevel", "creditslevel"})
+    for (const char* name : {"menubackground", "howtoplaylevel", "creditslevel", "finish", "fader", "winscreen"})
       std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
     BindKeys();
   }
 
-  /// One press, held for two frames.
-  void Press(int key) {
-    SetKey(key, true);
-    Run(2);
-    SetKey(key, false);
-    Run(2);
+  /// Each is pressed for two frames.
+  void Press(std::initializer_list<int> keys) {
+    for (const int key : keys)
+      for (const bool down : {true, false}) {
+        SetKey(key, down);
+        Run(2);
+      }
   }
-  void PressPad(int slot, int button) {
-    platform.SetPadButton(slot, button, true);
-    Run(2);
-    platform.SetPadButton(slot, button, false);
-    Run(2);
+  void PressPad(int slot, std::initializer_list<int> buttons) {
+    for (const int button : buttons)
+      for (const bool down : {true, false}) {
+        platform.SetPadButton(slot, button, down);
+        Run(2);
+      }
+  }
+  void Hold(int key, int frames) {
+    for (int i = 0; i < frames; ++i) {
+      SetKey(key, true);
+      Run();
+    }
+    SetKey(key, false);
+    Run();
   }
   void Click(Uint8 button) {
-    SDL_Event event{};
-    event.type = SDL_MOUSEBUTTONDOWN;
-    event.button.button = button;
-    platform.Push(event);
-    Run();
-    event.type = SDL_MOUSEBUTTONUP;
-    platform.Push(event);
-    Run();
+    for (const auto type : {SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONUP}) {
+      SDL_Event event{};
+      event.type = type;
+      event.button.button = button;
+      platform.Push(event);
+      Run();
+    }
   }
 
   void OnEvent(std::string_view text) override {
-    if (text.starts_with("screen ") || text.starts_with("menu ") || text.starts_with("pause ") ||
-        text.starts_with("music "))
-      log.emplace_back(frame, text);
+    for (const char* kind : {"screen ", "menu ", "pause ", "music "})
+      if (text.starts_with(kind)) log.emplace_back(frame, text);
     if (text.starts_with("sound ")) sounds.emplace_back(text);
   }
   /// The words of the log so far, which is emptied.
@@ -65,7 +76,28 @@ class ScreenScene : public ScriptedScene {
     return -1;
   }
   static GameObject* Find(std::string_view name) { return Objects().FindObjectByName(name); }
+  static std::vector<const GameObject*> FindAll(std::string_view name) {
+    std::vector<const GameObject*> found;
+    for (const auto& object : Objects().GetObjects())
+      if (object->alive && object->name == name) found.push_back(object.get());
+    return found;
+  }
 
   std::vector<std::pair<int, std::string>> log;
   std::vector<std::string> sounds;
+};
+
+/// A match without a stage, with the first two pads, in which a test opens screens and menus.
+class ScreenInMatchTest : public testing::Test {
+ protected:
+  ScreenInMatchTest() {
+    for (const int slot : {0, 1}) scene.platform.ConnectPad(slot, true);
+    NewGame();
+    FinishStartUp();
+    scene.Run(2);
+    scene.TakeLog();
+    scene.sounds.clear();
+  }
+
+  ScreenScene scene;
 };

@@ -1,7 +1,5 @@
 #include "screens/start_up.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 
 #include "audio/audio.h"
@@ -9,7 +7,6 @@
 #include "audio/test_sounds.h"
 #include "core/game_time.h"
 #include "graphics/preload_list.h"
-#include "match/new_game.h"
 #include "screens/screen_scene.h"
 
 namespace {
@@ -20,7 +17,6 @@ constexpr int kPictureFrames = 177;  // of a picture that nobody skips
 class StartUpTest : public testing::Test {
  protected:
   void SetUp() override { CreateLogoScreen(); }
-  void ReachTitle() { scene.Run(2 * kPictureFrames); }
 
   ScreenScene scene;
 };
@@ -39,11 +35,11 @@ TEST_F(StartUpTest, ScreensFollowByThemselvesAndTheTitleWaits) {
   EXPECT_EQ(scene.FrameOf("screen notice"), kPictureFrames - 1);
   EXPECT_EQ(scene.FrameOf("screen title"), 2 * kPictureFrames - 1);
   EXPECT_EQ(scene.TakeLog(), "screen logo; music 0; screen notice; screen title");
-  scene.Press(SDLK_ESCAPE);
+  scene.Press({SDLK_ESCAPE});
   scene.Click(SDL_BUTTON_LEFT);
   EXPECT_EQ(scene.TakeLog(), "");
-  EXPECT_EQ(scene.world.text().find("Title Created"), std::string::npos);
-  scene.Press(SDLK_SPACE);
+  EXPECT_EQ(Count(scene.world.text(), "Title Created"), 0);
+  scene.Press({SDLK_SPACE});
   EXPECT_EQ(scene.TakeLog().substr(0, 36), "music stop; screen game; music stop;");
   EXPECT_TRUE(IsMatchRunning());
 }
@@ -61,17 +57,16 @@ TEST_F(StartUpTest, AHeldButtonSkipsTheLogoOnceLoadedAndNothingElse) {
   scene.Run();
   EXPECT_TRUE(Input::GetGamepad(2).IsConnected()) << "a pad that comes under the title is opened";
   EXPECT_EQ(scene.TakeLog(), "");
-  scene.PressPad(2, Gamepad::kButtonStart);
+  scene.PressPad(2, {Gamepad::kButtonStart});
   EXPECT_EQ(scene.TakeLog().substr(0, 23), "music stop; screen game") << "each pad is armed by itself";
 }
 
 TEST_F(StartUpTest, EscapeAndClicksSkipLogoAndNotice) {
   scene.Run(kLoaded);
-  scene.TakeLog();
   scene.Click(SDL_BUTTON_RIGHT);
-  EXPECT_EQ(scene.TakeLog(), "screen title");
+  EXPECT_EQ(scene.TakeLog(), "screen logo; music 0; screen title");
   CreateSplashScreen();
-  scene.Press(SDLK_ESCAPE);
+  scene.Press({SDLK_ESCAPE});
   CreateSplashScreen();
   scene.Click(SDL_BUTTON_LEFT);
   EXPECT_EQ(scene.TakeLog(), "screen notice; screen title; screen notice; screen title");
@@ -87,39 +82,26 @@ TEST_F(StartUpTest, ALogoThatEndsEarlyLoadsTheRestAtOnce) {
   EXPECT_EQ(scene.Find("loading spinner"), nullptr);
 }
 
-TEST_F(StartUpTest, TheDemoKeyStartsOneMatchFromAnyScreen) {
-  scene.Press(SDLK_p);
+TEST_F(StartUpTest, TheDemoKeyStartsOneMatchFromAnyScreenHoweverLongItIsHeld) {
+  scene.Press({SDLK_p});
   EXPECT_EQ(scene.TakeLog(), "screen logo; music 0") << "not while the logo loads";
-  for (const int screen : {0, 1, 2}) {
-    if (screen > 0) {
-      scene.world.Restart();
-      BindKeys();
-      SetDemoMode(false);
-      CreateLogoScreen();
-    }
-    scene.Run(screen == 0 ? kLoaded : screen * kPictureFrames + 1);
+  for (const int frames : {kLoaded, kPictureFrames + 1, 2 * kPictureFrames + 1}) {
+    SCOPED_TRACE(frames);
+    scene.world.Restart();
+    BindKeys();
+    SetDemoMode(false);
+    CreateLogoScreen();
+    scene.Run(frames);
     scene.TakeLog();
-    scene.Press(SDLK_p);
-    scene.Run(3 * kPictureFrames);
-    std::string words = scene.TakeLog();
-    EXPECT_EQ(Count(words, "screen "), 1) << screen << ": " << words;
-    EXPECT_EQ(Count(words, "screen game"), 1) << screen;
+    scene.Hold(SDLK_p, 3 * kPictureFrames);
+    const std::string words = scene.TakeLog();
+    EXPECT_EQ(Count(words, "screen "), 1) << words;
+    EXPECT_EQ(Count(words, "screen game"), 1);
+    EXPECT_TRUE(IsDemoMode());
     EXPECT_EQ(scene.Find("title"), nullptr);
-    scene.Press(SDLK_ESCAPE);
-    EXPECT_EQ(scene.TakeLog(), "pause on; menu open pause") << screen << ": Escape is bound, once";
-    scene.Press(SDLK_ESCAPE);
+    scene.Hold(SDLK_ESCAPE, 20);
+    EXPECT_EQ(scene.TakeLog(), "pause on; menu open pause") << "Escape is bound once, and counts once";
   }
-}
-
-TEST_F(StartUpTest, AHeldDemoKeyCountsOnce) {
-  ReachTitle();
-  scene.TakeLog();
-  for (int i = 0; i < 30; ++i) {
-    scene.SetKey(SDLK_p, true);
-    scene.Run();
-  }
-  EXPECT_EQ(Count(scene.TakeLog(), "screen game"), 1);
-  EXPECT_TRUE(IsDemoMode());
   SetDemoMode(false);
 }
 
