@@ -84,7 +84,6 @@ class Renderer {
   GLuint sceneDepthStencil_ = 0;
   int targetWidth_ = 0;
   int targetHeight_ = 0;
-  bool depthStandsClear_ = false;  // the scene target's depth, since its last clear
   Viewport viewport_;
   std::string screenShaderName_;
   std::unordered_map<std::string, Texture> textures_;
