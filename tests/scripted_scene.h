@@ -3,12 +3,14 @@
 
 #include <initializer_list>
 #include <string_view>
+#include <vector>
 
 #include "core/object_manager.h"
 #include "core/run_log.h"
 #include "core/scripted_platform.h"
 #include "frame.h"
 #include "game_events.h"
+#include "graphics/sprite.h"
 #include "match/players.h"
 #include "physics/contact.h"
 #include "test_world.h"
@@ -56,6 +58,15 @@ class ScriptedScene : public RunLogListener {
   }
   void ConnectAllPads() {
     for (int slot = 0; slot < kGamepadSlots; ++slot) platform.ConnectPad(slot, true);
+  }
+
+  /// Sprites of objects that live.
+  static std::vector<const Sprite*> FindPictures(std::string_view picture) {
+    std::vector<const Sprite*> found;
+    for (const auto& object : Objects().GetObjects())
+      if (const Sprite* sprite = object->Get<Sprite>(); object->alive && sprite != nullptr)
+        if (sprite->texturePath == picture) found.push_back(sprite);
+    return found;
   }
 
   TestWorld world;

@@ -16,6 +16,7 @@
 #include "graphics/sprite.h"
 #include "match/new_game.h"
 #include "match/scoring.h"
+#include "physics/sphere_collider.h"
 #include "scripted_scene.h"
 
 class EpisodeScene : public ScriptedScene {
@@ -29,13 +30,13 @@ class EpisodeScene : public ScriptedScene {
   static std::string File(std::string_view name, std::string_view components) {
     return "{\n\t1: {\n\t\tName: " + std::string(name) + "\n\t\tCore: false\n" + std::string(components) + "\t}\n}\n";
   }
-  /// What a component or a rule writes.
+  /// Has a component or a rule read these values, as from a file.
   template <class T>
-  static std::string TextOf(T& written) {
-    Serializer writer;
-    writer.OpenInMemory(6);
-    written.Serialize(writer);
-    return writer.TakeText();
+  static void ReadValues(T& target, const std::string& values) {
+    const std::string text = "{\n" + values;
+    Serializer reader;
+    ASSERT_TRUE(reader.OpenText("values", text));
+    target.Deserialize(reader);
   }
   static std::string Box(std::string_view scripts) {
     return "\t\tComponent: \"ScriptBox\" {\n" + std::string(scripts) + "\t\t}\n";
@@ -82,6 +83,7 @@ class EpisodeScene : public ScriptedScene {
       if (object->alive && object->name == name) found.push_back(object.get());
     return found;
   }
+  static bool IsGhost(const GameObject& object) { return object.Get<GalePhysics::SphereCollider>()->ghost; }
   static int CountObjects(std::string_view name) { return static_cast<int>(FindAll(name).size()); }
 
   std::vector<std::pair<int, std::string>> log;
@@ -89,6 +91,7 @@ class EpisodeScene : public ScriptedScene {
 
 class EpisodeTest : public EpisodeScene, public ::testing::Test {
  public:
+  static constexpr float kStep = 0.0085f;  // seconds of game time a frame
   using EpisodeScene::Run;
 
   template <class T, class... Values>
@@ -111,4 +114,25 @@ class PlayersTest : public EpisodeTest {
 
  private:
   long long awardedBefore_ = GetPointsAwarded();
+};
+
+/// An object that carries the script under test, in a scene without a match.
+class ScriptTest : public EpisodeTest {
+ public:
+  ScriptTest() { CopyShipped({"cannonball", "sandpoof"}); }
+  template <class T, class... Values>
+  T& Carry(Values... values) {
+    return Attach<T>(holder, values...);
+  }
+  /// By its name in files.
+  void Carry(const char* name) { holder.Get<ScriptBox>()->AddScript(name); }
+  void Update(int updates) {
+    for (int i = 0; i < updates; ++i) holder.Update(kStep);
+  }
+
+  // It meets no cannonball, as nothing does that fires them.
+  GameObject& holder = world.AddSphere("holder", {}, {.inverseMass = 0.0f, .group = 0});
+
+ private:
+  ScriptBox& box_ = holder.Insert(std::make_unique<ScriptBox>());
 };

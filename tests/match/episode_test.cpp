@@ -1,75 +1,88 @@
-// The clock of a match and the pieces that follow one another in it.
+// The clock of a match, and the pieces and rules that follow one another by it.
+#include <array>
 #include <cmath>
 
 #include "core/pause.h"
+#include "editor/tweak_bar.h"
 #include "episode_scene.h"
-#include "match/game_timer.h"
+#include "graphics/sprite_text.h"
 #include "match/objective_link.h"
+#include "match/objective_manager.h"
 #include "match/respawn_node_manager.h"
 #include "match/segment_manager.h"
 #include "scripts/collision_check_script.h"
-#include "scripts/death_timer.h"
 
 namespace {
 
-std::vector<const Sprite*> Wedges() {
-  std::vector<const Sprite*> wedges;
-  for (const auto& object : Objects().GetObjects()) {
-    const Sprite* sprite = object->Get<Sprite>();
-    if (object->alive && sprite != nullptr && sprite->texturePath == "PieChunk.png") wedges.push_back(sprite);
+class MatchClockTest : public EpisodeTest {
+ public:
+  /// A match with one segment that outlasts every test.
+  void StartRules(const std::string& objectives) { Start(Segments({{"nothing", 1000.0f}}), objectives); }
+  static ObjectiveManager& Manager() { return *static_cast<ObjectiveManager*>(FindObjectives()); }
+  static std::vector<const Sprite*> Wedges() { return FindPictures("PieChunk.png"); }
+  /// A letter for each wedge: r(ed), w(hite) or g(rey), the last one to end first.
+  static std::string Pie() {
+    std::string pie;
+    for (const Sprite* wedge : Wedges()) pie += wedge->g == 1.0f ? 'w' : wedge->r == 1.0f ? 'r' : 'g';
+    return pie;
   }
-  return wedges;
-}
-
-// A letter for each wedge: r(ed), w(hite) or g(rey), the last one to end first.
-std::string Pie() {
-  std::string pie;
-  for (const Sprite* wedge : Wedges()) {
-    const Vec3 colour = {wedge->r, wedge->g, wedge->b};
-    pie += colour == Vec3{1.0f, 1.0f, 1.0f} ? 'w' : colour == Vec3{1.0f, 0.0f, 0.0f} ? 'r' : 'g';
+  /// The red text is the countdown, the black ones are titles.
+  static GameObject* FindText(bool countdown) {
+    for (const auto& object : Objects().GetObjects()) {
+      const auto* text = object->Get<SpriteText>();
+      if (object->alive && text != nullptr && object->name.empty() && (text->r == 1.0f) == countdown)
+        return object.get();
+    }
+    return nullptr;
   }
-  return pie;
-}
-
-int Frames(float seconds) { return static_cast<int>(seconds / 0.0085f); }
+};
 
 }  // namespace
 
-// 90 seconds: nine wedges of ten seconds, the first of which lies right of 12 o'clock and the red one left of it.
-TEST_F(EpisodeTest, APieOfNineEndsTheMatch) {
-  Start(Segments({{"nothing", 60.0f}, {"nothing", 30.0f}}), Objectives({}));
-  Run(1);
-  ASSERT_EQ(Pie(), "rwwwwwwww");
-  const Sprite& last = *Wedges()[0];
-  EXPECT_TRUE(last.owner->core);
-  EXPECT_EQ(PositionOf(*last.owner), (Vec3{0.0f, 10.0f, 0.0f}));
-  EXPECT_NEAR(last.owner->GetTransform().orientation.k, std::sin(-0.34906587f / 2.0f), 1e-6f);
-
-  const auto pieAfter = [&](float seconds) {
-    Run(Frames(seconds) - frame + 2);
-    return Pie();
-  };
-  EXPECT_EQ(pieAfter(4.9f), "rwwwwwwww");
-  EXPECT_EQ(pieAfter(5.7f), "rwwwwwwwg") << "blinks in its last five seconds";
-  EXPECT_EQ(pieAfter(6.2f), "rwwwwwwww");
-  EXPECT_EQ(pieAfter(30.0f), "rwwwwwggg");
-  EXPECT_EQ(pieAfter(90.2f), "ggggggggg") << "the pie stays, and the red one ends grey";
-  EXPECT_EQ(last.r, 100.0f / 255.0f);
+// The clock passes 0.0085 s a frame, and each new rule's slow motion takes 170.9 frames from it. The first rule lasts
+// ten seconds whatever it is. The pie has nine wedges, the last of which is red, and each blinks in its last five
+// seconds.
+TEST_F(MatchClockTest, PiecesRulesAndAPieOfNineKeepOneClockToTheFinish) {
+  for (const char* piece : {"first", "second"})
+    world.WriteFile(piece, File(piece, Box(ScriptText("DeathTimer", "Time: 1\n"))));
+  Start(Segments({{"first", 5.0f}, {"second", 25.0f}, {"nothing", 60.0f}}),
+        Objectives({"HitObjects", "KingOfTheHill", "HitObjects", "HitObjects"}));
+  const struct {
+    float time;  // in seconds
+    const char* pie;
+    int first, second;
+  } views[] = {{0.005f, "rwwwwwwww", 1, 0}, {4.95f, "rwwwwwwww", 1, 0}, {5.05f, "rwwwwwwww", 0, 1},
+               {5.7f, "rwwwwwwwg", 0, 1},   {6.2f, "rwwwwwwww", 0, 1},  {29.95f, "rwwwwwggg", 0, 1},
+               {30.05f, "rwwwwwggg", 0, 0}, {90.2f, "ggggggggg", 0, 0}};
+  for (const auto& [time, pie, first, second] : views) {
+    while (Time().elapsedTime < time) Run(1);
+    EXPECT_EQ(Pie(), pie) << time;
+    EXPECT_EQ(CountObjects("first"), first) << time;
+    EXPECT_EQ(CountObjects("second"), second) << time;
+  }
+  const GameObject& last = *Wedges()[0]->owner;
+  EXPECT_TRUE(last.core);
+  EXPECT_NEAR(last.GetTransform().orientation.k, std::sin(-kPi / 18.0f), 1e-6f) << "it ends at 12 o'clock";
   EXPECT_EQ(Find("segmentmanager"), nullptr);
-  const auto end = FramesOf("screen finish");
-  const auto fastMusic = FramesOf("music 2");
-  ASSERT_TRUE(end.size() == 1 && fastMusic.size() == 1);
-  EXPECT_NEAR(end[0], Frames(90.0f) + 3, 3);
-  EXPECT_NEAR(end[0] - fastMusic[0], Frames(15.0f), 3);
+  EXPECT_EQ(FindText(false), nullptr) << "all titles are gone";
+  const std::pair<const char*, std::vector<int>> due[] = {{"segment begin first", {0}},
+                                                          {"segment begin second", {759}},
+                                                          {"segment begin nothing", {3871}},
+                                                          {"objective begin HitObjects", {0, 3871, 5218}},
+                                                          {"objective end HitObjects", {1347, 5218, 6565}},
+                                                          {"objective begin KingOfTheHill", {1347}},
+                                                          {"objective end KingOfTheHill", {3871}},
+                                                          {"music 2", {9508}},
+                                                          {"screen finish", {11272}}};
+  for (const auto& [event, frames] : due) EXPECT_EQ(FramesOf(event), frames) << event;
 }
 
 // No episode, or one that lasts no time, gives no pie and no end but the developer's; the clock starts when one is
 // there.
-TEST_F(EpisodeTest, TheClockWaitsForAnEpisodeAndTheDeveloperEndsIt) {
+TEST_F(MatchClockTest, TheClockWaitsForAnEpisodeAndTheDeveloperEndsIt) {
   Start(Segments({}), Objectives({}));
   Run(50);
   EXPECT_TRUE(Wedges().empty());
-  EXPECT_TRUE(FramesOf("screen finish").empty());
   Find("segmentmanager")->name = "retired";
   Run(1);
   world.WriteFile("late", File("segmentmanager", Box(ScriptText("SegmentManager", Segments({{"nothing", 9.0f}})))));
@@ -82,75 +95,69 @@ TEST_F(EpisodeTest, TheClockWaitsForAnEpisodeAndTheDeveloperEndsIt) {
   EXPECT_EQ(Find("segmentmanager"), nullptr);
 }
 
-// Each piece comes when the one before it is over, which its timers end in about the same frame.
-TEST_F(EpisodeTest, PiecesFollowOneAnother) {
-  for (const char* piece : {"first", "second", "third"})
-    world.WriteFile(piece, File(piece, Box(ScriptText("DeathTimer", "Time: 1\n"))));
-  Start(Segments({{"first", 5.0f}, {"second", 5.0f}, {"third", 10.0f}}), Objectives({}));
-  EXPECT_EQ(FramesOf("segment begin first"), std::vector<int>{0});
-  EXPECT_EQ(FindSegmentManager()->MeasureEpisode(), 20.0f);
-  Run(580);
-  EXPECT_EQ(CountObjects("first"), 1);
-  Run(12);
-  EXPECT_EQ(CountObjects("first"), 0);
-  EXPECT_EQ(CountObjects("second"), 1);
-  Run(1700);
-  EXPECT_NEAR(FramesOf("segment begin second").at(0), 588, 1);
-  EXPECT_NEAR(FramesOf("segment begin third").at(0), 1176, 1);
-  EXPECT_EQ(CountObjects("second"), 0);
-  EXPECT_EQ(CountObjects("third"), 1);
-}
-
-TEST_F(EpisodeTest, SegmentsTurnAndShiftPlacesAndVelocities) {
+TEST_F(MatchClockTest, SegmentsTurnAndShiftPlacesAndVelocities) {
   GameObject& pattern = world.AddSphere("thing", {1.0f, 0.0f, 0.0f}, {.velocity = {2.0f, 0.0f, 0.0f}});
   world.WriteFile("thing", Document({&pattern}));
+  pattern.alive = false;
   Start("number of segments: 1\nlevelName_: thing\nduration_: 9\nrotationAngle_: 90\ndistance_: 12\n" + kSegmentsEnd,
         Objectives({}));
-  Objects().RemoveDeadObjects();
-  GameObject& thing = *Find("thing");
+  GameObject& thing = *FindAll("thing").at(0);
   EXPECT_LT(Length(PositionOf(thing) - Vec3{-12.0f, 1.0f, 0.0f}), 1e-4f);
   EXPECT_NEAR(BodyOf(thing).velocity.y, 2.0f, 1e-4f);
   EXPECT_EQ(thing.GetTransform().orientation.k, 0.0f);
 }
 
-// Whatever an episode says, there is a line for it, and the match goes on.
-TEST_F(EpisodeTest, SegmentsThatCannotBePlayed) {
+// Whatever an episode and its rules say, there is a line for it, and the match goes on. An unknown rule takes its
+// values with it and leaves an empty section; counts that lie lose nothing and invent nothing.
+TEST_F(MatchClockTest, ReadsWhatItCannotPlay) {
+  const std::string segments = Segments({{"nothing", 1000.0f}});
+  const std::string objectives = Objectives({"HitObjects"});
+  const std::string end = "No more objectives: Done\n";
   const struct {
-    std::string values;
+    std::string segments;
+    std::string objectives;
     const char* message;
+    int sections = 1;
   } cases[] = {
-      {Segments({{"nowhere", 5.0f}}), "CAN'T FIND YO LEVEL, YA DON GOOFED!"},
-      {Segments({{"level1", 0.1f}, {"level1", 5.0f}}), "the piece \"level1\" brings itself"},
-      {"number of segments: 1000000000\n" + kSegmentsEnd, "level1: line 7: says 1000000000 segments, 0 follow"},
+      {Segments({{"nowhere", 5.0f}}), objectives, "CAN'T FIND YO LEVEL, YA DON GOOFED!"},
+      {Segments({{"level1", 0.1f}, {"level1", 5.0f}}), objectives, "the piece \"level1\" brings itself"},
+      {"number of segments: 1000000000\n" + kSegmentsEnd, objectives, "level1: line 7: says 1000000000 segments, 0"},
       {"number of segments: -1\nlevelName_: nowhere\nduration_: 5\nrotationAngle_: 0\ndistance_: 0\n" + kSegmentsEnd,
-       "says -1 segments, 1 follow"},
-      {Segments({{"nowhere", -3.0f}}), "the segment \"nowhere\" lasts no time"},
-      {Segments({{"nowhere", std::nanf("")}}), "not a finite number"},
+       objectives, "says -1 segments, 1 follow"},
+      {Segments({{"nowhere", -3.0f}}), objectives, "the segment \"nowhere\" lasts no time"},
+      {Segments({{"nowhere", std::nanf("")}}), objectives, "not a finite number"},
+      {segments,
+       "Sections: 3\nObjective: Regatta\nBoats: 3\nWind: 0.5\nObjective: HitObjects\nObjective: lotbb\n" + end,
+       "line 16: no objective is called \"Regatta\"", 3},
+      {segments, "Sections: 1000000000\nObjective: HitObjects\n" + end, "says 1000000000 objectives, 1 follow"},
+      {segments, "Sections: -1\nObjective: HitObjects\n" + end, "says -1 objectives, 1 follow"},
+      {segments, "Sections: 1\nObjective: lotbb\nObjective: HitObjects\n" + end, "says 1 objectives, 2 follow", 2},
+      {segments, "Sections: 1\nObjective: NULL\nRuntime: -5\n" + end, "Runtime -5, taken as 0"},
+      {segments, "Sections: 3\n", "says 3 objectives, 0 follow", 0},
   };
   for (const auto& bad : cases) {
     SCOPED_TRACE(bad.message);
     world.Restart();
-    log.clear();
     world.ClearText();
-    Start(bad.values, Objectives({"HitObjects"}));
+    Start(bad.segments, bad.objectives);
+    EXPECT_EQ(Count(Document({Find("segmentmanager")}), "Objective: "), bad.sections);
     Run(300);
-    EXPECT_EQ(Count(world.text(), bad.message) > 0, true) << world.text();
+    EXPECT_NE(world.text().find(bad.message), std::string::npos) << world.text();
     EXPECT_LE(CountObjects("segmentmanager"), 4) << "pieces must not multiply";
-    EXPECT_EQ(FramesOf("objective begin HitObjects").front(), frame - 300);
+    EXPECT_EQ(Manager().GetCurrentObjective() != nullptr, bad.sections > 0);
   }
 }
 
 // The loss of a pad is noticed once; being whole again counts only while the game stands still.
-TEST_F(EpisodeTest, WatchesTheGamepads) {
-  Start(Segments({{"nothing", 100.0f}}), Objectives({}));
+TEST_F(MatchClockTest, WatchesTheGamepads) {
+  StartRules(Objectives({}));
   const auto isLostAfter = [&](int frames) {
     Run(frames);
     return FindSegmentManager()->IsPadLost();
   };
   EXPECT_FALSE(isLostAfter(2));
   platform.ConnectPad(2, false);
-  EXPECT_TRUE(isLostAfter(2));
-  EXPECT_FALSE(IsPaused());
+  EXPECT_TRUE(isLostAfter(2) && !IsPaused());
   RequestPause("PauseMenu");
   EXPECT_TRUE(isLostAfter(1));
   platform.ConnectPad(2, true);
@@ -158,28 +165,89 @@ TEST_F(EpisodeTest, WatchesTheGamepads) {
   EXPECT_TRUE(IsPaused()) << "the menu's own reason stays";
 }
 
-TEST_F(EpisodeTest, RespawnsOnNodesThatAreFreeAndElseOnTheFallback) {
+TEST_F(MatchClockTest, RespawnsOnNodesThatAreFreeAndElseOnTheFallback) {
   GameObject& holder = world.Add("nodes");
   auto& nodes = Attach<RespawnNodeManager>(holder);
   nodes.fallbackPosition = {9.0f, 9.0f, 0.0f};
-  for (std::size_t i = 0; i < 4; ++i) PositionOf(*nodes.GetNode(i)).x = static_cast<float>(i + 1);
-  for (const std::size_t node : {0u, 1u, 3u}) {
-    auto* check = nodes.GetNode(node)->Get<ScriptBox>()->GetScript("CollisionCheckScript");
-    static_cast<CollisionCheckScript*>(check)->hit = true;
+  for (std::size_t i = 0; i < 4; ++i) {
+    PositionOf(*nodes.GetNode(i)).x = static_cast<float>(i + 1);
+    auto* check = nodes.GetNode(i)->Get<ScriptBox>()->GetScript("CollisionCheckScript");
+    static_cast<CollisionCheckScript*>(check)->hit = i != 2;
   }
-  GameObject& a = world.Add("a");
-  GameObject& b = world.Add("b");
-  const auto respawnBoth = [&] {
-    for (const GameObject* object : {&a, &b}) nodes.Queue(object->id);
+  const std::array<GameObject*, 2> fallen = {&world.Add("a"), &world.Add("b")};
+  const auto respawn = [&] {
+    for (const GameObject* object : fallen) nodes.Queue(object->id);
     nodes.Update(0.0085f);
+    return std::pair(PositionOf(*fallen[0]).x, PositionOf(*fallen[1]).x);
   };
-  respawnBoth();
-  EXPECT_EQ(PositionOf(a).x, 3.0f);
-  EXPECT_EQ(PositionOf(b).x, 9.0f);
-  respawnBoth();
-  EXPECT_LE(PositionOf(b).x, 4.0f) << "the flags are those of one frame";
-  EXPECT_NE(PositionOf(a).x, PositionOf(b).x);
+  EXPECT_EQ(respawn(), std::pair(3.0f, 9.0f));
+  const auto [a, b] = respawn();
+  EXPECT_TRUE(a <= 4.0f && b <= 4.0f && a != b) << "the flags are those of one frame";
   holder.alive = false;
   for (int sweep = 0; sweep < 2; ++sweep) Objects().RemoveDeadObjects();
   EXPECT_EQ(Objects().GetObjects().size(), 2u) << "the nodes go with their manager";
+}
+
+// The first section is 10 seconds whatever its rule says; a rule without title has no countdown.
+TEST_F(MatchClockTest, TheLastThreeSecondsOfATitledRuleAreCountedDown) {
+  StartRules(Objectives({"NULL\nRuntime: 3", "HitObjects", "NULL\nRuntime: 10"}));
+  const GameObject& countdown = *FindText(true);
+  const auto& text = *countdown.Get<SpriteText>();
+  constexpr int kFirstEnd = 1177;
+  constexpr int kSevenSeconds = 171 + 824;  // the slow motion and 0.0085 s a frame
+  for (const int frames : {kFirstEnd - 30, 30 + kSevenSeconds - 3}) {
+    Run(frames);
+    EXPECT_FALSE(text.visible);
+  }
+  for (const char* digit : {"5", "4", "3", "2", "1", "0"}) {
+    Run(30);
+    EXPECT_EQ(text.text, digit);
+    EXPECT_NEAR(countdown.GetTransform().graphicsScale.x, 0.03f, 0.004f);
+    Run(29);
+    EXPECT_TRUE(text.visible);
+  }
+  Run(4);
+  EXPECT_FALSE(text.visible);
+}
+
+TEST_F(MatchClockTest, AFirstSectionOfNoLengthTakesItsRulesOwn) {
+  StartRules(Objectives({"NULL\nRuntime: 3", "HitObjects"}));
+  TweakBar bar("editor");
+  Manager().AddToTweakBar(bar);
+  *std::get<float*>(bar.Find("SectionTime")->field.target) = 0.0f;
+  Run(400);
+  EXPECT_EQ(FramesOf("objective begin HitObjects"), std::vector<int>{352});
+}
+
+// The title goes in real time, whatever the slow motion does: a second to grow, then it slides down and shrinks. The
+// countdown goes with its controller, and nothing ends by the rule's own End.
+TEST_F(MatchClockTest, TheTitleGrowsSlidesAndStaysUntilTheControllerDies) {
+  StartRules(Objectives({"HitObjects"}));
+  Run(1);
+  const GameObject* title = FindText(false);
+  ASSERT_NE(title, nullptr);
+  const Transform& transform = title->GetTransform();
+  for (const auto& [frames, size, y] : {std::tuple{58, 0.03f, 0.0f}, {160, 0.01f, -7.0f}}) {
+    Run(frames);
+    EXPECT_NEAR(transform.graphicsScale.x, size, 0.001f);
+    EXPECT_NEAR(transform.position.y, y, 0.1f);
+  }
+  Find("segmentmanager")->alive = false;
+  Run(2);
+  EXPECT_EQ(FindText(true), nullptr);
+  EXPECT_TRUE(FramesOf("objective end HitObjects").empty());
+}
+
+TEST_F(MatchClockTest, TheKeySkipsAndTheLastRuleIsNotRunAgainAndAllAreSaved) {
+  StartRules(Objectives({"KingOfTheHill", "HitObjects"}));
+  const std::string saved = Document({Find("segmentmanager")});
+  Run(5);
+  for (int i = 0; i < 6; ++i) {
+    for (const int key : {SDLK_LSHIFT, SDLK_l}) SetKey(key, i % 2 == 0);
+    Run(1);
+  }
+  const std::pair<std::string, int> due[] = {
+      {"begin KingOfTheHill", 0}, {"end KingOfTheHill", 5}, {"begin HitObjects", 5}, {"end HitObjects", 7}};
+  for (const auto& [event, when] : due) EXPECT_EQ(FramesOf("objective " + event), std::vector<int>{when}) << event;
+  EXPECT_EQ(Document({Find("segmentmanager")}), saved);
 }

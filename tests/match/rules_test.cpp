@@ -4,11 +4,9 @@
 #include "episode_scene.h"
 #include "match/character_controller.h"
 #include "match/objective_factory.h"
-#include "physics/sphere_collider.h"
 
 namespace {
 
-constexpr float kStep = 0.0085f;
 // Those that the rules here make their objects of.
 constexpr auto kArchetypes = {"starsonfish", "ringstatic", "theball", "shadow", "cannonball", "stunstars"};
 
@@ -21,13 +19,14 @@ class RuleTest : public PlayersTest {
     rule = CreateObjective(type);
     rule->Begin();
   }
-  // Frames of the rule alone; in each, `perFrame` may tell of overlaps and contacts.
-  void RunRule(int frames, const std::function<void()>& perFrame = nullptr) {
+  // Frames of the rule alone; in each, `perFrame` may tell of overlaps and contacts. Gives all that was paid so far.
+  long long RunRule(int frames, const std::function<void()>& perFrame = nullptr) {
     for (int i = 0; i < frames; ++i) {
       rule->Update(kStep);
       Time().elapsedTime += kStep;
       if (perFrame) perFrame();
     }
+    return Awarded();
   }
   void Overlap(int player, GameObject& thing) { rule->OnCollision({&Player(player), &thing}); }
   // Both sides of a contact tell of it, the first one first.
@@ -53,23 +52,20 @@ TEST_F(RuleTest, TheHillPaysOneWhoIsAloneAndNobodyWhileTwoStayAndARammedKingIsSt
   Begin("KingOfTheHill");
   GameObject& hill = *Find("TheHill");
   const Sprite& picture = *hill.Get<Sprite>();
-  EXPECT_TRUE(hill.Get<GalePhysics::SphereCollider>()->ghost);
-  RunRule(237, [&] { Overlap(2, hill); });
-  EXPECT_EQ(Awarded(), 4);
+  EXPECT_TRUE(IsGhost(hill));
+  EXPECT_EQ(RunRule(237, [&] { Overlap(2, hill); }), 4);
   EXPECT_EQ(picture.b, 1.0f) << "the hill wears the king's colour";
   EXPECT_FLOAT_EQ(picture.a, 0.75f);
-  RunRule(300, [&] {
-    for (int subStep = 0; subStep < 15; ++subStep) Overlap(subStep % 2, hill);
-  });
-  EXPECT_EQ(Awarded(), 4);
+  const auto overlapByTwo = [&] {
+    for (const int player : {0, 1, 0}) Overlap(player, hill);
+  };
+  EXPECT_EQ(RunRule(300, overlapByTwo), 4);
   RunRule(60);
   EXPECT_FLOAT_EQ(picture.a, 0.25f);
-  RunRule(2, [&] { Overlap(1, hill); });
-  EXPECT_EQ(Awarded(), 5) << "an empty hill's clock runs on, so the first touch pays at once";
-  Meet(0, 2.0f, 1, 1.0f);
-  EXPECT_EQ(CountEvents("stun Player2"), 0u) << "not above 3 together";
+  EXPECT_EQ(RunRule(2, [&] { Overlap(1, hill); }), 5) << "an empty hill's clock runs on, so the first touch pays";
+  Meet(0, 2.0f, 1, 1.0f);  // not above 3 together
   Meet(3, 2.5f, 1, -1.0f);
-  Meet(3, 9.0f, 0, 9.0f);
+  Meet(3, 9.0f, 0, 9.0f);  // no king
   EXPECT_EQ(CountEvents("stun Player2"), 1u);
   EXPECT_EQ(CountObjects("stunstars"), 1);
   rule->End();
@@ -84,28 +80,24 @@ TEST_F(RuleTest, TheCrownPaysItsHolderAndPassesOncePerFrameToWhoRamsHim) {
     EXPECT_EQ(PositionOf(crown), PositionOf(Player(player)) + (Vec3{0.0f, 1.0f, 0.0f}));
   };
   expectOn(3);
-  RunRule(117);
-  EXPECT_EQ(Awarded(), 0);
-  RunRule(1);
-  EXPECT_EQ(Awarded(), 3);
-  EXPECT_EQ(CountObjects("APoint"), 2) << "1 and 2 in either order";
+  EXPECT_EQ(RunRule(117), 0);
+  EXPECT_EQ(RunRule(1), 3);
   RunRule(50);
-  Meet(1, 2.0f, 3, 0.0f);
-  EXPECT_EQ(CountEvents("sound 25"), 0u) << "not fast";
+  Meet(2, 2.0f, 3, 0.0f);  // not fast
   Meet(1, 2.1f, 3, 0.0f);  // the second telling must not give it back
   Meet(2, 9.0f, 1, 0.0f);
   EXPECT_EQ(CountEvents("sound 25"), 1u);
   RunRule(1);
   expectOn(1);
-  RunRule(67);
-  EXPECT_EQ(Awarded(), 6) << "a pass does not start the second anew";
+  EXPECT_EQ(RunRule(67), 6) << "a pass does not start the second anew";
   rule->End();
   EXPECT_EQ(Awarded(), 10) << "the last holder's bonus";
   EXPECT_FALSE(crown.alive);
 }
 
-// y is drawn before x.
-TEST_F(RuleTest, RingsArePlacedFromTheRandomStream) {
+// Of a ring's place y is drawn before x. The first telling of a collision drops the slower one's chain, the second one
+// must not sound again; a draw costs nobody anything.
+TEST_F(RuleTest, AChainOfRingsPaysEachSecondAndAtTheEndIfItIsNotLost) {
   SeedRandom(77);
   Begin("CollectTheRings");
   EXPECT_EQ(CountObjects("ringstatic"), 20);
@@ -113,16 +105,6 @@ TEST_F(RuleTest, RingsArePlacedFromTheRandomStream) {
   const float y = static_cast<float>(Random()) / 2340.5f - 7.0f;
   const float x = static_cast<float>(Random()) / 1365.2916f - 12.0f;
   EXPECT_EQ(PositionOf(*Find("ringstatic")), (Vec3{x, y, 0.0f}));
-  RunRule(119);
-  EXPECT_EQ(CountObjects("ringstatic"), 22) << "two more each second";
-  rule->End();
-  EXPECT_EQ(CountObjects("ringstatic"), 0);
-}
-
-// The first telling of a collision drops the slower one's chain, the second one must not sound again; a draw costs
-// nobody anything.
-TEST_F(RuleTest, AChainOfRingsPaysEachSecondAndAtTheEndIfItIsNotLost) {
-  Begin("CollectTheRings");
   for (int i = 0; i < 5; ++i) {
     GameObject& ring = *Find("ringstatic");
     Overlap(2, ring);
@@ -132,21 +114,21 @@ TEST_F(RuleTest, AChainOfRingsPaysEachSecondAndAtTheEndIfItIsNotLost) {
     EXPECT_EQ(BodyOf(ring).generators.size(), 1u);
   }
   EXPECT_EQ(CountEvents("sound 3"), 5u);
-  RunRule(240);
-  EXPECT_EQ(Awarded(), 2);
+  EXPECT_EQ(RunRule(240), 2);
   EXPECT_EQ(CountObjects("ringfollowing"), 3);
+  EXPECT_EQ(CountObjects("ringstatic"), 19) << "two more each second";
   GameObject& ring = *Find("ringstatic");
   Overlap(1, ring);
-  Meet(0, 5.0f, 1, -4.5f);
-  Meet(0, 2.0f, 1, -4.5f);
-  EXPECT_EQ(CountEvents("sound 4"), 0u);
-  Meet(0, 5.5f, 1, -4.5f);
-  EXPECT_EQ(CountEvents("sound 4"), 1u);
+  for (const float speed : {5.0f, 2.0f, 5.5f}) {
+    Meet(0, speed, 1, -4.5f);
+    EXPECT_EQ(CountEvents("sound 4"), speed == 5.5f ? 1u : 0u);
+  }
   EXPECT_EQ(ring.name, "ringstatic");
   EXPECT_TRUE(BodyOf(ring).generators.empty());
   EXPECT_FLOAT_EQ(ring.Get<Sprite>()->g, 0.25f);
   rule->End();
   EXPECT_EQ(Awarded(), 5);
+  EXPECT_EQ(CountObjects("ringstatic"), 0);
 }
 
 // Its clock starts when it is made, so one made a second before it begins pays in its first update.
@@ -156,31 +138,24 @@ TEST_F(RuleTest, TheBallPaysTheLastToTouchIt) {
   rule->Begin();
   GameObject& ball = *Find("theball");
   const std::string& picture = ball.Get<Sprite>()->texturePath;
-  RunRule(1);
-  EXPECT_EQ(Awarded(), 3);
+  EXPECT_EQ(RunRule(1), 3);
   EXPECT_EQ(picture, "yellowball.png") << "the last-ranked player starts";
   Meet(Player(0), 2.5f, ball, 0.0f);
+  Meet(Player(2), 1.5f, ball, 9.0f);  // a slow touch
   EXPECT_EQ(picture, "redball.png");
-  Meet(Player(2), 1.5f, ball, 9.0f);
-  EXPECT_EQ(picture, "redball.png") << "a slow touch";
   EXPECT_EQ(CountEvents("sound 20"), 1u);
-  RunRule(118);
-  EXPECT_EQ(Awarded(), 6);
+  EXPECT_EQ(RunRule(118), 6);
   rule->End();
   EXPECT_FALSE(ball.alive);
 }
 
 TEST_F(RuleTest, CannonballsFallAtTheirRateOnTheirShadowsAndBothGo) {
-  world.WriteFile("values", "{\nRate: 2\nRateVariation: 0\nSpeed: 1.5\nspeedVariation: 0\n}\n");
-  Serializer reader;
-  ASSERT_TRUE(reader.OpenForRead("values"));
   rule = CreateObjective("CannonFall");
-  rule->Deserialize(reader);
+  ReadValues(*rule, "Rate: 2\nRateVariation: 0\nSpeed: 1.5\nspeedVariation: 0\n");
   rule->Begin();
   const std::uint32_t before = RandomState();
   RunRule(58);
   EXPECT_EQ(RandomState(), before) << "a range of no width draws nothing";
-  EXPECT_EQ(CountObjects("cannonball"), 0);
   RunRule(1);
   GameObject& ball = *Find("cannonball");
   GameObject& shadow = *Find("shadow");
@@ -200,10 +175,9 @@ TEST_F(RuleTest, CannonballsFallAtTheirRateOnTheirShadowsAndBothGo) {
   RunRule(1);
   EXPECT_FALSE(ball.alive || shadow.alive);
   RunRule(58);
-  GameObject& second = *Find("cannonball");
-  PositionOf(second).z = 0.0f;
+  PositionOf(*Find("cannonball")).z = 0.0f;
   RunRule(1);
-  EXPECT_FALSE(second.alive);
+  EXPECT_EQ(CountObjects("cannonball"), 0);
   RunRule(58);
   rule->End();
   EXPECT_EQ(CountObjects("cannonball") + CountObjects("shadow"), 0);
@@ -229,11 +203,8 @@ TEST_F(RuleTest, RulesRunWithoutTheirArchetypes) {
 // Push and stun last two seconds; then the breakable scenery is gone and the shoal is there, for eight seconds.
 TEST_F(RuleTest, MinersSweepEverybodyOutThenComeTheFish) {
   world.WriteFile("miner", File("goldfish", Box(ScriptText("DeathTimer", "Time: 1\n"))));
-  GameObject& crate = world.Add("crate");
-  crate.AddComponent("GivePoints");
-  GameObject& coreCrate = world.Add("core crate");
-  coreCrate.AddComponent("GivePoints");
-  coreCrate.core = true;
+  for (const char* name : {"crate", "core crate"}) world.Add(name).AddComponent("GivePoints");
+  Find("core crate")->core = true;
   PositionOf(Player(0)) = {-3.0f, 4.0f, 0.0f};
   PositionOf(Player(1)) = {};
   Begin("OctoMiners");
@@ -244,17 +215,16 @@ TEST_F(RuleTest, MinersSweepEverybodyOutThenComeTheFish) {
   RunRule(1);
   EXPECT_NEAR(push.x, -0.12f, 1e-6f) << "pushes pile up until the physics runs";
   EXPECT_EQ(CountEvents("stun Player1"), 1u);
-  RunRule(230);
-  EXPECT_TRUE(FindController(Player(3))->stunned);
-  EXPECT_TRUE(crate.alive);
-  RunRule(5);
-  EXPECT_FALSE(FindController(Player(3))->stunned);
-  EXPECT_FALSE(crate.alive);
-  EXPECT_TRUE(coreCrate.alive);
+  for (const int frames : {230, 5}) {
+    RunRule(frames);
+    EXPECT_EQ(FindController(Player(3))->stunned, frames == 230);
+    EXPECT_EQ(CountObjects("crate"), frames == 230 ? 1 : 0);
+    EXPECT_EQ(CountObjects("core crate"), 1);
+  }
   EXPECT_EQ(CountEvents("sound 15"), 1u);
   GameObject& fish = *Find("goldfish");
-  fish.Update(7.9f);
-  EXPECT_TRUE(fish.alive);
-  fish.Update(0.2f);
-  EXPECT_FALSE(fish.alive);
+  for (const float step : {7.9f, 0.2f}) {
+    fish.Update(step);
+    EXPECT_EQ(fish.alive, step == 7.9f);
+  }
 }

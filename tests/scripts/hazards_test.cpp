@@ -1,14 +1,14 @@
+// What things of a stage do by themselves and to those who touch them.
 #include <algorithm>
 #include <cmath>
 #include <set>
+#include <utility>
 
+#include "match/episode_scene.h"
 #include "match/give_points.h"
-#include "physics/sphere_collider.h"
-#include "script_test.h"
 #include "scripts/broad_side.h"
 #include "scripts/fountain.h"
-#include "scripts/one_way_into_stage.h"
-#include "scripts/prison_script.h"
+#include "scripts/spawns_objects.h"
 #include "scripts/squishy.h"
 #include "scripts/vortex.h"
 
@@ -16,15 +16,22 @@ namespace {
 
 class HazardTest : public ScriptTest {
  public:
-  // Objects of that name which were not there at the last call.
-  std::vector<GameObject*> NewOnes(std::string_view name) {
-    std::vector<GameObject*> found = FindAll(name);
-    std::erase_if(found, [&](const GameObject* object) { return !known_.insert(object->id).second; });
-    return found;
+  // The balls fired since the last call, which are gone then.
+  static std::vector<GameObject*> TakeBalls() {
+    const std::vector<GameObject*> balls = FindAll("cannonball");
+    for (GameObject* ball : balls) ball->alive = false;
+    return balls;
   }
   bool FiresIn(int frames) {
     Run(frames);
-    return !NewOnes("cannonball").empty();
+    return !TakeBalls().empty();
+  }
+  bool IsFiringDead() {
+    holder.alive = false;
+    Time().elapsedTime += 1.0f;
+    Update(1);
+    holder.alive = true;
+    return !TakeBalls().empty();
   }
   void Overlap(GameObject& other, int times = 1) {
     for (int i = 0; i < times; ++i) holder.OnCollision({&holder, &other});
@@ -32,49 +39,38 @@ class HazardTest : public ScriptTest {
   static const Vec3& ScaleOf(GameObject& object) { return object.GetTransform().graphicsScale; }
 
   GalePhysics::SphereCollider& sphere = *holder.Get<GalePhysics::SphereCollider>();
-
- private:
-  std::set<std::uint32_t> known_;
 };
 
 }  // namespace
 
 // The first volley leaves to the left, as the sides' flag has it; gaps between volleys are not counted from their
-// shots.
-TEST_F(HazardTest, AShipFiresThreeGunsAVolleyFromEitherSideInTurn) {
+// shots. What a new game has marked dead is updated once more, beside what the new game made.
+TEST_F(HazardTest, AShipFiresThreeGunsAVolleyFromEitherSideInTurnUntilItIsDead) {
+  constexpr float kSlots[] = {0.0f, 3.0f, -3.0f};
   BroadSide::ResetSide();
   Carry<BroadSide>();
-  std::vector<std::pair<int, Vec3>> shots;
+  std::vector<int> shots;
   while (frame < 2500 && shots.size() < 12) {
     Run(1);
-    for (GameObject* ball : NewOnes("cannonball")) shots.emplace_back(frame, PositionOf(*ball));
+    for (GameObject* ball : TakeBalls()) {
+      const std::size_t shot = shots.size();
+      const float side = shot / 3 % 2 == 0 ? -1.0f : 1.0f;
+      EXPECT_LT(Length(PositionOf(*ball) - Vec3{side * 1.5425f, side * kSlots[shot % 3], 0.0f}), 1e-3f) << shot;
+      shots.push_back(frame);
+    }
   }
   ASSERT_EQ(shots.size(), 12u);
-  for (std::size_t i = 0; i < shots.size(); ++i) {
-    const float side = i / 3 % 2 == 0 ? -1.0f : 1.0f;
-    const float slot[] = {0.0f, 3.0f, -3.0f};
-    EXPECT_LT(Length(shots[i].second - Vec3{side * 1.5425f, side * slot[i % 3], 0.0f}), 1e-3f) << i;
-  }
-  for (std::size_t i = 3; i < shots.size(); i += 3) EXPECT_GE(shots[i].first - shots[i - 3].first, 353) << i;
-  EXPECT_LE(shots[0].first, 2) << "a new ship has been ready for three seconds";
+  EXPECT_LE(shots[0], 2) << "a new ship has been ready for three seconds";
+  for (const std::size_t i : {3u, 6u, 9u}) EXPECT_GE(shots[i] - shots[i - 3], 353) << i;
+  Carry<BroadSide>();
+  EXPECT_FALSE(IsFiringDead());
 }
 
-// What a new game has marked dead is updated once more, beside what the new game made.
-TEST_F(HazardTest, AShipWithoutBallsOnlySaysSoAndADeadOneFiresNoMoreThanADeadFountain) {
-  std::filesystem::rename("cannonball", "kept");
+TEST_F(HazardTest, AShipWithoutBallsOnlySaysSo) {
+  std::filesystem::remove("cannonball");
   Carry<BroadSide>();
   EXPECT_FALSE(FiresIn(2));
   EXPECT_GT(Count(world.text(), "CAN'T FIND YO LEVEL"), 0);
-  std::filesystem::rename("kept", "cannonball");
-  Carry<BroadSide>();
-  Carry<Fountain>();
-  TurnFountainsOn();
-  Update(1);
-  NewOnes("cannonball");
-  holder.alive = false;
-  Time().elapsedTime += 1.0f;
-  Update(1);
-  EXPECT_TRUE(NewOnes("cannonball").empty());
 }
 
 TEST_F(HazardTest, AFountainEruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
@@ -85,12 +81,10 @@ TEST_F(HazardTest, AFountainEruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
   std::size_t shots = 0;
   for (int i = 0; i < 178; ++i) {
     Run(1);
-    for (GameObject* ball : NewOnes("cannonball")) {
-      const Vec3& velocity = BodyOf(*ball).velocity;
-      EXPECT_NEAR(Length(velocity), 3.0f, 1e-4f);
-      EXPECT_GE(velocity.y, 3.0f * std::sin(kPi / 3.0f) - 1e-4f);
-      const Vec3 muzzle = PositionOf(*ball) - velocity * (5.0f * kStep);
-      EXPECT_NEAR(Length(muzzle - PositionOf(holder)), 0.1f, 1e-3f);
+    for (GameObject* ball : TakeBalls()) {
+      EXPECT_NEAR(Length(BodyOf(*ball).velocity), 3.0f, 1e-4f);
+      EXPECT_GE(BodyOf(*ball).velocity.y, 3.0f * std::sin(kPi / 3.0f) - 1e-4f);
+      EXPECT_GT(PositionOf(*ball).y, PositionOf(holder).y);
       ++shots;
     }
   }
@@ -99,6 +93,7 @@ TEST_F(HazardTest, AFountainEruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
   EXPECT_FALSE(FiresIn(100)) << "the burst is over";
   fountain.Trigger();
   EXPECT_TRUE(FiresIn(30));
+  EXPECT_FALSE(IsFiringDead());
   const Fountain another;
   EXPECT_FALSE(FiresIn(30)) << "making one turns all off";
 }
@@ -117,31 +112,22 @@ TEST_F(HazardTest, ASquishyThingBulgesOnceAndComesBackEvenThroughAFreeze) {
   expectScale(2.18f, 2.82f);
   Run(60);
   expectScale(2.0f, 3.0f);
-  EXPECT_EQ(squishy.savedScale, (Vec3{2.0f, 3.0f, 0.0f}));
 }
 
-// A point distance of 0: whoever overlaps it is drawn to it, and that is all.
-TEST_F(HazardTest, AWhirlpoolGrowsAndOnlyPulls) {
+// At a point distance of 0 whoever overlaps it is drawn to it, and that is all.
+TEST_F(HazardTest, AWhirlpoolGrowsAndPullsAndAnExitSwallowsPrizesAndPlayersUntilTheLastIsGone) {
   auto& whirlpool = Carry<Vortex>();
-  whirlpool.pointDistance = 0.0f;
+  whirlpool.Update(2.0f);
+  for (const float size : {sphere.radius, sphere.broadPhaseSize, ScaleOf(holder).x}) EXPECT_EQ(size, 2.0f);
+  const float exitDistance = std::exchange(whirlpool.pointDistance, 0.0f);
   whirlpool.pullingConstant = 0.004f;
-  GameObject& player = world.AddSphere("Player1", {0.0f, 0.5f, 0.0f});
-  Overlap(player);
-  EXPECT_EQ(BodyOf(player).forceTotal, (Vec3{0.0f, -0.004f, 0.0f}));
-  PositionOf(player) = {};
-  Overlap(player);
-  EXPECT_EQ(ScaleOf(player), (Vec3{1.0f, 1.0f, 1.0f}));
-  EXPECT_FALSE(player.Get<GalePhysics::SphereCollider>()->ghost);
-  for (int i = 0; i < 200; ++i) whirlpool.Update(0.01f);
-  EXPECT_NEAR(sphere.radius, 2.0f, 1e-4f);
-  EXPECT_EQ(sphere.broadPhaseSize, sphere.radius);
-  EXPECT_NEAR(ScaleOf(holder).x, 2.0f, 1e-4f);
-}
-
-TEST_F(HazardTest, AnExitSwallowsPrizesAndPlayersUntilTheLastIsGone) {
-  Carry<Vortex>();
-  GameObject& prize = world.AddSphere("crate", {});
+  GameObject& prize = world.AddSphere("crate", {0.0f, 0.5f, 0.0f});
   prize.Insert(std::make_unique<GivePoints>());
+  Overlap(prize);
+  EXPECT_EQ(BodyOf(prize).forceTotal, (Vec3{0.0f, -0.004f, 0.0f}));
+  EXPECT_TRUE(prize.alive);
+  whirlpool.pointDistance = exitDistance;
+  PositionOf(prize) = {};
   GameObject& thing = world.AddSphere("thing", {});
   for (GameObject* object : {&prize, &thing}) Overlap(*object);
   EXPECT_FALSE(prize.alive);
@@ -151,7 +137,7 @@ TEST_F(HazardTest, AnExitSwallowsPrizesAndPlayersUntilTheLastIsGone) {
     GameObject& player = world.AddSphere(name, {0.2f, 0.0f, 0.0f});
     Overlap(player, 1300);
     EXPECT_LT(Length(ScaleOf(player)), 0.0032f);
-    EXPECT_TRUE(player.Get<GalePhysics::SphereCollider>()->ghost);
+    EXPECT_TRUE(IsGhost(player));
   }
   EXPECT_FALSE(holder.alive);
 }
@@ -164,48 +150,42 @@ TEST_F(HazardTest, AWayInBringsPlayersBackToTheirPlaces) {
   EXPECT_EQ(PositionOf(player), (Vec3{-1.5f, 0.0f, 0.0f}));
   EXPECT_FLOAT_EQ(ScaleOf(player).x, 0.01001f);
   EXPECT_EQ(BodyOf(player).forceTotal, (Vec3{0.001f, 0.0f, 0.0f})) << "pushed out of the middle";
-  EXPECT_TRUE(player.Get<GalePhysics::SphereCollider>()->ghost);
+  EXPECT_TRUE(IsGhost(player));
   Overlap(player, 4700);
-  EXPECT_FALSE(player.Get<GalePhysics::SphereCollider>()->ghost);
+  EXPECT_FALSE(IsGhost(player));
   EXPECT_NEAR(ScaleOf(player).x, 1.0f, 0.1f);
 }
 
 TEST_F(HazardTest, WhatComesInPassesWallsAndIsItselfInside) {
-  Carry<OneWayIntoStage>();
-  auto& body = BodyOf(holder);
-  body.inverseMass = 0.5f;
+  Carry("onewayintostage");
+  BodyOf(holder).inverseMass = 0.5f;
   for (const float x : {20.0f, 14.01f, 13.99f, -13.99f, -14.01f, 0.0f}) {
     PositionOf(holder).x = x;
     Update(3);
     const bool inside = std::abs(x) < 14.0f;
     EXPECT_EQ(sphere.collisionGroup, inside ? 1u : 0u) << x;
-    EXPECT_EQ(body.inverseMass, inside ? 0.5f : 0.0f) << x;
+    EXPECT_EQ(BodyOf(holder).inverseMass, inside ? 0.5f : 0.0f) << x;
   }
 }
 
-TEST_F(HazardTest, APrisonPutsWhatGotOutBackInTheMiddle) {
-  Carry<PrisonScript>();
+TEST_F(HazardTest, APrisonPutsWhatGotOutBackInTheMiddleAtRest) {
+  Carry("PrisonScript");
   constexpr Vec3 kVelocity = {1.0f, 2.0f, 3.0f};
-  const struct {
-    const char* name;
-    Vec3 place;
-    Vec3 due;
-    Vec3 velocity;
-  } cases[] = {{"Player1", {16.5f, 3.0f, 0.0f}, {-2.0f, 0.0f, 0.0f}, {}},
-               {"Player2", {-16.1f, 0.0f, 0.0f}, {2.0f, 0.0f, 0.0f}, {}},
-               {"Player3", {0.0f, 11.1f, 0.0f}, {-4.0f, 0.0f, 0.0f}, {}},
-               {"Player4", {0.0f, -11.1f, 0.0f}, {4.0f, 0.0f, 0.0f}, {}},
-               {"Player5", {99.0f, 0.0f, 0.0f}, {}, {}},
-               {"crate", {0.0f, 99.0f, 0.0f}, {}, {}},
-               {"inside", {15.9f, -11.0f, 0.4f}, {15.9f, -11.0f, 0.0f}, kVelocity}};
-  for (const auto& tried : cases) {
-    holder.name = tried.name;
-    PositionOf(holder) = tried.place;
+  const auto expectPlace = [&](const char* name, const Vec3& from, const Vec3& due, const Vec3& velocity = {}) {
+    holder.name = name;
+    PositionOf(holder) = from;
     BodyOf(holder).velocity = kVelocity;
     Update(1);
-    EXPECT_EQ(PositionOf(holder), tried.due) << tried.name;
-    EXPECT_EQ(BodyOf(holder).velocity, tried.velocity) << tried.name;
-  }
+    EXPECT_EQ(PositionOf(holder), due) << name;
+    EXPECT_EQ(BodyOf(holder).velocity, velocity) << name;
+  };
+  expectPlace("Player1", {16.5f, 3.0f, 0.0f}, {-2.0f, 0.0f, 0.0f});
+  expectPlace("Player2", {-16.1f, 0.0f, 0.0f}, {2.0f, 0.0f, 0.0f});
+  expectPlace("Player3", {0.0f, 11.1f, 0.0f}, {-4.0f, 0.0f, 0.0f});
+  expectPlace("Player4", {0.0f, -11.1f, 0.0f}, {4.0f, 0.0f, 0.0f});
+  expectPlace("Player5", {99.0f, 0.0f, 0.0f}, {});
+  expectPlace("crate", {0.0f, 99.0f, 0.0f}, {});
+  expectPlace("inside", {15.9f, -11.0f, 0.4f}, {15.9f, -11.0f, 0.0f}, kVelocity);
 }
 
 TEST_F(HazardTest, SandPuffsUnderFastPlayersOnly) {
@@ -213,16 +193,69 @@ TEST_F(HazardTest, SandPuffsUnderFastPlayersOnly) {
   GameObject& player = world.AddSphere("Player3", {5.0f, 5.0f, 0.0f});
   GalePhysics::Contact contact = ContactOf(holder, player);
   contact.point = {1.0f, 2.0f, 0.0f};
-  BodyOf(player).velocity.x = 1.9f;
-  holder.OnContact(contact);
-  EXPECT_EQ(CountObjects("sandpoof"), 0);
-  BodyOf(player).velocity.x = 2.1f;
-  holder.OnContact(contact);
-  EXPECT_EQ(CountObjects("sandpoof"), 3);
+  for (const bool fast : {false, true}) {
+    BodyOf(player).velocity.x = fast ? 2.1f : 1.9f;
+    holder.OnContact(contact);
+    EXPECT_EQ(CountObjects("sandpoof"), fast ? 3 : 0);
+  }
   EXPECT_EQ(PositionOf(*Find("sandpoof")), contact.point);
   EXPECT_EQ(FramesOf("sound 38").size(), 1u);
-  Run(40);
-  EXPECT_EQ(CountObjects("sandpoof"), 3);
-  Run(3);
-  EXPECT_EQ(CountObjects("sandpoof"), 0);
+  for (const auto& [frames, left] : {std::pair{40, 3}, {3, 0}}) {
+    Run(frames);
+    EXPECT_EQ(CountObjects("sandpoof"), left);
+  }
+}
+
+// Intervals are real seconds, of 58.8 frames; what swims to the left looks there.
+TEST_F(HazardTest, ASpawnerSendsCopiesOffAtItsRateAndWaitsForAMissingArchetype) {
+  GameObject& pattern = world.AddSphere("fish", {}, {.damping = 0.9985f, .group = 0});
+  world.WriteFile("fish", Document({&pattern}));
+  pattern.alive = false;
+  PositionOf(holder) = {21.0f, 1.0f, -0.2f};
+  const Sprite& picture = holder.Insert(std::make_unique<Sprite>());
+  auto& spawner = Carry<SpawnsObjects>();
+  spawner.archetypeName = "kraken";
+  spawner.spawnVelocity = {-1.5f, 0.0f, 0.0f};
+  spawner.spawnRate = 1.0f;
+  spawner.timeBeforeFirstSpawn = 1.0f;
+  constexpr char kMissing[] = "the archetype \"kraken\" makes no object";
+  for (const auto& [frames, tries] : {std::pair{58, 0}, {1, 1}}) {
+    Run(frames);
+    EXPECT_EQ(Count(world.text(), kMissing), tries);
+  }
+  EXPECT_FALSE(picture.visible);
+  spawner.archetypeName = "fish";
+  Run(58);
+  EXPECT_EQ(CountObjects("fish"), 0);
+  Run(1);
+  ASSERT_EQ(CountObjects("fish"), 1);
+  GameObject& fish = *Find("fish");
+  const float damping = std::sqrt(0.9985f);
+  EXPECT_FLOAT_EQ(BodyOf(fish).damping, damping);
+  EXPECT_NEAR(BodyOf(fish).velocity.x, -1.5f * std::pow(damping, 15.0f), 1e-4f);
+  EXPECT_EQ(fish.GetTransform().graphicsScale.x, -1.0f);
+  EXPECT_EQ(PositionOf(fish).y, 1.0f) << "a range of no height";
+  EXPECT_EQ(PositionOf(fish).z, -0.2f);
+  spawner.yRange = 6.0f;
+  Run(60 * 59);
+  EXPECT_NEAR(CountObjects("fish"), 61, 1);
+  std::set<float> heights;
+  for (GameObject* one : FindAll("fish")) heights.insert(PositionOf(*one).y);
+  EXPECT_GE(*heights.begin(), 1.0f - 6.0f);
+  EXPECT_LE(*heights.rbegin(), 1.0f + 6.0f);
+  EXPECT_GT(*heights.rbegin() - *heights.begin(), 8.0f) << "spread over the range";
+  spawner.spawnVelocity = {1.0f, 0.0f, 0.0f};
+  spawner.spawnRate = 0.0f;
+  Run(100);
+  EXPECT_GE(CountObjects("fish"), 100) << "no rate: one a frame";
+  EXPECT_EQ(FindAll("fish").back()->GetTransform().graphicsScale.x, 1.0f);
+}
+
+// The bench throws for ever, and what it throws is gone after three seconds.
+TEST_F(HazardTest, TheBenchThrowsWithoutEndAndWithoutPilingUp) {
+  Carry("Spawner");
+  Run(400);
+  EXPECT_GE(CountObjects("thrown"), 13);
+  Run(800);
+  EXPECT_LE(CountObjects("thrown"), 15 * 3);
 }
