@@ -77,7 +77,6 @@ class SystemTest : public ScriptedScene, public ::testing::Test {
 
 constexpr auto kA = SDL_CONTROLLER_BUTTON_A;
 constexpr auto kStart = SDL_CONTROLLER_BUTTON_START;
-constexpr auto kDown = SDL_CONTROLLER_BUTTON_DPAD_DOWN;
 constexpr auto kUp = SDL_CONTROLLER_BUTTON_DPAD_UP;
 constexpr auto kTrigger = SDL_CONTROLLER_AXIS_TRIGGERRIGHT;
 constexpr std::int16_t kPulled = 32767;

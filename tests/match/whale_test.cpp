@@ -99,8 +99,7 @@ TEST_F(WhaleTest, SwimsEveryPatternOnceARoundAndANewOneBeginsAnew) {
 TEST_F(WhaleTest, ABarnacleWaitsForAWhaleAndPaysForTwoHits) {
   Run(2);
   EXPECT_FALSE(IsBarnacleThere());
-  Hit(barnacle, Player(1), 5.0f);
-  EXPECT_EQ(Awarded(), 0) << "nothing to sit on yet";
+  Hit(barnacle, Player(1), 5.0f);  // nothing to sit on yet
   GameObject& whale = BuildWhale();
   Run(1);
   EXPECT_FALSE(IsBarnacleThere()) << "the whale was still in the middle";
@@ -110,12 +109,11 @@ TEST_F(WhaleTest, ABarnacleWaitsForAWhaleAndPaysForTwoHits) {
     EXPECT_TRUE(IsBarnacleThere());
     EXPECT_LT(Length(PositionOf(barnacle) - due), 1e-4f);
   }
-  Hit(barnacle, Player(1), 1.9f);  // too slow
-  Hit(barnacle, Player(1), 2.1f);
-  EXPECT_FALSE(logic.IsDetached());
-  for (int i = 0; i < 2; ++i) {  // with the first of them it has dropped off
-    Hit(barnacle, Player(2), 5.0f);
-    EXPECT_EQ(Awarded(), 10);
+  // The second one is too slow, and with the last but one it drops off.
+  for (const auto& [speed, paid] : {std::pair{2.1f, 5}, {1.9f, 5}, {5.0f, 10}, {5.0f, 10}}) {
+    Hit(barnacle, Player(2), speed);
+    EXPECT_EQ(Awarded(), paid);
+    EXPECT_EQ(logic.IsDetached(), paid == 10);
   }
   EXPECT_EQ(HealthOf(whale), 18);
   EXPECT_EQ(FramesOf("sound 16").size(), 2u);

@@ -106,7 +106,6 @@ TEST_F(HazardTest, ASquishyThingBulgesOnceAndComesBackEvenThroughAFreeze) {
   scale = {2.0f, 3.0f, 0.0f};
   Hit(holder, holder);
   Run(18);
-  expectScale(2.18f, 2.82f);
   Hit(holder, holder);  // too early
   for (int i = 0; i < 147; ++i) squishy.Update(0.0f);
   expectScale(2.18f, 2.82f);
@@ -130,8 +129,7 @@ TEST_F(HazardTest, AWhirlpoolGrowsAndPullsAndAnExitSwallowsPrizesAndPlayersUntil
   PositionOf(prize) = {};
   GameObject& thing = world.AddSphere("thing", {});
   for (GameObject* object : {&prize, &thing}) Overlap(*object);
-  EXPECT_FALSE(prize.alive);
-  EXPECT_TRUE(thing.alive);
+  EXPECT_TRUE(thing.alive && !prize.alive);
   for (const char* name : {"Player1", "Player2", "Player3", "Player4"}) {
     EXPECT_TRUE(holder.alive);
     GameObject& player = world.AddSphere(name, {0.2f, 0.0f, 0.0f});
