@@ -116,6 +116,23 @@ TEST_F(PlayerTest, ANewGameBuildsTheSceneAnewAndForgetsTheOld) {
   SetDemoMode(false);
 }
 
+// While the window has no focus nothing moves. Each loss counts.
+TEST_F(PlayerTest, LosingFocusFreezesTheGame) {
+  const auto standsStillAfter = [&](SDL_WindowEventID change) {
+    SDL_Event event{};
+    event.type = SDL_WINDOWEVENT;
+    event.window.event = static_cast<Uint8>(change);
+    platform.Push(event);
+    Run(10);
+    const Vec3 place = PositionOf(Find("Player2"));
+    Run(10);
+    return PositionOf(Find("Player2")) == place;
+  };
+  for (int i = 0; i < 2; ++i) EXPECT_TRUE(standsStillAfter(SDL_WINDOWEVENT_FOCUS_LOST));
+  EXPECT_TRUE(standsStillAfter(SDL_WINDOWEVENT_FOCUS_GAINED));
+  EXPECT_FALSE(standsStillAfter(SDL_WINDOWEVENT_FOCUS_GAINED));
+}
+
 // A gauge that spends a budget: another team's words do not count, and a refill reports until it is full.
 TEST(ForceCurrency, SpendsAndRefillsABudget) {
   TestWorld world;
