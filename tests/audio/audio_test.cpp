@@ -3,12 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-
 #include "audio/sound_ids.h"
 #include "audio/test_sounds.h"
 #include "core/pause.h"
-#include "match/match_scene.h"
 #include "physics/contact.h"
 #include "scripted_scene.h"
 #include "scripts/play_player_audio.h"
@@ -133,23 +130,6 @@ TEST(Audio, ChargesOfTwoPlayersAreTwoSounds) {
   EXPECT_EQ(scene.world.text(), "");
 }
 
-TEST(Audio, EffectsLoadBesideTheTitleMusic) {
-  SoundScene scene;
-  std::thread loading(Audio::LoadEffects);
-  Audio::Play(Sound::kTitleMusic, Audio::kLongLived);
-  for (int frame = 0; frame < 60; ++frame) {
-    Audio::SetBusPaused("Music", false);
-    Audio::SetBusPaused("SFX", false);
-    scene.Level(1);
-  }
-  loading.join();
-  EXPECT_EQ(scene.world.text(), "");
-  Audio::StopMusic();
-  scene.Level(30);
-  Audio::Play(Sound::kPointBubble, Audio::kOneShot);
-  EXPECT_NEAR(scene.Level(2), 1.0f, kRoom);
-}
-
 // The frame pauses the music alone, and only buses that are there already.
 TEST(Audio, AHeldGameIsQuietButForItsMenu) {
   SoundScene scene;
@@ -178,17 +158,4 @@ TEST(PlayPlayerAudioScript, NamesDecideWhatABumpSoundsLike) {
   }
   EXPECT_EQ(scene.log,
             "sound 8;sound 16;sound 21;sound 32;sound 32;sound 33;sound 28;sound 28;sound 28;sound 28;sound 27;");
-}
-
-TEST(Player, IsHeardChargingAndLettingGo) {
-  MatchScene match;
-  EXPECT_EQ(match.sounds, std::vector<std::string>(4, "music 1"));
-  match.sounds.clear();
-  match.ConnectAllPads();
-  match.platform.SetPadAxis(0, 5, 32767);
-  match.Run(9);
-  EXPECT_EQ(match.sounds, std::vector<std::string>{"sound 13"});
-  match.platform.SetPadAxis(0, 5, -32768);
-  match.Run(1);
-  EXPECT_EQ(match.sounds, (std::vector<std::string>{"sound 13", "sound 14"}));
 }

@@ -185,16 +185,13 @@ TEST(StudioSystem, InstancesAreFreedAndTheirHandlesNameNothing) {
     ASSERT_EQ(ear.system.Release(last), Result::kOk);
     if (play % 8 == 0) ear.Listen(1);
   }
-  EXPECT_EQ(ear.system.Start(last), Result::kInvalidHandle);
+  Studio::System& system = ear.system;
   EventInstance none;
-  EXPECT_EQ(ear.system.CreateInstance({}, VoiceUse::kWhenFree, none), Result::kInvalidHandle);
-  EXPECT_EQ(ear.system.LoadSampleData({99}), Result::kInvalidHandle);
-  EXPECT_EQ(ear.system.Start({0xffffffffu}), Result::kInvalidHandle);
-  EXPECT_EQ(ear.system.Stop({}, StopMode::kAllowFadeOut), Result::kInvalidHandle);
-  EXPECT_EQ(ear.system.SetPitch({}, 1.0f), Result::kInvalidHandle);
-  EXPECT_EQ(ear.system.SetVolume({}, 1.0f), Result::kInvalidHandle);
-  EXPECT_EQ(ear.system.SetMute({}, true), Result::kInvalidHandle);
-  EXPECT_EQ(ear.system.SetPaused({3}, true), Result::kInvalidHandle);
+  for (const Result result :
+       {system.Start(last), system.CreateInstance({}, VoiceUse::kWhenFree, none), system.LoadSampleData({99}),
+        system.Start({0xffffffffu}), system.Stop({}, StopMode::kAllowFadeOut), system.SetPitch({}, 1.0f),
+        system.SetVolume({}, 1.0f), system.SetMute({}, true), system.SetPaused({3}, true)})
+    EXPECT_EQ(result, Result::kInvalidHandle);
   Studio::Bus bus;
   EXPECT_EQ(ear.system.GetBus("bus:/Voices", bus), Result::kBusNotFound);
   EXPECT_EQ(Studio::System().Update(), Result::kNotInitialised);
