@@ -67,20 +67,17 @@ TEST(Audio, WithoutOutputEveryCallIsSilentAndStartsAreLogged) {
 TEST(Audio, MissingBanksAreReportedCallByCall) {
   TestWorld world;
   Audio::Init(Audio::Output::kLoopback);
-  // Two banks with their reasons, three look-ups, and two for the preparation of each.
-  EXPECT_EQ(Count(world.text(), "FMOD error!"), 2 + 3 + 3 * 2) << world.text();
-  EXPECT_EQ(world.text().rfind("AudioSource/Master Bank.bank: No such file or directory\n"
+  EXPECT_TRUE(
+      world.text().starts_with("AudioSource/Master Bank.bank: No such file or directory\n"
                                "FMOD error!3 The bank file cannot be read.\n"
-                               "AudioSource/Master Bank.strings.bank: ",
-                               0),
-            0u);
+                               "AudioSource/Master Bank.strings.bank: "));
   world.ClearText();
   Audio::LoadEffects();
   EXPECT_EQ(Count(world.text(), "FMOD error!"), 25 + 25 + 1);
   world.ClearText();
   Audio::Play(Sound::kRelease, Audio::kOneShot);
-  EXPECT_EQ(Count(world.text(), "FMOD error!1 "), 2);  // creating and starting report, releasing does not
   Audio::Update();
+  EXPECT_EQ(Count(world.text(), "FMOD error!1 "), 2);  // creating and starting report, releasing does not
   EXPECT_EQ(Count(world.text(), "\n"), 2);
   Audio::Shutdown();
 }

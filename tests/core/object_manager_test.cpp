@@ -82,8 +82,8 @@ TEST_F(ObjectManagerTest, TheSweepSurvivesWhatDestructorsDo) {
 }
 
 TEST_F(ObjectManagerTest, ASweepInsideASweepIsHarmless) {
-  for (const char* name : {"a", "b", "c"}) {
-    auto& object = world.Add(name);
+  for (int i = 0; i < 3; ++i) {
+    auto& object = world.Add("dies");
     object.alive = false;
     AddHook(object).onDestroy = [] { Objects().RemoveDeadObjects(); };
   }
