@@ -26,4 +26,11 @@ TEST(Math, TheInverseUndoesAnUnsymmetricMatrixAndTurnsAreCounterClockwise) {
     EXPECT_NEAR((quarter * Vec3{1.0f, 0.0f, 0.0f}).y, 1.0f, 1e-6f) << "counter-clockwise";
 }
 
+// Every component differs, so a swapped sign, a wrong side or a component updated too early shows.
+TEST(Math, QuaternionIntegrationIsHalfTheProductWithThePureOneOnTheLeft) {
+  const Quaternion q = AddScaled({1.0f, 2.0f, 3.0f, 4.0f}, {10.0f, 20.0f, 30.0f});
+  EXPECT_EQ(q, (Quaternion{1.0f + 0.5f * -200.0f, 2.0f + 0.5f * (10.0f + 80.0f - 90.0f),
+                           3.0f + 0.5f * (20.0f + 60.0f - 40.0f), 4.0f + 0.5f * (30.0f + 30.0f - 40.0f)}));
+}
+
 }  // namespace
