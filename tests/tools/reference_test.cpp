@@ -1,7 +1,9 @@
 // The key table is written by hand: it is held against what the game reads, writes and shows on its bars.
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <set>
+#include <type_traits>
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
