@@ -119,6 +119,19 @@ TEST_F(FontFile, TellsLookAlikesApart) {
   EXPECT_GE(Load('O').width, Load('0').width + 8);
 }
 
+TEST_F(FontFile, LettersShareHeightsAndWeight) {
+  for (const char c : std::string("ABCDEFGHIJKLNOPQRSTUVXYZ0123456789bdfhkl")) EXPECT_NEAR(Load(c).top, 72, 1) << c;
+  for (const char c : std::string("acegmnopqrsuvwxyz")) EXPECT_NEAR(Load(c).top, 53, 1) << c;
+  // Upright strokes, measured where a level line crosses one alone.
+  for (const auto& [letter, y] :
+       {std::pair{'I', 36}, {'T', 30}, {'l', 40}, {'i', 25}, {'1', 30}, {'f', 25}, {'P', 12}, {'F', 12}, {'p', -8}}) {
+    const Raster raster = Load(letter);
+    int run = 0;
+    for (int x = 0; x < raster.left + raster.width; ++x) run += raster.At(x, y);
+    EXPECT_NEAR(run / 255.0, 13.0, 0.6) << letter;
+  }
+}
+
 // FreeType hints a font by guess unless its tables keep it from it; guessed stems would make the weight uneven.
 TEST_F(FontFile, IsShownAsDrawn) {
   for (const char letter : std::string("Hamburg8&@"))

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <numeric>
 #include <span>
+#include <tuple>
 #include <utility>
 
 #include "audio/studio/bank_file.h"
@@ -46,6 +47,15 @@ std::size_t FindStart(const Sound& part, const Sound& mix, std::size_t at) {
   std::vector<double> shares;
   for (std::size_t place = at; place < at + 4 * kFrame; ++place) shares.push_back(ShareOf(Beginning(part), mix, place));
   return at + static_cast<std::size_t>(std::ranges::max_element(shares) - shares.begin());
+}
+
+Sound Faster(const Sound& sound, double pitch) {
+  Sound faster;
+  for (double place = 0.0; place + 1.0 < static_cast<double>(sound.size()); place += pitch) {
+    const auto i = static_cast<std::size_t>(place);
+    faster.push_back(std::lerp(sound[i], sound[i + 1], static_cast<float>(place - static_cast<double>(i))));
+  }
+  return faster;
 }
 
 // The highest value between the samples too, from four times as many: a windowed sinc of 12 samples (the idea of
@@ -192,13 +202,20 @@ TEST_F(ShippedSound, AMatchIsHeardTheSameEveryTime) {
     const std::size_t start = FindStart(tune[side], heard[side], 0);
     EXPECT_NEAR(ShareOf(tune[side], heard[side], start), 0.5 * Studio::kMasterGain, 0.05);
   }
-  for (const auto& [event, path] :
-       {std::pair{"sound 8", "event:/SFX/Squid/Squid_Collision"}, std::pair{"sound 14", "event:/SFX/Squid/Release"}}) {
-    const std::vector<Sound> effect = Decode(path);
-    ASSERT_EQ(effect.size(), 1u) << path << " is mono";
+  for (const auto& [event, path, pitch] : {std::tuple{"sound 8", "event:/SFX/Squid/Squid_Collision", 1.0},
+                                           std::tuple{"sound 13", "event:/SFX/Squid/Charge", 1.4},
+                                           std::tuple{"sound 14", "event:/SFX/Squid/Release", 1.0}}) {
+    const std::vector<Sound> decoded = Decode(path);
+    ASSERT_EQ(decoded.size(), 1u) << path << " is mono";
+    const Sound effect = Faster(decoded[0], pitch);
     for (const Sound& side : heard) {
-      const std::size_t hit = FindStart(effect[0], side, PlaceOf(event));
-      EXPECT_NEAR(ShareOf(Beginning(effect[0]), side, hit), Studio::kMasterGain, 0.25) << event;
+      const std::size_t hit = FindStart(effect, side, PlaceOf(event));
+      EXPECT_NEAR(ShareOf(Beginning(effect), side, hit), Studio::kMasterGain, 0.25) << event;
+      if (pitch == 1.0) continue;
+      // Letting go ends the charge with a fade of 0.2 s.
+      const std::size_t end = PlaceOf("sound 14") - PlaceOf(event) + kSecond / 4;
+      ASSERT_GT(effect.size(), end + kSecond / 5);
+      EXPECT_NEAR(ShareOf(std::span(effect).subspan(end), side, hit + end), 0.0, 0.1);
     }
   }
 }
