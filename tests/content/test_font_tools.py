@@ -84,8 +84,8 @@ class Letters(unittest.TestCase):
         self.assertAlmostEqual(bottom, 300, delta=0.1)
 
     def test_fit_makes_smaller_only(self):
-        self.assertEqual(run("font_text.py", "0000", "--fit", "82", "--measure").stdout, "82.00 49.20\n")
-        self.assertEqual(run("font_text.py", "0000", "--fit", "900", "--measure").stdout, "160.00 96.00\n")
+        for fit, extent in (("82", "82.00 49.20\n"), ("900", "160.00 96.00\n")):
+            self.assertEqual(run("font_text.py", "0000", "--fit", fit, "--measure").stdout, extent)
 
     def test_a_character_that_the_font_lacks(self):
         done = run("font_text.py", "caf\u00e9")

@@ -15,17 +15,12 @@ std::vector<GLint> GlState() {
   for (const GLenum name : std::initializer_list<GLenum>{
            GL_CURRENT_PROGRAM, GL_TEXTURE_BINDING_2D, GL_ACTIVE_TEXTURE, GL_VERTEX_ARRAY_BINDING,
            GL_ARRAY_BUFFER_BINDING, GL_BLEND_SRC_RGB, GL_BLEND_DST_RGB, GL_BLEND_SRC_ALPHA, GL_BLEND_DST_ALPHA,
-           GL_FRAMEBUFFER_BINDING, GL_UNPACK_ROW_LENGTH}) {
-    GLint value = 0;
-    glGetIntegerv(name, &value);
-    state.push_back(value);
+           GL_FRAMEBUFFER_BINDING, GL_UNPACK_ROW_LENGTH, GL_VIEWPORT, GL_BLEND, GL_DEPTH_TEST, GL_SCISSOR_TEST,
+           GL_CULL_FACE, GL_STENCIL_TEST}) {
+    GLint values[4] = {};  // a viewport has four, all others one
+    glGetIntegerv(name, values);
+    state.insert(state.end(), values, values + 4);
   }
-  GLint viewport[4];
-  glGetIntegerv(GL_VIEWPORT, viewport);
-  state.insert(state.end(), viewport, viewport + 4);
-  for (const GLenum capability :
-       std::initializer_list<GLenum>{GL_BLEND, GL_DEPTH_TEST, GL_SCISSOR_TEST, GL_CULL_FACE, GL_STENCIL_TEST})
-    state.push_back(glIsEnabled(capability));
   return state;
 }
 

@@ -67,19 +67,6 @@ TEST(LayOutText, SkipsWhatHasNoGlyph) {
   EXPECT_TRUE(LayOut(Font{}, "AB").empty());
 }
 
-TEST_F(FontTest, TheBuiltOneHasEveryCharacterOnItsPlaceInTheAtlas) {
-  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
-  const Font& font = Load();
-  EXPECT_EQ(world.text(), "");
-  float widths = 0.0f;
-  for (std::size_t code = 33; code < 127; ++code) {
-    EXPECT_GT(font.glyphs[code].width, 0.0f) << code;
-    EXPECT_NEAR(font.glyphs[code].atlasU * static_cast<float>(font.atlasWidth), widths, 0.01f) << code;
-    widths += font.glyphs[code].width;
-  }
-  EXPECT_GE(static_cast<float>(font.atlasWidth), widths);
-}
-
 // A cut or damaged file gives messages and a font with fewer glyphs or none, whatever the place of the cut.
 TEST_F(FontTest, ASpoiledFileIsToldAndHarmless) {
   const std::string path = "Texture/Fonts/" + kFont;

@@ -2,28 +2,16 @@
 #include "core/object_manager.h"
 #include "core/world_fixture.h"
 #include "physics/generator_host.h"
-#include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "physics/wobbly_puller.h"
 
 using GalePhysics::AdoptGenerator;
-using GalePhysics::GravityGenerator;
 using GalePhysics::Spring;
 using GalePhysics::WobblyPuller;
 
 namespace {
 
 using GeneratorTest = WorldFixture;
-
-TEST_F(GeneratorTest, GravityPullsEveryMassAlikeAndTheImmovableNot) {
-  auto& gravity = AdoptGenerator(std::make_unique<GravityGenerator>(Vec3{0.0f, -2.0f, 0.0f}));
-  for (const float inverseMass : {4.0f, 1.0f, 0.0f}) {
-    auto& body = BodyOf(world.AddSphere("a", {}, {.inverseMass = inverseMass}));
-    body.AddGenerator(&gravity);
-    body.Integrate();
-    EXPECT_FLOAT_EQ(body.velocity.y, inverseMass == 0.0f ? 0.0f : -2.0f * Time().physicsStep);
-  }
-}
 
 TEST_F(GeneratorTest, ASpringPullsInProportionToItsStretch) {
   auto& anchor = world.AddSphere("anchor", {3.0f, 0.0f, 0.0f}, {.inverseMass = 0.0f, .radius = 0.1f});
@@ -71,17 +59,12 @@ TEST_F(GeneratorTest, AWobblyPullGrowsAndItsSidewaysPushFlips) {
   target.alive = false;
   Objects().RemoveDeadObjects();
   expectPull(a, 7.0f, 7.25f);  // what was set last stays
-}
 
-TEST_F(GeneratorTest, AWobblyPullerWithoutATargetFollowsTheCursor) {
-  auto& body = BodyOf(world.AddSphere("a", {}));
+  WobblyPuller withoutTarget;
+  withoutTarget.forwardPower = 3.0f;
   PositionOf(Objects().GetCursor()) = {0.0f, 2.0f, 0.0f};
-  WobblyPuller puller;
-  puller.forwardPower = 3.0f;
-  puller.UpdateForce(body);
-  EXPECT_EQ(body.acceleration, (Vec3{0.0f, 6.0f, 0.0f}));
-  body.AddGenerator(nullptr);
-  EXPECT_TRUE(body.generators.empty());
+  withoutTarget.UpdateForce(BodyOf(b));
+  EXPECT_EQ(BodyOf(b).acceleration, (Vec3{0.0f, 6.0f, 0.0f})) << "it follows the cursor";
 }
 
 }  // namespace

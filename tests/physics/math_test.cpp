@@ -15,18 +15,15 @@ TEST(Math, ZeroLengthsAndSingularMatricesStayAsTheyAre) {
   EXPECT_EQ(Inverted({Matrix33{} * 0.0f, {1.0f, 2.0f, 3.0f}}).translation, (Vec3{-1.0f, -2.0f, -3.0f}));
 }
 
-TEST(Math, TheInverseUndoesAnUnsymmetricMatrix) {
+TEST(Math, TheInverseUndoesAnUnsymmetricMatrixAndTurnsAreCounterClockwise) {
   const Matrix33 a = {{2.0f, 1.0f, 0.0f, 0.0f, 1.0f, 3.0f, 1.0f, 0.0f, 4.0f}};
   Matrix33 inverse;
   ASSERT_TRUE(Invert(a, inverse));
   for (const Matrix33& product : {a * inverse, inverse * a})
     for (std::size_t i = 0; i < 9; ++i) EXPECT_NEAR(product.m[i], i % 4 == 0 ? 1.0f : 0.0f, 1e-6f) << i;
   EXPECT_EQ((a * Vec3{1.0f, 10.0f, 100.0f}), (Vec3{12.0f, 310.0f, 401.0f}));
-}
-
-TEST(Math, TurnsCounterClockwise) {
   for (const Matrix33& quarter : {RotationAboutZ(90.0f), ToMatrix(QuaternionFromZ(kPi / 2.0f))})
-    EXPECT_NEAR((quarter * Vec3{1.0f, 0.0f, 0.0f}).y, 1.0f, 1e-6f);
+    EXPECT_NEAR((quarter * Vec3{1.0f, 0.0f, 0.0f}).y, 1.0f, 1e-6f) << "counter-clockwise";
 }
 
 // Every component differs, so a swapped sign, a wrong side or a component updated too early shows.

@@ -15,7 +15,6 @@ from soundbuild.render import RATE, close_loop, trim
 from soundbuild.tune import read_tune
 
 VOICES = "tempo 60\nform A\nvoice lead whistle gate 1\nvoice low bass register A1 gate 1\nvoice uke ukulele register A3\n"
-OTHER = {"Song": VOICES + "section A\nchords | F |\nlead | A4 |\n"}
 
 
 def lines(text):
@@ -23,7 +22,7 @@ def lines(text):
 
 
 def tune(text):
-    return read_tune("test.tune", lines(text), lambda name: ("like.tune", lines(OTHER[name])))
+    return read_tune("test.tune", lines(text), None)
 
 
 def sounding(text):
@@ -58,10 +57,6 @@ class Notation(unittest.TestCase):
         text = "section B\nchords | F |\nlead | A4 |\nlow | 1 |\nsection A from B\nlead | A5 |\n"
         self.assertEqual([pitch for _, _, pitch in sounding(text)], [round(frequency(note_number("F2")), 2), 880])
 
-    def test_a_tune_that_is_like_another_differs_only_in_what_it_says(self):
-        score = tune("like Song\ntempo 120\ntranspose 1\n")
-        self.assertEqual(score.length, 2)
-        self.assertAlmostEqual(score.notes[0].pitch, frequency(70))
 
 class Effects(unittest.TestCase):
     def test_a_line_is_one_sound(self):

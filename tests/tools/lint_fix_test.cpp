@@ -17,7 +17,8 @@ namespace {
 class LintFixTest : public LintScene {};
 }  // namespace
 
-// Where the lines stand does not change what they say: whatever an editor or another system does to them is undone.
+// Where the lines stand and how objects are numbered does not change what they say: whatever an editor or another
+// system does to them is undone. Objects count from 1, generators from 42, and what points at them follows.
 TEST_F(LintFixTest, UndoesEveryKindOfWriting) {
   std::minstd_rand random(7);
   constexpr const char* kEnds[] = {"", "", " ", "\t", "\r", "\n"};
@@ -33,26 +34,18 @@ TEST_F(LintFixTest, UndoesEveryKindOfWriting) {
   };
   for (const char* name : {"core", "crateyard", "bubblegens", "level1", "examples/springs"}) {
     const std::string good = Shipped(name);
-    const std::string noise = noisy(good);
+    std::string noise = noisy(good);
+    if (name == std::string("examples/springs")) {
+      for (const char* id : {"1: {", "2: {"}) Replace(noise, std::string("\t") + id, "\t90: {");
+      for (const auto& [from, to] : {std::pair{"ID: 43", "ID: 7"}, std::pair{"ID: 42", "ID: 43"}})
+        while (noise.find(from) != std::string::npos) Replace(noise, from, to);
+    }
     ASSERT_NE(noise, good);
     world.WriteFile("stage", noise);
     RunTool(FixFiles, "stage", result);
     EXPECT_EQ(world.ReadFile("stage"), good) << name;
     EXPECT_EQ(RunTool(FixFiles, "stage", result).find("written anew"), std::string::npos) << "a second time";
   }
-}
-
-// Objects count from 1, generators from 42, and what points at them follows; the host keeps its number.
-TEST_F(LintFixTest, NumbersAnew) {
-  const std::string good = Shipped("examples/springs");
-  std::string text = good;
-  for (const auto& [from, to] : {std::pair{"\t1: {", "\t90: {"}, std::pair{"\t2: {", "\t90: {"}})
-    Replace(text, from, to);
-  for (const auto& [from, to] : {std::pair{"ID: 43", "ID: 7"}, std::pair{"ID: 42", "ID: 43"}})
-    while (text.find(from) != std::string::npos) Replace(text, from, to);
-  world.WriteFile("stage", text);
-  RunTool(FixFiles, "stage", result);
-  EXPECT_EQ(world.ReadFile("stage"), good);
 }
 
 // The old file stays whole when the new one cannot be written, and a link stays a link to a file of the same rights.

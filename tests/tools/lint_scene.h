@@ -5,9 +5,7 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -30,12 +28,6 @@ inline void Replace(std::string& text, const std::string& from, const std::strin
 inline std::string Changed(std::string text, const std::string& from, const std::string& to) {
   Replace(text, from, to);
   return text;
-}
-
-inline std::string Shipped(const std::string& name) {
-  std::ostringstream text;
-  text << std::ifstream(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name).rdbuf();
-  return text.str();
 }
 
 // The value as 1, whatever it was.
@@ -66,6 +58,7 @@ class LintScene : public testing::Test {
     world.WriteFile("ring", Changed(Positive(Document({&spawner}), "spawnrate"), "typename: ", "typename: ring"));
   }
 
+  std::string Shipped(const std::string& name) { return world.ReadFile(BRINEWHIRL_GAME_DIR "/" + name); }
   std::string Lint(const std::string& file) { return RunTool(LintFiles, file, result); }
   std::string LintText(const std::string& text, const std::string& name = "stage") {
     world.WriteFile(name, text);

