@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <functional>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "core/object_manager.h"
@@ -55,7 +57,10 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
     return WithoutIds(world.ReadFile(name));
   }
 
-  void Send(const SDL_Event& event, int frames = 1) {
+  void Send(Uint32 type, const std::function<void(SDL_Event&)>& fill, int frames = 1) {
+    SDL_Event event{};
+    event.type = type;
+    fill(event);
     platform.Push(event);
     Run(frames);
   }
@@ -66,33 +71,24 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
   }
   /// What the system sends again and again while a key is held.
   void Repeat(int key) {
-    SDL_Event event{};
-    event.type = SDL_KEYDOWN;
-    event.key.keysym.sym = key;
-    event.key.repeat = 1;
-    Send(event);
+    Send(SDL_KEYDOWN, [&](SDL_Event& event) {
+      event.key.keysym.sym = key;
+      event.key.repeat = 1;
+    });
   }
   void Type(char letter) {
-    SDL_Event event{};
-    event.type = SDL_TEXTINPUT;
-    event.text.text[0] = letter;
-    Send(event);
+    Send(SDL_TEXTINPUT, [&](SDL_Event& event) { event.text.text[0] = letter; });
   }
   void Mouse(int x, int y) {
-    SDL_Event event{};
-    event.type = SDL_MOUSEMOTION;
-    event.motion.x = x;
-    event.motion.y = y;
-    Send(event, 3);
     place = {x, y};
+    Send(
+        SDL_MOUSEMOTION, [&](SDL_Event& event) { std::tie(event.motion.x, event.motion.y) = place; }, 3);
   }
   void Button(bool down) {
-    SDL_Event event{};
-    event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
-    event.button.button = SDL_BUTTON_LEFT;
-    event.button.x = place[0];
-    event.button.y = place[1];
-    Send(event);
+    Send(down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP, [&](SDL_Event& event) {
+      event.button.button = SDL_BUTTON_LEFT;
+      std::tie(event.button.x, event.button.y) = place;
+    });
   }
   void Click(int x, int y) {
     Mouse(x, y);
@@ -101,5 +97,5 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
   }
 
   Editor& editor = GetEditor();
-  std::array<int, 2> place{};
+  std::pair<int, int> place;
 };
