@@ -65,7 +65,7 @@ class MatchTest(GameTest):
         self.check_picture("brought-back")
         self.assertTrue(self.is_moving(), "nothing moves after the window is back")
         leads = dict.fromkeys(KEYS, 0)
-        wait_until(lambda: self.have_flown(leads), 3 * PATIENCE, f"flights along their keys more than against: {leads}")
+        wait_until(lambda: self.have_flown(leads), 3 * PATIENCE, "more flights along each key than against it")
         self.check_output()
         self.assertEqual(self.game.quit(), 0)
 
