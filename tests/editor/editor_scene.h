@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -57,10 +56,12 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
     return WithoutIds(world.ReadFile(name));
   }
 
-  void Send(Uint32 type, const std::function<void(SDL_Event&)>& fill, int frames = 1) {
+  static SDL_Event EventOf(Uint32 type) {
     SDL_Event event{};
     event.type = type;
-    fill(event);
+    return event;
+  }
+  void Send(const SDL_Event& event, int frames = 1) {
     platform.Push(event);
     Run(frames);
   }
@@ -71,24 +72,27 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
   }
   /// What the system sends again and again while a key is held.
   void Repeat(int key) {
-    Send(SDL_KEYDOWN, [&](SDL_Event& event) {
-      event.key.keysym.sym = key;
-      event.key.repeat = 1;
-    });
+    SDL_Event event = EventOf(SDL_KEYDOWN);
+    event.key.keysym.sym = key;
+    event.key.repeat = 1;
+    Send(event);
   }
   void Type(char letter) {
-    Send(SDL_TEXTINPUT, [&](SDL_Event& event) { event.text.text[0] = letter; });
+    SDL_Event event = EventOf(SDL_TEXTINPUT);
+    event.text.text[0] = letter;
+    Send(event);
   }
   void Mouse(int x, int y) {
     place = {x, y};
-    Send(
-        SDL_MOUSEMOTION, [&](SDL_Event& event) { std::tie(event.motion.x, event.motion.y) = place; }, 3);
+    SDL_Event event = EventOf(SDL_MOUSEMOTION);
+    std::tie(event.motion.x, event.motion.y) = place;
+    Send(event, 3);
   }
   void Button(bool down) {
-    Send(down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP, [&](SDL_Event& event) {
-      event.button.button = SDL_BUTTON_LEFT;
-      std::tie(event.button.x, event.button.y) = place;
-    });
+    SDL_Event event = EventOf(down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP);
+    event.button.button = SDL_BUTTON_LEFT;
+    std::tie(event.button.x, event.button.y) = place;
+    Send(event);
   }
   void Click(int x, int y) {
     Mouse(x, y);
