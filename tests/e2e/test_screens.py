@@ -19,7 +19,7 @@ BUTTON_SHARE = 0.004  # of the picture that it covers at least
 
 # Where buttons lie, as shares of the width and height, by the depth of their menu.
 RESUME, RESTART, HOW_TO_PLAY, OPTIONS, CREDITS, QUIT = ((0.5, 0.5 - 0.0525 * y) for y in (6, 4, 2, 0, -2, -5))
-END_RESTART, END_QUIT = (0.574, 0.5), (0.426, 0.5)
+END_RESTART = (0.574, 0.5)
 CANCEL, YES = (0.579, 0.5), (0.421, 0.5)
 PAGE_CANCEL = (0.5, 0.835)
 MUSIC, ALL_SOUND, SCREEN = ((0.563, 0.5 - 0.0559 * y) for y in (4, 1, -2))
@@ -45,10 +45,7 @@ class ScreensTest(GameTest):
             self.display.run("xdotool", "keydown", key)
             pressed = time.monotonic()
             time.sleep(0.2)  # the place may be selected already, and a frame has to see the key
-            try:
-                wait_until(lambda: self.is_selected(place), 10, f"{key} to select the button at {place}")
-            except TimeoutError as error:
-                self.fail(f"{error}; selected is {selected(self.shoot('not-selected'))}")
+            wait_until(lambda: self.is_selected(place), PATIENCE, f"{key} to select the button at {place}")
             took = time.monotonic() - pressed
             self.display.run("xdotool", "keyup", key)
             time.sleep(took)  # and see it up before it goes down again, however slow frames are
@@ -58,7 +55,8 @@ class ScreensTest(GameTest):
         return seen is not None and all(abs(one - other) < NEAR for one, other in zip(seen, place))
 
     def press_until(self, key, condition, what):
-        """Presses the key, and again when nothing comes of it: the window manager loses keys while it maps a window."""
+        """Presses the key, and again when nothing comes of it: the podium takes none before it stands, and the window
+        manager loses keys while it maps a window."""
 
         def has_come():
             self.press(key)
@@ -67,16 +65,16 @@ class ScreensTest(GameTest):
             except TimeoutError:
                 return False
 
-        wait_until(has_come, PATIENCE, what)
+        wait_until(has_come, 2 * PATIENCE, what)
 
     def wait_for_other(self, picture, what):
         wait_until(lambda: self.look().mean_difference(picture) > OTHER, PATIENCE, what)
 
     # Logo, notice and title come by themselves; the title stays, takes no Escape, and Return begins the match.
     def test_from_the_logo_through_all_menus_to_the_end(self):
-        self.play()
+        self.play(1440, 810)  # larger than the window that the last option gives
         self.game.gain_focus(self.game.wait_for_window())
-        wait_until(lambda: not self.look().is_black(), 10, "the logo")
+        wait_until(lambda: not self.look().is_black(), PATIENCE, "the logo")
         logo = self.shoot("screen-logo")
         self.wait_for_other(logo, "the notice")
         notice = self.shoot("screen-notice")
@@ -104,49 +102,30 @@ class ScreensTest(GameTest):
         self.shoot("menu-credits")
         self.select(("Escape", CREDITS), ("w", OPTIONS), ("Return", MUSIC))
         self.shoot("menu-options")
-        self.select(("Down", ALL_SOUND), ("Escape", OPTIONS), ("Up", HOW_TO_PLAY), ("Up", RESTART), ("Up", RESUME))
+        self.select(("Down", ALL_SOUND), ("Down", SCREEN))
+        full = self.look()
+        self.press_until("Return", lambda: self.look().mean_difference(full) > OTHER, "the window")
+        self.shoot("window")
+        self.press_until("Return", lambda: self.look().mean_difference(full) < 3, "the full screen again")
+        self.select(("Escape", OPTIONS), ("Up", HOW_TO_PLAY), ("Up", RESTART), ("Up", RESUME))
         self.press_until("Return", lambda: selected(self.look()) is None, "the game to go on")
         self.select(("Escape", RESUME), ("Up", QUIT), ("Return", CANCEL), ("Right", YES))
         self.press("Return")
         self.assertEqual(self.game.wait_for_end(), 0)
 
-    def test_window_and_full_screen(self):
-        self.play(1440, 810)
-        self.game.reach_match()
-        self.select(("Escape", RESUME), ("Down", RESTART), ("Down", HOW_TO_PLAY), ("Down", OPTIONS),
-                    ("Return", MUSIC), ("Down", ALL_SOUND), ("Down", SCREEN))
-        full = self.look()
-        self.press_until("Return", lambda: self.look().mean_difference(full) > OTHER, "the window")
-        self.shoot("window")
-        self.press_until("Return", lambda: self.look().mean_difference(full) < 3, "the full screen again")
-        self.assertEqual(self.game.quit(), 0)
-
-    # The developer's keys end the match at once. A small screen, because the way to the podium takes 365 frames, twice.
-    def test_podium_restart_and_quit(self):
+    # The developer's keys end the match at once. A small screen, because the way to the podium takes 365 frames.
+    def test_podium_and_next_match(self):
         self.play(640, 360)
         self.game.reach_match()
-        self.end_the_match()
-        menu = self.shoot("menu-end")
-        self.press("Return")
-        self.wait_for_other(menu, "the next match")
-        self.end_the_match()
-        self.select(("Left", END_QUIT))
-        self.press("Return")
-        self.assertEqual(self.game.wait_for_end(), 0)
-
-    def end_the_match(self):
-        """Ends the match and presses Return until the podium has opened its menu."""
         time.sleep(1)
         self.display.run("xdotool", "keydown", "Alt_R", "keydown", "Shift_R")
         self.press("e")
         self.display.run("xdotool", "keyup", "Shift_R", "keyup", "Alt_R")
-        wait_until(self.press_at_the_podium, 2 * PATIENCE, "the end menu")
-
-    def press_at_the_podium(self):
-        self.shoot("screen-podium")
+        self.press_until("Return", lambda: self.is_selected(END_RESTART), "the podium's menu")
+        menu = self.shoot("menu-end")
         self.press("Return")
-        time.sleep(0.5)
-        return self.is_selected(END_RESTART)
+        self.wait_for_other(menu, "the next match")
+        self.assertEqual(self.game.quit(), 0)
 
     # Without a window the same frames go by.
     def test_tool_shows_the_same_screens(self):

@@ -3,8 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "core/object_manager.h"
@@ -55,6 +56,11 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
     return WithoutIds(world.ReadFile(name));
   }
 
+  static SDL_Event EventOf(Uint32 type) {
+    SDL_Event event{};
+    event.type = type;
+    return event;
+  }
   void Send(const SDL_Event& event, int frames = 1) {
     platform.Push(event);
     Run(frames);
@@ -66,32 +72,26 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
   }
   /// What the system sends again and again while a key is held.
   void Repeat(int key) {
-    SDL_Event event{};
-    event.type = SDL_KEYDOWN;
+    SDL_Event event = EventOf(SDL_KEYDOWN);
     event.key.keysym.sym = key;
     event.key.repeat = 1;
     Send(event);
   }
   void Type(char letter) {
-    SDL_Event event{};
-    event.type = SDL_TEXTINPUT;
+    SDL_Event event = EventOf(SDL_TEXTINPUT);
     event.text.text[0] = letter;
     Send(event);
   }
   void Mouse(int x, int y) {
-    SDL_Event event{};
-    event.type = SDL_MOUSEMOTION;
-    event.motion.x = x;
-    event.motion.y = y;
-    Send(event, 3);
     place = {x, y};
+    SDL_Event event = EventOf(SDL_MOUSEMOTION);
+    std::tie(event.motion.x, event.motion.y) = place;
+    Send(event, 3);
   }
   void Button(bool down) {
-    SDL_Event event{};
-    event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+    SDL_Event event = EventOf(down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP);
     event.button.button = SDL_BUTTON_LEFT;
-    event.button.x = place[0];
-    event.button.y = place[1];
+    std::tie(event.button.x, event.button.y) = place;
     Send(event);
   }
   void Click(int x, int y) {
@@ -101,5 +101,5 @@ class EditorTest : public ::testing::Test, protected ScriptedScene {
   }
 
   Editor& editor = GetEditor();
-  std::array<int, 2> place{};
+  std::pair<int, int> place;
 };

@@ -29,9 +29,9 @@ std::string ValueFrom(std::string_view text) {
 
 }  // namespace
 
-TEST(TweakBar, FindsByLabelNameAndGroupsFirstInOrder) {
+TEST(TweakBar, FindsByLabelNameAndGroupsFirstInOrderAndGivesEveryEntryAPathOfItsOwn) {
   TweakBar bar("bar");
-  float values[] = {1.0f, 2.0f, 3.0f};
+  float values[] = {1.0f, 2.0f, 3.0f, 4.0f};
   int pressed = 0;
   bar.BeginGroup("a/b");
   bar.Add("x ", &values[0]);
@@ -39,32 +39,23 @@ TEST(TweakBar, FindsByLabelNameAndGroupsFirstInOrder) {
   bar.Add("x ", &values[1]);
   bar.EndGroup();
   bar.EndGroup();
+  for (const int i : {2, 3}) {
+    bar.BeginGroup("inner");
+    bar.Add("x ", &values[i]);
+    EXPECT_EQ(bar.GetEntries().back().path, i == 2 ? "/inner/x " : "/inner/x #2");
+    bar.EndGroup();
+  }
   bar.BeginGroup("inner");
-  bar.Add("x ", &values[2]);
   bar.AddButton("Add Objective", "Add above objective", [&] { ++pressed; });
   bar.EndGroup();
   const auto valueOf = [&](const char* label) { return std::get<float>(GetValue(bar.Find(label)->field)); };
   for (const char* label : {"x", " x ", "a/b/x", "bar/x"}) EXPECT_EQ(valueOf(label), 1.0f) << label;
   for (const char* label : {"inner/x", "a/b/inner/x"}) EXPECT_EQ(valueOf(label), 2.0f) << label;
-  EXPECT_EQ(bar.Find("other/x"), nullptr);
-  EXPECT_EQ(bar.Find("inner"), nullptr) << "a group is neither variable nor button";
-  bar.Find("Add Objective")->press();
-  bar.Find("inner/Add above objective")->press();
+  for (const char* label : {"other/x", "inner"}) EXPECT_EQ(bar.Find(label), nullptr) << label;
+  for (const char* label : {"Add Objective", "inner/Add above objective"}) bar.Find(label)->press();
   EXPECT_EQ(pressed, 2);
   bar.RemoveAll();
-  EXPECT_TRUE(bar.GetEntries().empty());
   EXPECT_EQ(bar.Find("x"), nullptr);
-}
-
-TEST(TweakBar, GivesEveryEntryAPathOfItsOwn) {
-  TweakBar bar("bar");
-  bool value = false;
-  for (const char* path : {"/twin/name", "/twin/name#2", "/twin/name#3"}) {
-    bar.BeginGroup("twin");
-    bar.Add("name", &value);
-    EXPECT_EQ(bar.GetEntries().back().path, path);
-    bar.EndGroup();
-  }
 }
 
 TEST(FieldValue, ReadsTextOfEveryTypeAndRefusesTheRest) {

@@ -25,28 +25,34 @@ class ScreenScene : public ScriptedScene {
     BindKeys();
   }
 
-  /// Each is pressed for two frames.
-  void Press(std::initializer_list<int> keys) {
-    for (const int key : keys)
-      for (const bool down : {true, false}) {
-        SetKey(key, down);
-        Run(2);
-      }
+  /// Each is pressed for two frames; both give the log since the last call, as TakeLog.
+  std::string Press(std::initializer_list<int> keys) {
+    for (const int key : keys) {
+      SetKey(key, true);
+      Run(2);
+      SetKey(key, false);
+      Run(2);
+    }
+    return TakeLog();
   }
-  void PressPad(int slot, std::initializer_list<int> buttons) {
-    for (const int button : buttons)
-      for (const bool down : {true, false}) {
-        platform.SetPadButton(slot, button, down);
-        Run(2);
-      }
+  std::string PressPad(int slot, std::initializer_list<int> buttons) {
+    for (const int button : buttons) {
+      platform.SetPadButton(slot, button, true);
+      Run(2);
+      platform.SetPadButton(slot, button, false);
+      Run(2);
+    }
+    return TakeLog();
   }
-  void Hold(int key, int frames) {
+  /// Held with the repeats of a keyboard.
+  std::string Hold(int key, int frames) {
     for (int i = 0; i < frames; ++i) {
       SetKey(key, true);
       Run();
     }
     SetKey(key, false);
     Run();
+    return TakeLog();
   }
   void Click(Uint8 button) {
     for (const auto type : {SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONUP}) {
@@ -60,21 +66,10 @@ class ScreenScene : public ScriptedScene {
 
   void OnEvent(std::string_view text) override {
     for (const char* kind : {"screen ", "menu ", "pause ", "music "})
-      if (text.starts_with(kind)) log.emplace_back(frame, text);
+      if (text.starts_with(kind)) log += (log.empty() ? "" : "; ") + std::string(text);
     if (text.starts_with("sound ")) sounds.emplace_back(text);
   }
-  /// The words of the log so far, which is emptied.
-  std::string TakeLog() {
-    std::string words;
-    for (const auto& [when, text] : std::exchange(log, {})) words += (words.empty() ? "" : "; ") + text;
-    return words;
-  }
-  /// The frame of the first entry, or -1.
-  int FrameOf(std::string_view event) const {
-    for (const auto& [when, text] : log)
-      if (text == event) return when;
-    return -1;
-  }
+  std::string TakeLog() { return std::exchange(log, ""); }
   static GameObject* Find(std::string_view name) { return Objects().FindObjectByName(name); }
   static std::vector<const GameObject*> FindAll(std::string_view name) {
     std::vector<const GameObject*> found;
@@ -83,7 +78,7 @@ class ScreenScene : public ScriptedScene {
     return found;
   }
 
-  std::vector<std::pair<int, std::string>> log;
+  std::string log;  // separated by "; "
   std::vector<std::string> sounds;
 };
 
