@@ -108,6 +108,9 @@ TEST_F(FontFile, KeepsToTheWidthsThatLabelsAndTitlesHaveRoomFor) {
   for (const std::string& text : {all, std::string("Yellow Score: 999"), std::string("Lord of the Beach Ball"),
                                   std::string("Steal the Crown!"), std::string("Collect the Rings")})
     EXPECT_LE(Width(text), 36 * static_cast<long>(text.size())) << text;
+  constexpr double kTitleScale = 0.03;
+  constexpr double kViewWidth = 39.0;
+  EXPECT_LT(kTitleScale * static_cast<double>(Width("Knock the barnacles off the whale!")), kViewWidth);
   for (const char digit : std::string("123456789")) EXPECT_EQ(Load(digit).advance, Load('0').advance) << digit;
 }
 

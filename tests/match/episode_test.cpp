@@ -200,10 +200,12 @@ TEST_F(MatchClockTest, TheLastThreeSecondsOfATitledRuleAreCountedDown) {
     EXPECT_FALSE(text.visible);
   }
   for (const char* digit : {"5", "4", "3", "2", "1", "0"}) {
-    Run(30);
-    EXPECT_EQ(text.text, digit);
-    EXPECT_NEAR(countdown.GetTransform().graphicsScale.x, 0.03f, 0.004f);
-    Run(29);
+    for (const auto& [frames, size] : {std::pair{6, 0.054f}, {24, 0.03f}, {24, 0.006f}}) {
+      Run(frames);
+      EXPECT_EQ(text.text, digit);
+      EXPECT_NEAR(countdown.GetTransform().graphicsScale.x, size, 0.004f);
+    }
+    Run(5);
     EXPECT_TRUE(text.visible);
   }
   Run(4);

@@ -1,4 +1,5 @@
 #include <functional>
+#include <set>
 
 #include "core/random.h"
 #include "episode_scene.h"
@@ -181,6 +182,19 @@ TEST_F(RuleTest, CannonballsFallAtTheirRateOnTheirShadowsAndBothGo) {
   RunRule(58);
   rule->End();
   EXPECT_EQ(CountObjects("cannonball") + CountObjects("shadow"), 0);
+}
+
+TEST_F(RuleTest, CannonballsFallAtSpeedsAroundTheirOwn) {
+  rule = CreateObjective("CannonFall");
+  ReadValues(*rule, "Rate: 1000\nRateVariation: 0\nSpeed: 1.5\nspeedVariation: 0.6\n");
+  rule->Begin();
+  RunRule(40);
+  std::set<float> speeds;
+  for (GameObject* ball : FindAll("cannonball")) speeds.insert(-BodyOf(*ball).velocity.z);
+  EXPECT_GT(speeds.size(), 20u);
+  EXPECT_GE(*speeds.begin(), 1.2f);
+  EXPECT_LE(*speeds.rbegin(), 1.8f);
+  EXPECT_GT(*speeds.rbegin() - *speeds.begin(), 0.3f);
 }
 
 // Without its archetypes a rule has nothing to show, and must not stumble over it.

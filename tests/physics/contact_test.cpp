@@ -85,6 +85,25 @@ TEST_F(ContactTest, OfTwoBoxesOfOneSizeIgnoresFacesThatLineUp) {
   EXPECT_EQ(find({1.4f, 0.0f, 0.25f}, {1.0f, 1.0f, 0.0f}).size(), 1u) << "of different sizes depth does not count";
 }
 
+TEST_F(ContactTest, OfASphereAndATurnedBoxHasTheSphereFirst) {
+  world.AddBox("box", {}, {.inverseMass = 0.0f, .halfExtents = {2.0f, 0.5f, 0.0f}, .angle = kPi / 2.0f});
+  auto& sphere = world.AddSphere("sphere", {0.25f, 2.4f, 0.0f}, {.radius = 0.5f});
+  world.AddSphere("at the corner", {0.5f + 0.36f, -2.0f - 0.36f, 0.0f}, {.radius = 0.5f});
+  const StepFindings found(world);
+  ASSERT_EQ(found.contacts.size(), 1u) << "the other one is inside the corner's square but not its circle";
+  ExpectContact(found.contacts[0], sphere, {0.25f, 2.0f, 0.0f}, {0.0f, 1.0f, 0.0f}, 0.1f);
+}
+
+TEST_F(ResolutionTest, AnImmovableLockedBoxStaysToTheLastDigit) {
+  auto& wall = world.AddBox("wall", {0.1f, 0.2f, 0.0f}, kWall);
+  auto& ball = world.AddSphere("ball", {0.1f, 1.6f, 0.0f}, {.velocity = {0.0f, -1.0f, 0.0f}, .radius = 0.5f});
+  const std::string before = Document({&wall});
+  world.Step();
+  EXPECT_NEAR(PositionOf(ball).y, 1.7f, 1e-6f);
+  EXPECT_NEAR(BodyOf(ball).velocity.y, 1.0f, 1e-6f);
+  EXPECT_EQ(Document({&wall}), before);
+}
+
 TEST_F(ContactTest, OfSpheresThatJustTouchHasNoDepth) {
   auto& a = world.AddSphere("a", {});
   world.AddSphere("b", {2.0f, 0.0f, 0.0f});

@@ -87,7 +87,7 @@ TEST_F(AnimatorTest, AShadowGrowsAtItsRateUntilBothSidesPassOne) {
   EXPECT_NEAR(sprite.a, 0.5f + 16.0f / 15.0f * 0.5f / 255.0f, 1e-4f);
   // The six digits of a file are a little more than a fifteenth, so that its fifteenth update passes one.
   ReadValues(shadow, "ScaleFactor: 0.0666667\n");
-  Scale() = {};
+  shadow.Initialize();
   Update(30);
   EXPECT_NEAR(Scale().x, 1.0f, 1e-5f);
 }

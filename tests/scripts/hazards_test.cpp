@@ -242,6 +242,18 @@ TEST_F(HazardTest, ASpawnerSendsCopiesOffAtItsRateAndWaitsForAMissingArchetype) 
   EXPECT_GE(*heights.begin(), 1.0f - 6.0f);
   EXPECT_LE(*heights.rbegin(), 1.0f + 6.0f);
   EXPECT_GT(*heights.rbegin() - *heights.begin(), 8.0f) << "spread over the range";
+
+  GameObject& undamped = world.AddSphere("crab", {}, {.damping = 1.0f, .group = 0});
+  world.WriteFile("crab", Document({&undamped}));
+  undamped.alive = false;
+  spawner.archetypeName = "crab";
+  Run(60);
+  ASSERT_EQ(CountObjects("crab"), 1);
+  GameObject& crab = *Find("crab");
+  const float x = PositionOf(crab).x;
+  Run(10);
+  EXPECT_NEAR(PositionOf(crab).x, x - 10 * 0.06375f, 1e-4f);
+  spawner.archetypeName = "fish";
   spawner.spawnVelocity = {1.0f, 0.0f, 0.0f};
   spawner.spawnRate = 0.0f;
   Run(100);

@@ -131,6 +131,7 @@ const Damage kMatchDamages[] = {
     {"levelName_: piece", {"levelName_: nowhere", "levelName_: hollow"}, "missing-piece"},
     {"levelName_: piece", {"levelName_: level1"}, "piece-of-itself"},
     {"duration_: 10", {"duration_: 0"}, "no-time"},
+    {"duration_: 10", {"duration_: nan"}, "bad-value"},
     {"SentinelSegment: NoMoreSegments", {"SentinelSegment: End"}, "bad-value"},
     {"number of segments: 1", {"number of segments: 1000000000"}, "wrong-count"},
     {"Sections: 2", {"Sections: 3"}, "wrong-count"},

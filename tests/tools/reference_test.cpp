@@ -3,6 +3,7 @@
 
 #include <limits>
 #include <set>
+#include <span>
 #include <type_traits>
 
 #include "core/object_manager.h"
@@ -163,7 +164,25 @@ void ExpectFits(TestWorld& world, const BlockSchema& schema) {
   ExpectBarFits(make(), schema);
 }
 
+void ExpectDescribed(std::span<const BlockSchema> schemas) {
+  std::set<std::string_view> names;
+  for (const BlockSchema& schema : schemas) {
+    EXPECT_TRUE(names.insert(schema.name).second) << schema.name << " twice";
+    EXPECT_FALSE(schema.meaning.empty()) << schema.name;
+    for (const FieldSchema& field : schema.fields) {
+      EXPECT_FALSE(field.meaning.empty()) << schema.name;
+      EXPECT_NE(field.key.empty(), field.name.empty()) << schema.name << ": a key, or a name without one";
+    }
+  }
+}
+
 }  // namespace
+
+TEST(Reference, DescribesEveryLineOfEveryBlock) {
+  ExpectDescribed(ComponentSchemas());
+  ExpectDescribed(ScriptSchemas());
+  ExpectDescribed(ObjectiveSchemas());
+}
 
 TEST(Reference, HoldsWhatTheGameReadsAndWrites) {
   TestWorld world;

@@ -165,6 +165,7 @@ class ShippedSound : public testing::Test {
 
 TEST_F(ShippedSound, LoopsJoinAndNothingIsTooLoud) {
   ASSERT_EQ(bank_.events.size(), 28u);
+  EXPECT_EQ(std::ranges::count(bank_.events, Studio::Category::kMusic, &Studio::BankEvent::category), 4);
   double mean = 0.0;  // of the podium's music, whose loudness the effects are held against
   for (const Studio::BankEvent& event : bank_.events) {
     SCOPED_TRACE(testing::Message() << "event " << &event - bank_.events.data() + 1 << " of sound/bank.txt");
