@@ -70,6 +70,18 @@ TEST_F(EditorTest, OfTheTestObjectsABoxMovesASphereStandsAndTheThirdStopsNothing
   EXPECT_EQ(Last().GetComponent(Kind::kRigidBody), nullptr);
 }
 
+TEST_F(EditorTest, SavesTheSameAgainUnderTheNextNumberWithTheDurationLast) {
+  world.Add("thing", {1, 2, 0});
+  for (int presses = 2; presses > 0; --presses) SaveAs("mine");
+  const std::string saved = WithoutIds(world.ReadFile("mine"));
+  EXPECT_EQ(WithoutIds(world.ReadFile("autosaves/autosave-0-mine")), saved);
+  EXPECT_EQ(WithoutIds(world.ReadFile("autosaves/autosave-1-mine")), saved);
+  EXPECT_EQ(Count(saved, "Name: 5.000000\n"), 1);
+  EXPECT_EQ(saved.rfind("Name: "), saved.find("Name: 5.000000\n"));
+  Run();
+  EXPECT_EQ(Find("5.000000"), nullptr);
+}
+
 TEST_F(EditorTest, SavesTheDurationLastWithAnAutosaveAndTakesItFromANumberAlone) {
   Press("Make default sphere");
   EXPECT_EQ(FindDeathTimer(Last())->endTime, 9999.0f);
@@ -80,14 +92,15 @@ TEST_F(EditorTest, SavesTheDurationLastWithAnAutosaveAndTakesItFromANumberAlone)
     EXPECT_EQ(world.ReadFile("short"), world.ReadFile(autosave));
   }
   EXPECT_EQ(Count(world.ReadFile("short"), "Name: 7.500000\n"), 1);
+  Run();  // the object that carried the duration goes
   Objects().SaveLevel("byhand");
   Set("Level Duration", "1");
   // Written by hand, without a duration, everything stays as it is written.
-  for (const char* file : {"short", "byhand"}) {
+  for (const auto& [file, endTime] : {std::pair("short", 7.5f), std::pair("byhand", 9999.0f)}) {
     Load(file);
     Run();
     EXPECT_EQ(editor.Get("Level Duration"), "7.5");
-    EXPECT_EQ(FindDeathTimer(*Find("timed"))->endTime, 7.5f);
+    EXPECT_EQ(FindDeathTimer(*Find("timed"))->endTime, endTime);
     EXPECT_EQ(Objects().GetObjects().size(), 1u);
   }
   world.WriteFile("words", "{\n\t1: {\n\t\tName: Infinity\n\t\tCore: false\n\t}\n}\n");
