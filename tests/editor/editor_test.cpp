@@ -5,6 +5,7 @@
 #include "core/object_manager.h"
 #include "core/transform.h"
 #include "editor/editor_scene.h"
+#include "graphics/sprite.h"
 #include "input/input.h"
 #include "physics/box_collider.h"
 #include "physics/sphere_collider.h"
@@ -40,6 +41,24 @@ TEST_F(EditorTest, ClicksPickAndShiftAddsAndTheBarShowsThem) {
   ExpectStatus("nothing is selected");
 }
 
+TEST_F(EditorTest, OfTwoUnderTheCursorTheLastPairIsPickedAndShiftPicksEachOnce) {
+  std::uint32_t lastTold = 0;
+  for (GameObject* object : {&world.AddBox("below", {}), &world.AddSphere("ghost", {}, {.ghost = true})}) {
+    AddHook(*object).onCollision = [&lastTold, object](const CollisionPair& pair) {
+      if (pair.other == &Objects().GetCursor()) lastTold = object->id;
+    };
+  }
+  Click(kMiddleX, kMiddleY);
+  EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{lastTold});
+  SetKey(SDLK_LSHIFT, true);
+  for (int clicks = 2; clicks > 0; --clicks) Click(kMiddleX, kMiddleY);
+  EXPECT_EQ(GetSelection().size(), 2u);
+  Button(true);
+  ClearSelection();
+  Run(2);
+  EXPECT_TRUE(GetSelection().empty()) << "a held button picks nothing";
+}
+
 TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
   GameObject& first = Select(world.Add("first"));
   GameObject& last = Select(world.Add("last"));
@@ -62,6 +81,7 @@ TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
 TEST_F(EditorTest, OfTheTestObjectsABoxMovesASphereStandsAndTheThirdStopsNothing) {
   Press("Make default box");
   EXPECT_NE(BodyOf(Last()).inverseMass, 0.0f);
+  EXPECT_EQ(Last().Get<Sprite>()->texturePath, "tstc.png");
   EXPECT_FALSE(Last().Get<GalePhysics::BoxCollider>()->ghost);
   Press("Make default sphere");
   EXPECT_EQ(BodyOf(Last()).inverseMass, 0.0f);
@@ -171,7 +191,10 @@ TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   for (const int key : {SDLK_p, SDLK_ESCAPE, SDLK_RETURN}) Input::BindKeyDown(key, [&] { ++heard; });
   const auto isHeard = [&](int key) {
     const int before = heard;
-    Tap(key);
+    SetKey(key, true);
+    Run();
+    EXPECT_EQ(Input::IsLetterDown('p') || Input::IsKeyDown("esc") || Input::IsKeyDown("enter"), heard > before);
+    SetKey(key, false);
     Run();
     return heard > before;
   };
