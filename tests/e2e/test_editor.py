@@ -18,6 +18,9 @@ TOOLS = (20, 130, 300, 300)
 FILE_NAME = (90, 42)
 MAKE_BOX = (170, 142)
 SAVE_LEVEL = (170, 262)
+LOAD_LEVEL = (170, 282)
+KILL = (170, 402)
+UNDO = (170, 442)
 FIND = (90, 482)
 FIRST_FOUND = (170, 502)
 # Of the properties of the test box, and where their bar lies once it shows something.
@@ -68,8 +71,15 @@ class EditorTest(GameTest):
         self.make_box()
         self.change_box()
         self.save_level(program.parent / "mine")
+        self.kill_and_undo()
         self.press("keydown F1", "keyup F1")
         wait_until(lambda: self.brightness(TOOLS) > DARK_WITH_TEXT, PATIENCE, "the bars to go")
+        self.assertEqual(self.game.quit(), 0)
+        self.play(program=program)
+        self.game.reach_match()
+        time.sleep(1)
+        self.show_bars()
+        self.load_and_save_again(program.parent / "again")
         self.assertEqual(self.game.quit(), 0)
 
     def show_bars(self):
@@ -81,9 +91,9 @@ class EditorTest(GameTest):
         self.press("keyup F1")
 
     def make_box(self):
-        empty = self.part(UNDER_BOX)
+        self.empty = self.part(UNDER_BOX)
         self.click(MAKE_BOX)
-        self.wait_for_change(UNDER_BOX, empty, "the box to be seen")
+        self.wait_for_change(UNDER_BOX, self.empty, "the box to be seen")
         self.click(MIDDLE)
         wait_until(lambda: self.brightness(PROPERTIES) < DARK, PATIENCE, "the box's properties")
         self.shoot("editor")
@@ -107,14 +117,34 @@ class EditorTest(GameTest):
         self.click(SAVE_LEVEL)
         wait_until(level.exists, PATIENCE, "the level")
         self.shoot("editor-saved")
-        text = level.read_text()
+        self.check_box(level.read_text())
+        lint = subprocess.run([self.program.parent / "brinewhirl-tool", "lint", level], capture_output=True, text=True,
+                              timeout=60)
+        self.assertEqual(lint.returncode, 0, lint.stdout)
+
+    def wait_for_middle(self, picture, what):
+        wait_until(lambda: self.part(UNDER_BOX).mean_difference(picture) < 5, PATIENCE, what)
+
+    def kill_and_undo(self):
+        with_box = self.part(UNDER_BOX)
+        self.click(KILL)
+        self.wait_for_middle(self.empty, "the box to be gone")
+        self.click(UNDO)
+        self.wait_for_middle(with_box, "the box to be back")
+
+    def load_and_save_again(self, level):
+        self.type_into(FILE_NAME, "mine")
+        self.click(LOAD_LEVEL)
+        self.type_into(FILE_NAME, level.name)
+        self.click(SAVE_LEVEL)
+        wait_until(level.exists, PATIENCE, "the level of the new run")
+        self.check_box(level.read_text())
+
+    def check_box(self, text):
         self.assertEqual(text.count("Name: harbour crate\n"), 1)
         box = text.split("Name: harbour crate\n")[1].split("\n\t}\n")[0]
         for part in ("texture path: crate2.png\n", 'Component: "VelocityCap"', "x_: 4\n"):
             self.assertEqual(box.count(part), 1, part)
-        lint = subprocess.run([self.program.parent / "brinewhirl-tool", "lint", level], capture_output=True, text=True,
-                              timeout=60)
-        self.assertEqual(lint.returncode, 0, lint.stdout)
 
 
 if __name__ == "__main__":

@@ -5,6 +5,7 @@
 #include "core/object_manager.h"
 #include "core/transform.h"
 #include "editor/editor_scene.h"
+#include "graphics/sprite.h"
 #include "input/input.h"
 #include "physics/box_collider.h"
 #include "physics/sphere_collider.h"
@@ -40,6 +41,24 @@ TEST_F(EditorTest, ClicksPickAndShiftAddsAndTheBarShowsThem) {
   ExpectStatus("nothing is selected");
 }
 
+TEST_F(EditorTest, OfTwoUnderTheCursorTheLastPairIsPickedAndShiftPicksEachOnce) {
+  std::uint32_t lastTold = 0;
+  for (GameObject* object : {&world.AddBox("below", {}), &world.AddSphere("ghost", {}, {.ghost = true})}) {
+    AddHook(*object).onCollision = [&lastTold, object](const CollisionPair& pair) {
+      if (pair.other == &Objects().GetCursor()) lastTold = object->id;
+    };
+  }
+  Click(kMiddleX, kMiddleY);
+  EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{lastTold});
+  SetKey(SDLK_LSHIFT, true);
+  for (int clicks = 2; clicks > 0; --clicks) Click(kMiddleX, kMiddleY);
+  EXPECT_EQ(GetSelection().size(), 2u);
+  Button(true);
+  ClearSelection();
+  Run(2);
+  EXPECT_TRUE(GetSelection().empty()) << "a held button picks nothing";
+}
+
 TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
   GameObject& first = Select(world.Add("first"));
   GameObject& last = Select(world.Add("last"));
@@ -62,12 +81,25 @@ TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
 TEST_F(EditorTest, OfTheTestObjectsABoxMovesASphereStandsAndTheThirdStopsNothing) {
   Press("Make default box");
   EXPECT_NE(BodyOf(Last()).inverseMass, 0.0f);
+  EXPECT_EQ(Last().Get<Sprite>()->texturePath, "tstc.png");
   EXPECT_FALSE(Last().Get<GalePhysics::BoxCollider>()->ghost);
   Press("Make default sphere");
   EXPECT_EQ(BodyOf(Last()).inverseMass, 0.0f);
   Press("Make default object");
   EXPECT_TRUE(Last().Get<GalePhysics::SphereCollider>()->ghost);
   EXPECT_EQ(Last().GetComponent(Kind::kRigidBody), nullptr);
+}
+
+TEST_F(EditorTest, SavesTheSameAgainUnderTheNextNumberWithTheDurationLast) {
+  world.Add("thing", {1, 2, 0});
+  for (int presses = 2; presses > 0; --presses) SaveAs("mine");
+  const std::string saved = WithoutIds(world.ReadFile("mine"));
+  EXPECT_EQ(WithoutIds(world.ReadFile("autosaves/autosave-0-mine")), saved);
+  EXPECT_EQ(WithoutIds(world.ReadFile("autosaves/autosave-1-mine")), saved);
+  EXPECT_EQ(Count(saved, "Name: 5.000000\n"), 1);
+  EXPECT_EQ(saved.rfind("Name: "), saved.find("Name: 5.000000\n"));
+  Run();
+  EXPECT_EQ(Find("5.000000"), nullptr);
 }
 
 TEST_F(EditorTest, SavesTheDurationLastWithAnAutosaveAndTakesItFromANumberAlone) {
@@ -80,14 +112,15 @@ TEST_F(EditorTest, SavesTheDurationLastWithAnAutosaveAndTakesItFromANumberAlone)
     EXPECT_EQ(world.ReadFile("short"), world.ReadFile(autosave));
   }
   EXPECT_EQ(Count(world.ReadFile("short"), "Name: 7.500000\n"), 1);
+  Run();  // the object that carried the duration goes
   Objects().SaveLevel("byhand");
   Set("Level Duration", "1");
   // Written by hand, without a duration, everything stays as it is written.
-  for (const char* file : {"short", "byhand"}) {
+  for (const auto& [file, endTime] : {std::pair("short", 7.5f), std::pair("byhand", 9999.0f)}) {
     Load(file);
     Run();
     EXPECT_EQ(editor.Get("Level Duration"), "7.5");
-    EXPECT_EQ(FindDeathTimer(*Find("timed"))->endTime, 7.5f);
+    EXPECT_EQ(FindDeathTimer(*Find("timed"))->endTime, endTime);
     EXPECT_EQ(Objects().GetObjects().size(), 1u);
   }
   world.WriteFile("words", "{\n\t1: {\n\t\tName: Infinity\n\t\tCore: false\n\t}\n}\n");
@@ -158,7 +191,10 @@ TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   for (const int key : {SDLK_p, SDLK_ESCAPE, SDLK_RETURN}) Input::BindKeyDown(key, [&] { ++heard; });
   const auto isHeard = [&](int key) {
     const int before = heard;
-    Tap(key);
+    SetKey(key, true);
+    Run();
+    EXPECT_EQ(Input::IsLetterDown('p') || Input::IsKeyDown("esc") || Input::IsKeyDown("enter"), heard > before);
+    SetKey(key, false);
     Run();
     return heard > before;
   };
