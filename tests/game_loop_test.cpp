@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "core/script_box.h"
 #include "core/system.h"
 #include "input/gamepad.h"
 #include "screens/start_up.h"
@@ -77,6 +78,7 @@ class SystemTest : public ScriptedScene, public ::testing::Test {
 
 constexpr auto kA = SDL_CONTROLLER_BUTTON_A;
 constexpr auto kStart = SDL_CONTROLLER_BUTTON_START;
+constexpr auto kDown = SDL_CONTROLLER_BUTTON_DPAD_DOWN;
 constexpr auto kUp = SDL_CONTROLLER_BUTTON_DPAD_UP;
 constexpr auto kTrigger = SDL_CONTROLLER_AXIS_TRIGGERRIGHT;
 constexpr std::int16_t kPulled = 32767;
@@ -105,8 +107,8 @@ TEST_F(SystemTest, PadsThatAreOpenedAgainAreNotClosedInBetween) {
   EXPECT_EQ(SDL_HasEvent(SDL_JOYBUTTONDOWN), SDL_FALSE);
 }
 
-// Every pad takes a turn: the first goes past the screens and flies its player, the others start and end it all.
-TEST_F(SystemTest, FourVirtualGamepadsGoFromTheLogoThroughAMatchToTheEnd) {
+// Every pad takes a turn: the first goes past the screens and flies its player, the others through the menus.
+TEST_F(SystemTest, FourVirtualGamepadsGoThroughEveryScreenAndMenu) {
   std::array<VirtualPad, kGamepadSlots> pads;
   BindKeys();
   CreateLogoScreen();
@@ -117,10 +119,13 @@ TEST_F(SystemTest, FourVirtualGamepadsGoFromTheLogoThroughAMatchToTheEnd) {
         Run(2);
       }
   };
+  const auto expect = [&](const std::string& expected) { EXPECT_EQ(std::exchange(words, ""), expected); };
   for (const auto axis : {SDL_CONTROLLER_AXIS_TRIGGERLEFT, kTrigger}) pads[0].SetAxis(axis, kLetGo);
   Run(177);
   press(0, {kStart});
+  expect("screen logo;screen notice;screen title;");
   press(3, {kA});
+  expect("screen game;");
   pads[0].SetAxis(SDL_CONTROLLER_AXIS_LEFTX, -kPulled);
   for (const bool pulled : {false, true, false}) {
     pads[0].SetAxis(kTrigger, pulled ? kPulled : kLetGo);
@@ -129,9 +134,26 @@ TEST_F(SystemTest, FourVirtualGamepadsGoFromTheLogoThroughAMatchToTheEnd) {
   }
   EXPECT_LT(BodyOf(*Objects().FindObjectByName("Player1")).velocity.x, -1.0f);
   pads[0].SetAxis(SDL_CONTROLLER_AXIS_LEFTX, 0);
-  press(1, {kStart, kUp});
-  press(2, {kA, kUp, kA});
-  EXPECT_EQ(words, "screen logo;screen notice;screen title;screen game;menu open pause;menu open confirm;");
+  press(1, {kStart});
+  press(2, {kDown, kA});
+  press(3, {kA});
+  expect("menu open pause;menu open confirm;menu close confirm;");
+  press(2, {kDown, kA, kA, kDown, kA, kDown, kA, kA, kDown, kDown, kA});
+  expect("menu open picture;menu close picture;menu open options;menu close options;");
+  press(3, {kDown, kA});
+  press(0, {kStart, kStart});
+  expect("menu open picture;menu close picture;menu close pause;");
+  Objects().FindObjectByName("segmentmanager")->alive = false;
+  world.Add("podium").Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
+  Run(600);
+  expect("screen finish;screen podium;");
+  press(0, {kA});
+  press(2, {kStart});
+  press(1, {kA});
+  expect("menu open end;screen game;menu close end;");
+  press(3, {kStart, kUp});
+  press(1, {kA, kUp, kA});
+  expect("menu open pause;menu open confirm;");
   EXPECT_FALSE(system.running);
 }
 

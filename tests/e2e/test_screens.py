@@ -70,6 +70,11 @@ class ScreensTest(GameTest):
     def wait_for_other(self, picture, what):
         wait_until(lambda: self.look().mean_difference(picture) > OTHER, PATIENCE, what)
 
+    def is_still(self):
+        picture = self.look()
+        time.sleep(1)
+        return picture.rgb == self.look().rgb
+
     # Logo, notice and title come by themselves; the title stays, takes no Escape, and Return begins the match.
     def test_from_the_logo_through_all_menus_to_the_end(self):
         self.play(1440, 810)  # larger than the window that the last option gives
@@ -94,6 +99,11 @@ class ScreensTest(GameTest):
         time.sleep(2)
         clock = self.shoot("screen-game").crop_shares(*CLOCK)
         self.assertGreater(min(clock.mean()), 100, "the clock's white wedges")
+        self.select(("Escape", RESUME))
+        wait_until(self.is_still, PATIENCE, "the picture to stand still under the menu")
+        self.press("Escape")
+        wait_until(lambda: selected(self.look()) is None, PATIENCE, "the menu to close")
+        wait_until(lambda: not self.is_still(), PATIENCE, "the picture to move again")
         self.select(("Escape", RESUME), ("s", RESTART), ("Return", CANCEL))
         self.shoot("menu-confirm")
         self.select(("space", RESTART), ("Down", HOW_TO_PLAY), ("Return", PAGE_CANCEL))

@@ -75,6 +75,30 @@ TEST_F(MenusTest, OneOverAnotherPauseOnceAndLeaveNothingBehind) {
   EXPECT_EQ(Menus().menuDepth, 1.0f) << "there was nothing to close";
 }
 
+TEST_F(MenusTest, EveryMenuLiesInFrontOfTheOneBeneath) {
+  const auto expect = [&](const char* name, float board, float button) {
+    scene.Run();
+    EXPECT_EQ(scene.FindAll(name).back()->GetTransform().position.z, board) << name;
+    EXPECT_EQ(Selected().GetTransform().position.z, button) << name;
+  };
+  for (const auto& openFirst : {OpenEndMenu, OpenPauseMenu}) {
+    openFirst();
+    expect("menubackground", 1.0f, 2.5f);
+    OpenPictureMenu("howtoplaylevel");
+    expect("howtoplaylevel", 3.0f, 3.5f);
+    CloseTopMenu();
+    OpenConfirmMenu(*Menus().GetCurrentMenu()->GetSelected());
+    expect("menubackground", 3.0f, 3.5f);
+    CloseTopMenu();
+    OpenOptionsMenu();
+    expect("menubackground", 3.0f, 3.5f);
+    OpenPictureMenu("creditslevel");
+    expect("creditslevel", 4.0f, 4.5f);
+    CloseAllMenus();
+    scene.Run();
+  }
+}
+
 TEST_F(MenusTest, KeysAndDPadGoAroundTheEnds) {
   OpenPauseMenu();
   scene.Press({SDLK_w, SDLK_a, SDLK_UP, SDLK_LEFT});

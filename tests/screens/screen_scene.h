@@ -65,7 +65,7 @@ class ScreenScene : public ScriptedScene {
   }
 
   void OnEvent(std::string_view text) override {
-    for (const char* kind : {"screen ", "menu ", "pause ", "music "})
+    for (const char* kind : {"screen ", "menu ", "pause ", "music ", "sound 26"})  // a jingle announces the podium
       if (text.starts_with(kind)) log += (log.empty() ? "" : "; ") + std::string(text);
     if (text.starts_with("sound ")) sounds.emplace_back(text);
   }
