@@ -9,8 +9,8 @@ if(BRINEWHIRL_SANITIZE_THREADS)
 endif()
 add_executable(brinewhirl_tests ${TEST_SOURCES})
 target_include_directories(brinewhirl_tests PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
-target_compile_definitions(brinewhirl_tests PRIVATE BRINEWHIRL_GAME_DIR="${CMAKE_SOURCE_DIR}/game"
-                                                    BRINEWHIRL_BUILD_DIR="${CMAKE_BINARY_DIR}")
+set_source_files_properties(tests/folders.cpp PROPERTIES COMPILE_DEFINITIONS
+  "BRINEWHIRL_GAME_DIR=\"${CMAKE_SOURCE_DIR}/game\";BRINEWHIRL_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
 if(BRINEWHIRL_SANITIZE)
   set_source_files_properties(tests/library_leaks.cpp PROPERTIES COMPILE_DEFINITIONS BRINEWHIRL_SANITIZE)
 endif()

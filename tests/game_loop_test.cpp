@@ -11,6 +11,7 @@
 
 #include "core/script_box.h"
 #include "core/system.h"
+#include "folders.h"
 #include "input/gamepad.h"
 #include "screens/start_up.h"
 #include "scripted_scene.h"
@@ -60,7 +61,7 @@ class SystemTest : public ScriptedScene, public ::testing::Test {
   SystemTest() {
     ::setenv("SDL_VIDEODRIVER", "dummy", 1);
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
-    std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+    std::filesystem::current_path(BuildFolder());
     SetPlatform(system);
     system.Init([]() -> const char* { return nullptr; });
   }

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "folders.h"
+
 namespace {
 
 void WriteBytes(const char* name, const std::vector<std::uint8_t>& bytes) {
@@ -55,7 +57,7 @@ void WriteMasterBanks(const std::vector<Studio::BankSource>& sources) {
 
 std::vector<Studio::BankSource> GameSources(float amplitude) {
   std::vector<Studio::BankSource> sources;
-  std::ifstream spec(BRINEWHIRL_GAME_DIR "/../sound/bank.txt");
+  std::ifstream spec(GameFolder() + "/../sound/bank.txt");
   for (std::string line; std::getline(spec, line);) {
     if (!line.starts_with("event:/")) continue;
     const std::string path = line.substr(0, line.find(' '));

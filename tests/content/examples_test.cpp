@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "core/object_manager.h"
+#include "folders.h"
 #include "frame.h"
 #include "game_events.h"
 #include "test_world.h"
@@ -14,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<fs::path> LevelsIn(const char* folder) {
+std::vector<fs::path> LevelsIn(const std::string& folder) {
   std::vector<fs::path> levels;
   for (const auto& entry : fs::directory_iterator(folder))
     if (entry.is_regular_file() && !entry.path().has_extension()) levels.push_back(entry.path());
@@ -24,14 +25,14 @@ std::vector<fs::path> LevelsIn(const char* folder) {
 }  // namespace
 
 TEST(ShippedLevels, LoadRunAndComeBackLineForLine) {
-  const auto shipped = LevelsIn(BRINEWHIRL_GAME_DIR);
-  auto levels = LevelsIn(BRINEWHIRL_GAME_DIR "/examples");
+  const auto shipped = LevelsIn(GameFolder());
+  auto levels = LevelsIn(GameFolder() + "/examples");
   EXPECT_GE(levels.size(), 12u);
   levels.insert(levels.end(), shipped.begin(), shipped.end());
   for (const fs::path& level : levels) {
     SCOPED_TRACE(level.filename());
     TestWorld world;
-    fs::create_directory_symlink(BRINEWHIRL_BUILD_DIR "/Texture", "Texture");
+    fs::create_directory_symlink(BuildFolder() + "/Texture", "Texture");
     for (const fs::path& other : shipped) fs::create_symlink(other, other.filename());
     if (!fs::exists(level.filename())) fs::create_symlink(level, level.filename());
     for (const std::string& line : LintLines(level.filename().string()))

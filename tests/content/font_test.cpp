@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "folders.h"
+
 namespace {
 
 constexpr int kHeight = 96;
@@ -34,7 +36,7 @@ class FontFile : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_EQ(FT_Init_FreeType(&library_), 0);
-    ASSERT_EQ(FT_New_Face(library_, BRINEWHIRL_BUILD_DIR "/Texture/Fonts/OctoBubble.ttf", 0, &face_), 0);
+    ASSERT_EQ(FT_New_Face(library_, (BuildFolder() + "/Texture/Fonts/OctoBubble.ttf").c_str(), 0, &face_), 0);
     ASSERT_EQ(FT_Set_Pixel_Sizes(face_, 0, kHeight), 0);
   }
   void TearDown() override {

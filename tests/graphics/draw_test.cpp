@@ -7,6 +7,7 @@
 #include "core/pause.h"
 #include "core/script_box.h"
 #include "core/transform.h"
+#include "folders.h"
 #include "frame.h"
 #include "game_events.h"
 #include "graphics/background.h"
@@ -22,7 +23,7 @@ namespace {
 // The state after ten seconds among bubbles.
 std::uint64_t RunBubbles(bool withContext) {
   TestWorld world;
-  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+  std::filesystem::current_path(BuildFolder());
   std::optional<OffscreenContext> context;
   if (withContext) context.emplace();
   GetRenderer().StartRipple({});
@@ -59,7 +60,7 @@ TEST(Drawing, AMatchIsTheSameWithAndWithoutAContext) {
 // Particles cover the background, a sprite covers particles, a text covers both unless the game is paused.
 TEST(Drawing, LayersCoverEachOtherInTheirOrder) {
   TestWorld world;
-  std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+  std::filesystem::current_path(BuildFolder());
   OffscreenContext context;
   ASSERT_TRUE(context.IsUsable());
   Renderer& renderer = GetRenderer();

@@ -3,6 +3,7 @@
 
 #include "core/random.h"
 #include "core/world_fixture.h"
+#include "folders.h"
 #include "graphics/renderer.h"
 
 namespace {
@@ -81,7 +82,7 @@ TEST_F(FontTest, ASpoiledFileIsToldAndHarmless) {
     LayOut(font, "The quick brown fox");
   };
   std::filesystem::create_directories("Texture/Fonts");
-  const std::string whole = world.ReadFile(BRINEWHIRL_BUILD_DIR "/" + path);
+  const std::string whole = world.ReadFile(BuildFolder() + "/" + path);
   ASSERT_FALSE(whole.empty());
   for (std::size_t part = 1; part < 16; ++part) tryFile(whole.substr(0, whole.size() * part / 16));
   for (int damage = 0; damage < 100; ++damage) {

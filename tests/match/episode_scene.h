@@ -13,6 +13,7 @@
 #include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
+#include "folders.h"
 #include "graphics/sprite.h"
 #include "match/new_game.h"
 #include "match/scoring.h"
@@ -60,7 +61,7 @@ class EpisodeScene : public ScriptedScene {
   }
 
   static void CopyShipped(std::initializer_list<const char*> names) {
-    for (const char* name : names) std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
+    for (const char* name : names) std::filesystem::copy_file(std::filesystem::path(GameFolder()) / name, name);
   }
   /// Starts a match with a controller of these values.
   void Start(const std::string& segments, const std::string& objectives) {

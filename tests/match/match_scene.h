@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/transform.h"
+#include "folders.h"
 #include "match/new_game.h"
 #include "physics/rigid_body.h"
 #include "scripted_scene.h"
@@ -17,7 +18,7 @@ class MatchScene : public ScriptedScene {
   enum class Rules { kOff, kOn };
 
   explicit MatchScene(Rules rules = Rules::kOff) {
-    std::filesystem::current_path(BRINEWHIRL_BUILD_DIR);
+    std::filesystem::current_path(BuildFolder());
     NewGame();
     if (rules == Rules::kOn) return;
     Find("segmentmanager").alive = false;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/transform.h"
+#include "folders.h"
 #include "graphics/sprite.h"
 #include "input/gamepad.h"
 #include "match/new_game.h"
@@ -21,7 +22,7 @@ class ScreenScene : public ScriptedScene {
  public:
   ScreenScene() {
     for (const char* name : {"menubackground", "howtoplaylevel", "creditslevel", "finish", "fader", "winscreen"})
-      std::filesystem::copy_file(std::filesystem::path(BRINEWHIRL_GAME_DIR) / name, name);
+      std::filesystem::copy_file(std::filesystem::path(GameFolder()) / name, name);
     BindKeys();
   }
 

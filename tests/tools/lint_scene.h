@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/script_box.h"
+#include "folders.h"
 #include "test_world.h"
 #include "tools/lint/lint.h"
 #include "tools/printed.h"
@@ -41,7 +42,7 @@ class LintScene : public testing::Test {
  protected:
   LintScene() {
     std::filesystem::create_directory("Texture");
-    for (const auto& picture : std::filesystem::directory_iterator(BRINEWHIRL_BUILD_DIR "/Texture"))
+    for (const auto& picture : std::filesystem::directory_iterator(BuildFolder() + "/Texture"))
       if (picture.is_regular_file())
         std::filesystem::create_symlink(picture.path(), "Texture" / picture.path().filename());
     world.WriteFile("Texture/drawn.png", "no picture at all");
@@ -58,7 +59,7 @@ class LintScene : public testing::Test {
     world.WriteFile("ring", Changed(Positive(Document({&spawner}), "spawnrate"), "typename: ", "typename: ring"));
   }
 
-  std::string Shipped(const std::string& name) { return world.ReadFile(BRINEWHIRL_GAME_DIR "/" + name); }
+  std::string Shipped(const std::string& name) { return world.ReadFile(GameFolder() + "/" + name); }
   std::string Lint(const std::string& file) { return RunTool(LintFiles, file, result); }
   std::string LintText(const std::string& text, const std::string& name = "stage") {
     world.WriteFile(name, text);

@@ -13,6 +13,7 @@
 #include "audio/studio/bank_file.h"
 #include "audio/studio/sound_reader.h"
 #include "audio/studio/voice_pool.h"
+#include "folders.h"
 #include "test_world.h"
 
 namespace {
@@ -22,7 +23,7 @@ using Sound = std::vector<float>;  // one side, full scale 1
 constexpr std::ptrdiff_t kSecond = 48000;
 constexpr std::size_t kFrame = kSecond / 60;
 constexpr std::size_t kWavHeader = 44;
-const std::string kMasterBank = BRINEWHIRL_BUILD_DIR "/AudioSource/Master Bank.bank";
+const std::string kMasterBank = BuildFolder() + "/AudioSource/Master Bank.bank";
 
 double Decibels(double amplitude) { return 20.0 * std::log10(std::max(amplitude, 1e-9)); }
 
@@ -143,9 +144,11 @@ class ShippedSound : public testing::Test {
   // The bytes of the sound of 20 seconds of a match in which a player charges once and lets go; its log goes to log_.
   std::string HearMatch() {
     world_.WriteFile("charge.input", "0 pad 0 connect\n200 pad 0 axis 5 32767\n225 pad 0 axis 5 -32768\n");
-    EXPECT_EQ(std::system("\"" BRINEWHIRL_BUILD_DIR "/brinewhirl-tool\" simulate --match --frames 1200 --input "
-                          "charge.input --wav match.wav --trace - > log.txt"),
-              0);
+    std::string command(1, '"');
+    command += BuildFolder() +
+               "/brinewhirl-tool\" simulate --match --frames 1200 --input charge.input --wav match.wav " +
+               "--trace - > log.txt";
+    EXPECT_EQ(std::system(command.c_str()), 0);
     log_ = world_.ReadFile("log.txt");
     return world_.ReadFile("match.wav");
   }
