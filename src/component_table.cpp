@@ -4,7 +4,7 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/sprite.h"
-#include "match/give_points.h"
+#include "match/score/give_points.h"
 #include "physics/box_collider.h"
 #include "physics/rigid_body.h"
 #include "physics/sphere_collider.h"

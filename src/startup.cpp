@@ -9,7 +9,7 @@
 #include "graphics/preload_list.h"
 #include "input/input.h"
 #include "input/mouse_component.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "physics/generator_host.h"
 #include "physics/make_physical.h"
 #include "physics/sphere_collider.h"

@@ -17,7 +17,7 @@
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "input/input.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "physics/box_collider.h"
 #include "physics/generator_host.h"
 #include "physics/slow_motion.h"

@@ -13,7 +13,7 @@
 #include "editor/level_files.h"
 #include "editor/test_objects.h"
 #include "graphics/renderer.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/serializer.h"
-#include "scripts/death_timer.h"
+#include "scripts/props/death_timer.h"
 
 namespace {
 

@@ -5,15 +5,15 @@
 #include "core/transform.h"
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
-#include "match/give_points.h"
-#include "match/objective_factory.h"
-#include "match/objective_link.h"
-#include "match/objective_manager.h"
+#include "match/match_controller.h"
+#include "match/rules/objective_factory.h"
+#include "match/rules/objective_manager.h"
+#include "match/score/give_points.h"
+#include "match/whale/make_a_whale.h"
 #include "physics/make_physical.h"
 #include "physics/rigid_body.h"
 #include "physics/sphere_collider.h"
-#include "scripts/death_timer.h"
-#include "scripts/make_a_whale.h"
+#include "scripts/props/death_timer.h"
 
 namespace {
 

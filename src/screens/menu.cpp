@@ -7,7 +7,7 @@
 #include "core/object_manager.h"
 #include "core/transform.h"
 #include "graphics/sprite.h"
-#include "match/archetype.h"
+#include "scripts/archetype.h"
 
 namespace {
 

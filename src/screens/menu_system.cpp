@@ -8,7 +8,7 @@
 #include "core/run_log.h"
 #include "input/gamepad.h"
 #include "input/input.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "screens/menus.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include "audio/audio.h"
 #include "core/pause.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "screens/menu_system.h"
 #include "screens/options.h"
 

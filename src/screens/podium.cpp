@@ -8,9 +8,9 @@
 #include "core/transform.h"
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "match/players.h"
-#include "match/scoring.h"
+#include "match/score/scoring.h"
 
 namespace {
 

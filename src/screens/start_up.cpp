@@ -12,12 +12,12 @@
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
 #include "input/input.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "screens/logo_screen_script.h"
 #include "screens/menus.h"
 #include "screens/splash_screen_logic.h"
 #include "screens/title_screen_script.h"
-#include "scripts/death_timer.h"
+#include "scripts/props/death_timer.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "core/game_object.h"
 #include "input/gamepad.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "screens/screen_input.h"
 #include "screens/start_up.h"
 

@@ -12,11 +12,11 @@
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
 #include "input/input.h"
-#include "match/archetype.h"
-#include "match/scoring.h"
+#include "match/score/scoring.h"
 #include "screens/menus.h"
 #include "screens/podium.h"
 #include "screens/screen_input.h"
+#include "scripts/archetype.h"
 
 namespace {
 

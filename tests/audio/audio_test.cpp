@@ -6,9 +6,9 @@
 #include "audio/sound_ids.h"
 #include "audio/test_sounds.h"
 #include "core/pause.h"
+#include "match/player/play_player_audio.h"
 #include "physics/contact.h"
 #include "scripted_scene.h"
-#include "scripts/play_player_audio.h"
 
 namespace {
 

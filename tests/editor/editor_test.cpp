@@ -9,7 +9,7 @@
 #include "input/input.h"
 #include "physics/box_collider.h"
 #include "physics/sphere_collider.h"
-#include "scripts/death_timer.h"
+#include "scripts/props/death_timer.h"
 
 namespace {
 

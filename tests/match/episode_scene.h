@@ -15,8 +15,8 @@
 #include "core/transform.h"
 #include "folders.h"
 #include "graphics/sprite.h"
-#include "match/new_game.h"
-#include "match/scoring.h"
+#include "match/episode/new_game.h"
+#include "match/score/scoring.h"
 #include "physics/sphere_collider.h"
 #include "scripted_scene.h"
 

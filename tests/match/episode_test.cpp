@@ -6,11 +6,11 @@
 #include "editor/tweak_bar.h"
 #include "episode_scene.h"
 #include "graphics/sprite_text.h"
-#include "match/objective_link.h"
-#include "match/objective_manager.h"
-#include "match/respawn_node_manager.h"
-#include "match/segment_manager.h"
-#include "scripts/collision_check_script.h"
+#include "match/episode/respawn_node_manager.h"
+#include "match/episode/segment_manager.h"
+#include "match/match_controller.h"
+#include "match/rules/objective_manager.h"
+#include "scripts/props/collision_check_script.h"
 
 namespace {
 

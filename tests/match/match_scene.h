@@ -8,7 +8,7 @@
 
 #include "core/transform.h"
 #include "folders.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "physics/rigid_body.h"
 #include "scripted_scene.h"
 

@@ -4,9 +4,9 @@
 
 #include "core/event.h"
 #include "core/script_box.h"
-#include "match/character_controller.h"
-#include "match/force_currency.h"
-#include "match/force_events.h"
+#include "match/player/character_controller.h"
+#include "match/player/force_currency.h"
+#include "match/player/force_events.h"
 #include "match_scene.h"
 
 namespace {

@@ -3,8 +3,8 @@
 
 #include "core/random.h"
 #include "episode_scene.h"
-#include "match/character_controller.h"
-#include "match/objective_factory.h"
+#include "match/player/character_controller.h"
+#include "match/rules/objective_factory.h"
 
 namespace {
 

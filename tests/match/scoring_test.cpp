@@ -1,11 +1,11 @@
-#include "match/scoring.h"
+#include "match/score/scoring.h"
 
 #include "episode_scene.h"
 #include "graphics/sprite_text.h"
-#include "match/give_points.h"
+#include "match/score/give_points.h"
 #include "physics/generator_host.h"
 #include "physics/wobbly_puller.h"
-#include "scripts/death_timer.h"
+#include "scripts/props/death_timer.h"
 
 namespace {
 

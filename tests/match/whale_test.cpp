@@ -2,12 +2,12 @@
 #include <set>
 
 #include "episode_scene.h"
-#include "match/barnacle_logic.h"
-#include "match/boss_health.h"
-#include "match/objective_factory.h"
+#include "match/rules/objective_factory.h"
+#include "match/whale/barnacle_logic.h"
+#include "match/whale/boss_health.h"
+#include "match/whale/make_a_whale.h"
+#include "match/whale/pirate_pathing.h"
 #include "physics/primitive_assemblage.h"
-#include "scripts/make_a_whale.h"
-#include "scripts/pirate_pathing.h"
 
 namespace {
 

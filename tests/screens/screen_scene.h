@@ -13,7 +13,7 @@
 #include "folders.h"
 #include "graphics/sprite.h"
 #include "input/gamepad.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "screens/start_up.h"
 #include "scripted_scene.h"
 #include "startup.h"

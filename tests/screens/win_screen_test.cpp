@@ -1,7 +1,7 @@
 #include "core/event.h"
 #include "core/script_box.h"
 #include "graphics/sprite_text.h"
-#include "match/scoring.h"
+#include "match/score/scoring.h"
 #include "screens/screen_scene.h"
 
 namespace {

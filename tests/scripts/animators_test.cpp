@@ -2,10 +2,10 @@
 
 #include "core/random.h"
 #include "match/episode_scene.h"
-#include "scripts/fish_animator.h"
-#include "scripts/lerp_animators.h"
-#include "scripts/rainbow_fish.h"
-#include "scripts/shadow_growth.h"
+#include "scripts/animators/fish_animator.h"
+#include "scripts/animators/lerp_animators.h"
+#include "scripts/animators/rainbow_fish.h"
+#include "scripts/animators/shadow_growth.h"
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include <utility>
 
 #include "match/episode_scene.h"
-#include "match/give_points.h"
-#include "scripts/broad_side.h"
-#include "scripts/fountain.h"
-#include "scripts/spawns_objects.h"
-#include "scripts/squishy.h"
-#include "scripts/vortex.h"
+#include "match/score/give_points.h"
+#include "scripts/animators/squishy.h"
+#include "scripts/hazards/broad_side.h"
+#include "scripts/hazards/fountain.h"
+#include "scripts/hazards/vortex.h"
+#include "scripts/spawners/spawns_objects.h"
 
 namespace {
 

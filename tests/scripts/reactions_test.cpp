@@ -1,8 +1,8 @@
-#include "match/boss_health.h"
-#include "match/character_controller.h"
 #include "match/episode_scene.h"
-#include "scripts/dizzy.h"
-#include "scripts/follow.h"
+#include "match/player/character_controller.h"
+#include "match/player/dizzy.h"
+#include "match/whale/boss_health.h"
+#include "scripts/props/follow.h"
 
 namespace {
 

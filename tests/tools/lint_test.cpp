@@ -10,7 +10,7 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "match/episode_scene.h"
-#include "match/give_points.h"
+#include "match/score/give_points.h"
 #include "tools/lint/report.h"
 #include "tools/lint_scene.h"
 

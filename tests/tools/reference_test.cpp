@@ -12,7 +12,7 @@
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "editor/tweak_bar.h"
-#include "match/objective_factory.h"
+#include "match/rules/objective_factory.h"
 #include "test_world.h"
 #include "tools/lint/block_reader.h"
 #include "tools/lint/canonical.h"

@@ -10,7 +10,7 @@
 #include "core/script_box.h"
 #include "editor/editor.h"
 #include "match/episode_scene.h"
-#include "match/scoring.h"
+#include "match/score/scoring.h"
 #include "physics/generator_host.h"
 #include "physics/spring.h"
 #include "test_world.h"

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "graphics/particle_emitter.h"
-#include "match/give_points.h"
+#include "match/score/give_points.h"
 #include "physics/collider.h"
 #include "tools/lint/canonical.h"
 

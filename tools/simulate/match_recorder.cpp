@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "physics/generator_host.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "core/run_log.h"
-#include "match/scoring.h"
+#include "match/score/scoring.h"
 
 class MatchRecorder final : public RunLogListener {
  public:

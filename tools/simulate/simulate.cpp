@@ -22,7 +22,7 @@
 #include "graphics/renderer.h"
 #include "input/gamepad.h"
 #include "input/input.h"
-#include "match/new_game.h"
+#include "match/episode/new_game.h"
 #include "match/players.h"
 #include "screens/start_up.h"
 #include "startup.h"

@@ -1,0 +1,77 @@
+#include "match/score/scoring.h"
+
+#include <algorithm>
+
+#include "core/object_manager.h"
+#include "core/script_box.h"
+#include "core/transform.h"
+#include "graphics/sprite_text.h"
+#include "match/player/character_controller.h"
+#include "match/score/score_script.h"
+#include "physics/generator_host.h"
+#include "physics/wobbly_puller.h"
+
+namespace {
+
+struct Display {
+  const char* label;
+  float x, y;  // world units
+};
+
+// By player index.
+constexpr std::array<Display, kPlayers> kDisplays = {{{"Red Score", -16.0f, 5.0f},
+                                                      {"White Score", 16.0f, 5.0f},
+                                                      {"Blue Score", -16.0f, -5.0f},
+                                                      {"Yellow Score", 16.0f, -5.0f}}};
+constexpr float kTextScale = 0.01f;      // world units a pixel of the font
+constexpr float kForwardPower = 2.0f;    // acceleration per unit of distance
+constexpr float kSidewaysPower = 1.25f;  // acceleration
+constexpr float kSidewaysPeriod = 0.5f;  // seconds
+
+std::array<GalePhysics::WobblyPuller*, kPlayers>& Pullers() {
+  static std::array<GalePhysics::WobblyPuller*, kPlayers> pullers{};
+  return pullers;
+}
+
+void CreateDisplay(std::size_t player) {
+  const Display& display = kDisplays[player];
+  GameObject& object = *Objects().GetObject(Objects().CreateObject());
+  object.name = kScoreObjects[player];
+  object.core = true;
+  object.GetTransform().position = {display.x, display.y, 0.0f};
+  object.GetTransform().graphicsScale = {kTextScale, kTextScale, kTextScale};
+  object.Insert(std::make_unique<SpriteText>());
+  object.Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<ScoreScript>(display.label));
+  // Every match brings four more: bubbles of the last one may still be listed with theirs, and the host keeps all.
+  Pullers()[player] = &GalePhysics::AdoptGenerator(
+      std::make_unique<GalePhysics::WobblyPuller>(object.id, kForwardPower, kSidewaysPower, kSidewaysPeriod));
+}
+
+int PointsOf(std::size_t player) {
+  const Script* script = FindScript(kScoreObjects[player], "ScoreScript");
+  return script == nullptr ? kNoScore : static_cast<const ScoreScript*>(script)->GetPoints();
+}
+
+}  // namespace
+
+void CreateScoreDisplays() {
+  for (std::size_t player = 0; player < kDisplays.size(); ++player) CreateDisplay(player);
+}
+
+GalePhysics::WobblyPuller* GetPlayerPuller(int player) {
+  return IsPlayerIndex(player) ? Pullers()[static_cast<std::size_t>(player)] : nullptr;
+}
+
+std::array<Rank, kPlayers> RankPlayers() {
+  std::array<Rank, kPlayers> ranks;
+  for (std::size_t player = 0; player < ranks.size(); ++player)
+    ranks[player] = {static_cast<int>(player), PointsOf(player)};
+  std::stable_sort(ranks.begin(), ranks.end(), [](const Rank& a, const Rank& b) { return a.points > b.points; });
+  return ranks;
+}
+
+void AwardPoints(int player, int points, const Vec3& origin) {
+  const GameObject* object = GetPlayerObject(player);
+  if (CharacterController* controller = object == nullptr ? nullptr : FindController(*object))
+    controller->AddPoints(points, origin);
+}

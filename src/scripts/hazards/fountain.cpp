@@ -1,0 +1,58 @@
+#include "scripts/hazards/fountain.h"
+
+#include <cmath>
+
+#include "audio/audio.h"
+#include "audio/sound_ids.h"
+#include "core/field_bar.h"
+#include "core/game_object.h"
+#include "core/game_time.h"
+#include "core/random.h"
+#include "core/transform.h"
+#include "scripts/hazards/cannonball.h"
+
+namespace {
+
+constexpr float kUp = 90.0f;     // degrees, in the world: the owner's own turn does not matter
+constexpr float kMuzzle = 0.1f;  // world units from the owner's middle
+
+bool& FountainsOn() {
+  static bool on = false;
+  return on;
+}
+
+}  // namespace
+
+void TurnFountainsOn() { FountainsOn() = true; }
+
+Fountain::Fountain() { FountainsOn() = false; }
+
+void Fountain::Update(float /*step*/) {
+  if (!FountainsOn() || !owner->alive) return;  // a dead owner is updated once more in the frame of a new game
+  const float now = Time().elapsedTime;
+  if (triggered_) {
+    burstStart_ = nextShot_ = now;
+    triggered_ = false;
+    bursting_ = true;
+  }
+  if (!bursting_) return;
+  if (now > nextShot_) {
+    Fire();
+    nextShot_ = now + kMaxShotGap * static_cast<float>(Random()) / static_cast<float>(kRandomMax);
+  }
+  if (now > burstStart_ + kBurstLength) bursting_ = false;
+}
+
+void Fountain::Fire() const {
+  Audio::Play(Sound::kBubbleBarrage, Audio::kOneShot);
+  const float side = static_cast<float>(Random()) / (static_cast<float>(kRandomMax) / 2.0f) - 1.0f;
+  const float angle = (side * kSpread + kUp) * kPi / 180.0f;
+  const Vec3 direction = {std::cos(angle), std::sin(angle), 0.0f};
+  FireCannonball(owner->GetTransform().position + direction * kMuzzle, direction * kShotSpeed);
+}
+
+void Fountain::AddToTweakBar(FieldBar& bar) {
+  bar.BeginGroup("fountain");
+  bar.Add("MadeItToTheEditor", &FountainsOn());
+  bar.EndGroup();
+}
