@@ -20,7 +20,7 @@ using GalePhysics::RigidBody;
 class ContactCounter final : public GalePhysics::StepObserver {
  public:
   void OnContact(int /*subStep*/, const GalePhysics::Contact& /*contact*/) override { ++count; }
-  void OnOverlap(int /*subStep*/, const GalePhysics::OverlapPair& /*pair*/) override {}
+  void OnCollision(int /*subStep*/, const CollisionPair& /*pair*/) override {}
   int count = 0;
 };
 
@@ -33,7 +33,7 @@ bool MayTouch(const Candidate& a, const Candidate& b) {
   const GalePhysics::Bounds& p = a.bounds;
   const GalePhysics::Bounds& q = b.bounds;
   const bool apart = p.minX > q.maxX || q.minX > p.maxX || p.minY > q.maxY || q.minY > p.maxY;
-  return !apart && GalePhysics::GroupsMeet(a.group, b.group);
+  return !apart && (GalePhysics::MeetsAll(a.group) || GalePhysics::MeetsAll(b.group));
 }
 
 class EngineWorld {

@@ -63,7 +63,7 @@ void TestWorld::ResetGlobals() {
   GalePhysics::SetStepObserver(nullptr);
   ClearFileCache();
   Time() = GameTime{};
-  SeedRandom(10);
+  SeedRandom(kFirstSeed);
   ClearPauseReasons();
   ClearSelection();
   Input::Reset();

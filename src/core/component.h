@@ -33,6 +33,8 @@ inline constexpr std::size_t kKindCount = 11;
 struct CollisionPair {
   GameObject* self;
   GameObject* other;
+
+  bool operator==(const CollisionPair&) const = default;
 };
 
 class Component {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/component_factory.h"
+#include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
 
@@ -26,8 +27,11 @@ void GameObject::Serialize(Serializer& writer) {
   if (name.empty()) name = "Nameless";
   writer.WriteString("Name", name);
   writer.WriteBool("Core", core);
+  auto* scripts = Get<ScriptBox>();
+  if (scripts != nullptr) scripts->GiveBack();
   for (auto& component : components_)
     if (component) component->Serialize(writer);
+  if (scripts != nullptr) scripts->TakeAgain();
 }
 
 void GameObject::HandleEvent(const Event& event) {

@@ -1,5 +1,10 @@
-// The game's clock. All game logic advances by frameStep per running frame, never by measured time; only slow motion
+// The game's clocks. All game logic advances by frameStep per running frame, never by measured time; only slow motion
 // changes frameStep. Main thread only.
+//
+// There are two kinds of seconds beside the real one. A game second is a second of elapsedTime: 118 frames, nearly two
+// real seconds. A body second is one of what bodies integrate: 15 sub-steps of a third of frameStep, so five of them
+// pass in a game second. A body that flies at 1 unit per body second moves 5 units in a game second, 2.55 in a real
+// one.
 #pragma once
 
 /// Share of frameStep that one physics sub-step integrates.

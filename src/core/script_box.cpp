@@ -30,6 +30,15 @@ void ScriptBox::OnContact(const GalePhysics::Contact& contact) {
   for (std::size_t i = 0; i < entries_.size(); ++i) entries_[i].script->OnContact(contact);
 }
 
+void ScriptBox::GiveBack() {
+  for (const Entry& entry : entries_) entry.script->GiveBack();
+}
+
+// The last to borrow gave back last: it takes first.
+void ScriptBox::TakeAgain() {
+  for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) entry->script->TakeAgain();
+}
+
 void ScriptBox::Serialize(Serializer& writer) {
   writer.BeginComponent("ScriptBox");
   for (const Entry& entry : entries_) {

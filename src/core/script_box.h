@@ -26,6 +26,10 @@ class ScriptBox final : public Component {
   void OnCollision(const CollisionPair& pair) override;
   void OnContact(const GalePhysics::Contact& contact) override;
 
+  /// Around a save, of all scripts (see script.h).
+  void GiveBack();
+  void TakeAgain();
+
   /// Appends a script, sets its owner and calls its Initialize. The box must be in its object already.
   Script& AddScript(std::unique_ptr<Script> script);
   /// The same by registry name; an unknown one gets a message and gives null.

@@ -6,7 +6,6 @@
 
 namespace {
 constexpr char kTitle[] = "Brinewhirl";
-constexpr std::uint32_t kFirstSeed = 10;
 }  // namespace
 
 System::System() = default;

@@ -1,16 +1,47 @@
 #include "editor/snapshot.h"
 
+#include <utility>
+
 #include "core/object_manager.h"
+#include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "editor/object_fields.h"
 #include "editor/tweak_bar.h"
 #include "physics/rigid_body.h"
 
+using GalePhysics::RigidBody;
+
 namespace {
 
 constexpr int kExactDigits = 9;  // of a float's decimal text
 constexpr Kind kNotToBeMade[] = {Kind::kCamera, Kind::kMouseComponent};
+
+// While it lives, the object shows the values of its own, not those that a script or the slow motion has lent it.
+class WithoutLoans {
+ public:
+  explicit WithoutLoans(GameObject& object) : scripts_(object.Get<ScriptBox>()), body_(object.Get<RigidBody>()) {
+    if (scripts_ != nullptr) scripts_->GiveBack();
+    if (body_ == nullptr) return;
+    damping_ = std::exchange(body_->damping, body_->OwnDamping());
+    inverseMass_ = std::exchange(body_->inverseMass, body_->OwnInverseMass());
+  }
+  WithoutLoans(const WithoutLoans&) = delete;
+  WithoutLoans& operator=(const WithoutLoans&) = delete;
+  ~WithoutLoans() {
+    if (body_ != nullptr) {
+      body_->damping = damping_;
+      body_->inverseMass = inverseMass_;
+    }
+    if (scripts_ != nullptr) scripts_->TakeAgain();
+  }
+
+ private:
+  ScriptBox* scripts_;
+  RigidBody* body_;
+  float damping_ = 0.0f;
+  float inverseMass_ = 0.0f;
+};
 
 std::string TextOfObject(GameObject& object) {
   Serializer writer;
@@ -36,7 +67,7 @@ Snapshot TakeSnapshot(GameObject& object) {
   snapshot.name = object.name;
   snapshot.parts = TakeUnsavedParts(object);
   snapshot.orientation = object.GetTransform().orientation;
-  auto* body = object.Get<GalePhysics::RigidBody>();
+  auto* body = object.Get<RigidBody>();
   if (body != nullptr) {
     snapshot.generators.swap(body->generators);
     snapshot.baseOfGenerators.swap(body->baseOfGenerators);
@@ -47,6 +78,7 @@ Snapshot TakeSnapshot(GameObject& object) {
     body->baseOfGenerators = snapshot.baseOfGenerators;
   }
   object.name = snapshot.name;  // writing names the nameless
+  const WithoutLoans own(object);
   TweakBar bar("snapshot");
   AddObjectFields(bar, object);
   for (const TweakBar::Entry& entry : bar.GetEntries())
@@ -62,7 +94,7 @@ GameObject* MakeFromSnapshot(const Snapshot& snapshot) {
   GameObject& object = *made.front();
   object.name = snapshot.name;
   PutUnsavedParts(snapshot.parts, object);
-  if (auto* body = object.Get<GalePhysics::RigidBody>()) {
+  if (auto* body = object.Get<RigidBody>()) {
     body->generators = snapshot.generators;
     body->baseOfGenerators = snapshot.baseOfGenerators;
   }

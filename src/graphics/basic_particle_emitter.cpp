@@ -10,10 +10,7 @@ namespace {
 
 constexpr float kFadeFrom = 1.0f;  // seconds of life left
 
-float RandomBetween(float low, float high) {
-  if (low == high) return low;
-  return low + static_cast<float>(Random()) / (static_cast<float>(kRandomMax) / (high - low));
-}
+float RandomBetween(float low, float high) { return low == high ? low : low + RandomUpTo(high - low); }
 
 Vec3 RandomBetween(const Vec3& low, const Vec3& high) {
   const float x = RandomBetween(low.x, high.x);

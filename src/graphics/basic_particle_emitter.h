@@ -16,15 +16,15 @@ class BasicParticleEmitter final : public ParticleEmitter {
   std::array<float, 3> colour = {1.0f, 1.0f, 1.0f};  ///< 0 to 1; not kept in files
   Vec3 startingPositionMin = {-5.0f, -5.0f, 0.0f};   ///< world units from the object
   Vec3 startingPositionMax = {5.0f, 5.0f, 0.0f};
-  Vec3 minVelocity = {-10.0f, 0.0f, 0.0f};  ///< units per second
+  Vec3 minVelocity = {-10.0f, 0.0f, 0.0f};  ///< units per game second
   Vec3 maxVelocity = {10.0f, 0.0f, 0.0f};
-  Vec3 minAcceleration = {0.0f, -10.0f, 0.0f};  ///< units per second squared
+  Vec3 minAcceleration = {0.0f, -10.0f, 0.0f};  ///< units per game second squared
   Vec3 maxAcceleration = {0.0f, -10.0f, 0.0f};
   Vec3 minScale = {1.0f, 1.0f, 0.0f};  ///< only x is used, for both sides
   Vec3 maxScale = {1.0f, 1.0f, 0.0f};
-  float spawnIntervalMin = 0.1f;  ///< seconds; a new particle an update at most
+  float spawnIntervalMin = 0.1f;  ///< game seconds; a new particle an update at most
   float spawnIntervalMax = 0.1f;
-  float minLifespan = 5.0f;  ///< seconds
+  float minLifespan = 5.0f;  ///< game seconds
   float maxLifeSpan = 5.0f;
 
  private:
@@ -35,5 +35,5 @@ class BasicParticleEmitter final : public ParticleEmitter {
 
   std::vector<Vec3> velocities_;     // by slot
   std::vector<Vec3> accelerations_;  // by slot
-  float spawnTimer_ = 0.1f;          // seconds to the next particle
+  float spawnTimer_ = 0.1f;          // game seconds to the next particle
 };

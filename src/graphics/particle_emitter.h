@@ -15,7 +15,7 @@ struct Particle {
   Vec3 position;  ///< world units
   Vec3 scale = {1.0f, 1.0f, 1.0f};
   std::array<float, 4> colour = {1.0f, 1.0f, 1.0f, 1.0f};
-  float life = 0.0f;  ///< seconds left; a slot is free at 0 and below
+  float life = 0.0f;  ///< game seconds left; a slot is free at 0 and below
 };
 
 class ParticleEmitter : public Script {

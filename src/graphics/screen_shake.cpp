@@ -21,8 +21,6 @@ Shake& Current() {
   return shake;
 }
 
-float RandomUnit() { return static_cast<float>(Random()) / static_cast<float>(kRandomMax); }
-
 // The direction's projection onto a random vector of the first quadrant.
 Vec3 RandomDisplacement(const Vec3& direction) {
   const float x = RandomUnit();

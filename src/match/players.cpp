@@ -1,5 +1,7 @@
 #include "match/players.h"
 
+#include <array>
+
 #include "core/object_manager.h"
 
 namespace {

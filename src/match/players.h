@@ -1,21 +1,11 @@
 // The tables of the four players. Player index 0 to 3; objects are kept by ID, which survives a restart.
 #pragma once
 
-#include <array>
 #include <cstdint>
 
 #include "core/game_object.h"
 
 inline constexpr int kPlayers = 4;
-
-/// A colour on the scale 0 to 255.
-struct PlayerColour {
-  float r, g, b;
-};
-
-/// By player index; the fifth serves objects that belong to nobody.
-inline constexpr std::array<PlayerColour, 5> kPlayerColours = {
-    {{255, 0, 0}, {255, 255, 255}, {0, 0, 255}, {255, 255, 0}, {1, 1, 1}}};
 
 /// Whether the number is one of the four players.
 constexpr bool IsPlayerIndex(int index) { return index >= 0 && index < kPlayers; }

@@ -64,7 +64,7 @@ void BroadPhase::GatherFrom(const Shapes& shapes) {
     if (shape->owner == nullptr) continue;
     const Vec3& p = shape->owner->GetTransform().position;
     const float r = shape->broadPhaseSize;
-    root_.push_back({static_cast<std::uint32_t>(shapes_.size()), shape->collisionGroup == 0 ? 0 : kMeetsAll});
+    root_.push_back({static_cast<std::uint32_t>(shapes_.size()), MeetsAll(shape->collisionGroup) ? kMeetsAll : 0});
     reaches_.push_back(Lanes{p.x + r, -(p.x - r), p.y + r, -(p.y - r)});
     bounds_.push_back(ToLanes(TightBounds(*shape)));
     shapes_.push_back({p.x, p.y, r, shape});

@@ -35,7 +35,7 @@ class BroadPhase {
   };
   // Low bits: quadrants of enclosing nodes that hold the shape and come before this one; the fifth level has none left.
   static constexpr std::uint32_t kMaskBits = 0xffff;
-  // Set for every group but 0: two shapes meet when either has it.
+  // MeetsAll of its group: two shapes meet when either has it.
   static constexpr std::uint32_t kMeetsAll = 0x10000;
 
   struct Quadrant {

@@ -12,11 +12,11 @@ namespace GalePhysics {
 
 enum class ColliderType : std::int32_t { kBox = 0, kSphere = 1, kAssemblage = 2 };
 
-/// Groups go from 0 to this; colliders of group 0 never meet each other, every other combination does.
+/// Groups go from 0 to this; one beyond it counts as the last.
 inline constexpr std::uint32_t kMaxCollisionGroup = 14;
 
-/// Whether two groups meet; a group beyond the table counts as the last one.
-constexpr bool GroupsMeet(std::uint32_t a, std::uint32_t b) { return a != 0 || b != 0; }
+/// Whether colliders of a group meet every other one. Those of group 0 meet only those of other groups.
+constexpr bool MeetsAll(std::uint32_t group) { return group != 0; }
 
 class Collider : public Component {
  public:

@@ -28,7 +28,4 @@ struct Contact {
   GameObject* secondOwner = nullptr;
 };
 
-/// Two owners of which at least one is a ghost.
-using OverlapPair = std::pair<GameObject*, GameObject*>;
-
 }  // namespace GalePhysics

@@ -17,7 +17,7 @@ class GravityGenerator final : public ForceGenerator {
   void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "gravity"; }
 
-  Vec3 gravity = {0.0f, -1.0f, 0.0f};  ///< world units per second squared
+  Vec3 gravity = {0.0f, -1.0f, 0.0f};  ///< world units per body second squared
 };
 
 }  // namespace GalePhysics

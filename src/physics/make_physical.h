@@ -13,11 +13,11 @@ struct PhysicalDefinition {
   Vec3 size = {1.0f, 1.0f, 0.0f};  ///< box: full edges in x and y; sphere: radius in x. Becomes the graphics scale too
   Vec3 position = {};
   float angle = 0.0f;      ///< radians about z
-  Vec3 velocity = {};      ///< units per second
-  Vec3 acceleration = {};  ///< units per second squared
+  Vec3 velocity = {};      ///< units per body second
+  Vec3 acceleration = {};  ///< units per body second squared
   float mass = 1.0f;       ///< 0: immovable
   bool rotationLocked = false;
-  Vec3 angularVelocity = {};  ///< radians per second
+  Vec3 angularVelocity = {};  ///< radians per body second
   float restitution = 1.0f;   ///< of the collider
 };
 

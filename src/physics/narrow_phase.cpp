@@ -37,7 +37,7 @@ void Report(const Collider& first, const Collider& second, const Touch& touch, F
 // An overlap with a ghost is reported as such and makes no contact.
 bool ReportGhost(const Collider& first, const Collider& second, Findings& findings) {
   if (!first.ghost && !second.ghost) return false;
-  findings.overlaps.emplace_back(first.owner, second.owner);
+  findings.overlaps.push_back({first.owner, second.owner});
   return true;
 }
 

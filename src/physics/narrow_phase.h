@@ -12,7 +12,7 @@ namespace GalePhysics {
 /// What one detection pass found, in the order of finding.
 struct Findings {
   std::vector<Contact> contacts;
-  std::vector<OverlapPair> overlaps;
+  std::vector<CollisionPair> overlaps;
 
   std::size_t Size() const { return contacts.size() + overlaps.size(); }
 };

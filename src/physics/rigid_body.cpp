@@ -102,9 +102,8 @@ void RigidBody::Serialize(Serializer& writer) {
   writer.WriteVec3(velocity);
   writer.WriteVec3(acceleration);
   writer.WriteVec3(forceTotal);
-  writer.WriteFloat("inverseMass", inverseMass);
-  // While slow motion runs the damping is only lent to it: the file gets the body's own.
-  writer.WriteFloat("damping", storedDamping != 0.0f ? storedDamping : damping);
+  writer.WriteFloat("inverseMass", OwnInverseMass());
+  writer.WriteFloat("damping", OwnDamping());
   writer.WriteVec3(angularVelocity);
   writer.WriteVec3(torqueTotal);
   writer.WriteMatrix33(inverseInertia_);

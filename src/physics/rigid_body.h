@@ -37,7 +37,7 @@ class RigidBody final : public PointMass {
   const Matrix33& GetInverseInertia() const { return inverseInertia_; }
   void SetInverseInertia(const Matrix33& tensor);
 
-  Vec3 angularVelocity;                           ///< radians per second about each axis
+  Vec3 angularVelocity;                           ///< radians per body second about each axis
   Vec3 torqueTotal;                               ///< emptied by every integration
   bool rotationLocked = false;                    ///< a locked body never turns
   std::vector<ForceGenerator*> generators;        ///< applied each sub-step in this order; not owned

@@ -58,18 +58,18 @@ void DeliverAndResolve(const Contact& contact) {
   // A callback that replaced a body would leave the rest of this step's contacts dangling.
   assert(contact.first == nullptr || contact.firstOwner->Get<RigidBody>() == contact.first);
   assert(contact.second == nullptr || contact.secondOwner->Get<RigidBody>() == contact.second);
-  const float total = (contact.first == nullptr ? 0.0f : contact.first->inverseMass) +
-                      (contact.second == nullptr ? 0.0f : contact.second->inverseMass);
-  if (!(total > 0.0f)) return;
-  ResolveVelocity(contact, total);
-  ResolveInterpenetration(contact, total);
+  const float totalInverseMass = (contact.first == nullptr ? 0.0f : contact.first->inverseMass) +
+                                 (contact.second == nullptr ? 0.0f : contact.second->inverseMass);
+  if (!(totalInverseMass > 0.0f)) return;
+  ResolveVelocity(contact, totalInverseMass);
+  ResolveInterpenetration(contact, totalInverseMass);
 }
 
-void Deliver(const OverlapPair& pair) {
+void Deliver(const CollisionPair& pair) {
   World& world = GetWorld();
-  if (world.observer != nullptr) world.observer->OnOverlap(world.subStep, pair);
-  pair.first->OnCollision({pair.first, pair.second});
-  pair.second->OnCollision({pair.second, pair.first});
+  if (world.observer != nullptr) world.observer->OnCollision(world.subStep, pair);
+  pair.self->OnCollision(pair);
+  pair.other->OnCollision({pair.other, pair.self});
 }
 
 Vec3 PlaceOf(const RigidBody& body) { return body.owner->GetTransform().position; }
@@ -89,7 +89,7 @@ void StepPhysics() {
     if (world.observer != nullptr) world.observer->OnContact(world.subStep, contact);
     DeliverAndResolve(contact);
   }
-  for (std::size_t i = 0; i < world.findings.overlaps.size(); ++i) Deliver(OverlapPair(world.findings.overlaps[i]));
+  for (std::size_t i = 0; i < world.findings.overlaps.size(); ++i) Deliver(CollisionPair(world.findings.overlaps[i]));
   RefreshTransforms();
 }
 
@@ -99,8 +99,8 @@ void DetectOverlapsOnly() {
   world.findings.contacts.clear();
   const auto hasMouse = [](const GameObject& object) { return object.GetComponent(Kind::kMouseComponent) != nullptr; };
   for (std::size_t i = 0; i < world.findings.overlaps.size(); ++i) {
-    const OverlapPair pair = world.findings.overlaps[i];
-    if (hasMouse(*pair.first) || hasMouse(*pair.second)) Deliver(pair);
+    const CollisionPair pair = world.findings.overlaps[i];
+    if (hasMouse(*pair.self) || hasMouse(*pair.other)) Deliver(pair);
   }
 }
 
@@ -116,10 +116,10 @@ float SeparatingVelocity(const Contact& contact) {
   return Dot(v, contact.normal);
 }
 
-void ResolveVelocity(const Contact& contact, float total) {
+void ResolveVelocity(const Contact& contact, float totalInverseMass) {
   const float separating = SeparatingVelocity(contact);
   if (separating >= 0.0f) return;
-  const Vec3 impulse = contact.normal * ((-contact.restitution * separating - separating) / total);
+  const Vec3 impulse = contact.normal * ((-contact.restitution * separating - separating) / totalInverseMass);
   const Vec3 turning = impulse * kAngularShare;
   if (RigidBody* body = contact.first) {
     body->velocity += impulse * body->inverseMass;
@@ -133,9 +133,9 @@ void ResolveVelocity(const Contact& contact, float total) {
   }
 }
 
-void ResolveInterpenetration(const Contact& contact, float total) {
+void ResolveInterpenetration(const Contact& contact, float totalInverseMass) {
   if (!(contact.penetration > 0.0f)) return;
-  const Vec3 way = contact.normal * (contact.penetration / total);
+  const Vec3 way = contact.normal * (contact.penetration / totalInverseMass);
   if (!IsFinite(way)) return;  // masses or radii at the rim of the numbers
   if (contact.first != nullptr) contact.first->owner->GetTransform().position += way * contact.first->inverseMass;
   if (contact.second != nullptr) contact.second->owner->GetTransform().position -= way * contact.second->inverseMass;

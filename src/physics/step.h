@@ -2,6 +2,7 @@
 // the cursor while the game is paused. Not to be called from inside its own callbacks. Main thread only.
 #pragma once
 
+#include "core/component.h"
 #include "physics/contact.h"
 
 namespace GalePhysics {
@@ -13,13 +14,13 @@ void StepPhysics();
 /// Finds overlaps and tells both sides of those in which one has a MouseComponent.
 void DetectOverlapsOnly();
 
-/// Relative velocity at the contact along its normal, units per second; negative when the bodies approach.
+/// Relative velocity at the contact along its normal, units per body second; negative when the bodies approach.
 float SeparatingVelocity(const Contact& contact);
 /// Newton's law of restitution as one impulse, with an eighth of it turning the bodies; nothing when they separate.
-/// `total`: sum of both inverse masses, above 0.
-void ResolveVelocity(const Contact& contact, float total);
+/// `totalInverseMass`: sum of both inverse masses, above 0.
+void ResolveVelocity(const Contact& contact, float totalInverseMass);
 /// Moves the bodies apart along the normal, in proportion to their inverse masses.
-void ResolveInterpenetration(const Contact& contact, float total);
+void ResolveInterpenetration(const Contact& contact, float totalInverseMass);
 
 /// Watches the physics, for whoever records a run.
 class StepObserver {
@@ -28,7 +29,7 @@ class StepObserver {
   /// Each contact just before anybody else hears of it. `subStep` counts from 0 within the frame.
   virtual void OnContact(int subStep, const Contact& contact) = 0;
   /// Each overlap just before it is delivered; subStep 0 in paused frames.
-  virtual void OnOverlap(int subStep, const OverlapPair& pair) = 0;
+  virtual void OnCollision(int subStep, const CollisionPair& pair) = 0;
 };
 
 /// The observer from now on; not owned, null for none.

@@ -28,7 +28,7 @@ class WobblyPuller final : public ForceGenerator {
   std::uint32_t targetId;
   float forwardPower;    ///< acceleration per unit of distance
   float sidewaysPower;   ///< acceleration
-  float sidewaysPeriod;  ///< seconds
+  float sidewaysPeriod;  ///< game seconds
   float lastWobbleTime;  ///< game time of the last flip, seconds
   bool wobbleBackwards = false;
 };

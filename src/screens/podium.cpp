@@ -10,7 +10,7 @@
 #include "graphics/sprite_text.h"
 #include "match/episode/new_game.h"
 #include "match/players.h"
-#include "match/score/scoring.h"
+#include "match/score/ranking.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
 #include "input/input.h"
-#include "match/score/scoring.h"
+#include "match/score/score_displays.h"
 #include "screens/menus.h"
 #include "screens/podium.h"
 #include "screens/screen_input.h"

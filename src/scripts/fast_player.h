@@ -6,7 +6,7 @@
 #include "physics/contact.h"
 #include "physics/rigid_body.h"
 
-inline constexpr float kFastPlayerSpeed = 2.0f;  ///< world units per second
+inline constexpr float kFastPlayerSpeed = 2.0f;  ///< world units per body second
 
 inline bool IsFastPlayer(const GalePhysics::RigidBody* body) {
   return body != nullptr && IsPlayerName(body->owner->name) && Length(body->velocity) > kFastPlayerSpeed;

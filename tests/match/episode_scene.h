@@ -16,7 +16,7 @@
 #include "folders.h"
 #include "graphics/sprite.h"
 #include "match/episode/new_game.h"
-#include "match/score/scoring.h"
+#include "match/score/point_bubble.h"
 #include "physics/sphere_collider.h"
 #include "scripted_scene.h"
 

@@ -1,8 +1,10 @@
-#include "match/score/scoring.h"
 
 #include "episode_scene.h"
 #include "graphics/sprite_text.h"
 #include "match/score/give_points.h"
+#include "match/score/point_earner.h"
+#include "match/score/ranking.h"
+#include "match/score/score_displays.h"
 #include "physics/generator_host.h"
 #include "physics/wobbly_puller.h"
 #include "scripts/props/death_timer.h"

@@ -9,7 +9,6 @@
 #include "physics/step.h"
 
 using GalePhysics::Contact;
-using GalePhysics::OverlapPair;
 using GalePhysics::PrimitiveAssemblage;
 using GalePhysics::RigidBody;
 
@@ -27,9 +26,9 @@ struct StepFindings final : GalePhysics::StepObserver {
     GalePhysics::SetStepObserver(nullptr);
   }
   void OnContact(int /*subStep*/, const Contact& contact) override { contacts.push_back(contact); }
-  void OnOverlap(int /*subStep*/, const OverlapPair& pair) override { overlaps.push_back(pair); }
+  void OnCollision(int /*subStep*/, const CollisionPair& pair) override { overlaps.push_back(pair); }
   std::vector<Contact> contacts;
-  std::vector<OverlapPair> overlaps;
+  std::vector<CollisionPair> overlaps;
 };
 
 void ExpectNear(const Vec3& got, const Vec3& expected) {
@@ -122,7 +121,7 @@ TEST_F(ContactTest, GroupsAndGhostsDecideWhatIsFound) {
     auto& sphere = world.AddSphere("a", {5.0f, 0.0f, 0.0f}, a);
     auto& box = world.AddBox("b", {6.2f, 0.0f, 0.0f}, b);
     const StepFindings found(world);
-    for (const OverlapPair& pair : found.overlaps) EXPECT_EQ(pair, OverlapPair(&sphere, &box));
+    for (const CollisionPair& pair : found.overlaps) EXPECT_EQ(pair, (CollisionPair{&sphere, &box}));
     return std::pair(found.contacts.size(), found.overlaps.size());
   };
   using Found = std::pair<std::size_t, std::size_t>;

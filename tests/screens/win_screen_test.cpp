@@ -1,7 +1,8 @@
 #include "core/event.h"
 #include "core/script_box.h"
 #include "graphics/sprite_text.h"
-#include "match/score/scoring.h"
+#include "match/score/score_displays.h"
+#include "match/score/sent_points.h"
 #include "screens/screen_scene.h"
 
 namespace {

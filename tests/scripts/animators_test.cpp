@@ -3,7 +3,9 @@
 #include "core/random.h"
 #include "match/episode_scene.h"
 #include "scripts/animators/fish_animator.h"
-#include "scripts/animators/lerp_animators.h"
+#include "scripts/animators/lerp_opacity_animator.h"
+#include "scripts/animators/lerp_size_animator.h"
+#include "scripts/animators/lerp_vec_animator.h"
 #include "scripts/animators/rainbow_fish.h"
 #include "scripts/animators/shadow_growth.h"
 

@@ -1,4 +1,7 @@
 #include "tools/simulate/simulate.h"
+#include "match/score/point_earner.h"
+#include "match/score/score_displays.h"
+#include "match/score/sent_points.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +13,6 @@
 #include "core/script_box.h"
 #include "editor/editor.h"
 #include "match/episode_scene.h"
-#include "match/score/scoring.h"
 #include "physics/generator_host.h"
 #include "physics/spring.h"
 #include "test_world.h"

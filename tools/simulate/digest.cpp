@@ -1,4 +1,5 @@
 #include "tools/simulate/digest.h"
+#include "match/score/ranking.h"
 
 #include <string>
 #include <string_view>
@@ -18,7 +19,6 @@
 #include "match/episode/segment_manager.h"
 #include "match/match_controller.h"
 #include "match/rules/objective_manager.h"
-#include "match/score/scoring.h"
 #include "match/whale/barnacle_logic.h"
 #include "match/whale/boss_health.h"
 #include "match/whale/pirate_pathing.h"
@@ -109,7 +109,7 @@ const T* FindIn(const ScriptBox& scripts, const char* name) {
 
 void AddWhaleCourse(Hash& hash, const WhaleCourse& course) {
   for (const float f : {course.pause, course.timer, course.stopX, course.cruiseSpeed}) hash.AddValue(f);
-  for (const int i : {course.sweepState, course.taken}) hash.AddValue(i);
+  for (const int i : {static_cast<int>(course.sweepState), course.taken}) hash.AddValue(i);
   hash.AddValue(course.patterns);
   hash.AddValue(course.rightward);
   hash.AddValue(course.sweeping);

@@ -1,4 +1,6 @@
 #include "tools/simulate/match_recorder.h"
+#include "match/score/point_bubble.h"
+#include "match/score/ranking.h"
 
 #include <algorithm>
 

@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "core/run_log.h"
-#include "match/score/scoring.h"
+#include "match/players.h"
+#include "match/score/ranking.h"
 
 class MatchRecorder final : public RunLogListener {
  public:

@@ -36,8 +36,7 @@
 namespace {
 
 constexpr double kFrameSeconds = 1.0 / 60.0;
-constexpr int kMostFrames = 200000;       // of a match that does not end
-constexpr std::uint32_t kFirstSeed = 10;  // as the game's window start leaves it
+constexpr int kMostFrames = 200000;  // of a match that does not end
 
 struct FileCloser {
   void operator()(std::FILE* file) const {

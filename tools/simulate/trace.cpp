@@ -60,8 +60,8 @@ void Trace::OnContact(int subStep, const GalePhysics::Contact& contact) {
   EndLine(out_);
 }
 
-void Trace::OnOverlap(int subStep, const GalePhysics::OverlapPair& pair) {
-  std::fprintf(out_, "overlap %d %d %u %u", frame_, subStep, pair.first->id, pair.second->id);
+void Trace::OnCollision(int subStep, const CollisionPair& pair) {
+  std::fprintf(out_, "overlap %d %d %u %u", frame_, subStep, pair.self->id, pair.other->id);
   EndLine(out_);
 }
 

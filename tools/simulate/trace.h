@@ -21,7 +21,7 @@ class Trace final : public GalePhysics::StepObserver, public RunLogListener {
   void EndFrame();
 
   void OnContact(int subStep, const GalePhysics::Contact& contact) override;
-  void OnOverlap(int subStep, const GalePhysics::OverlapPair& pair) override;
+  void OnCollision(int subStep, const CollisionPair& pair) override;
   void OnEvent(std::string_view text) override;
 
  private:

@@ -14,9 +14,9 @@
 
 namespace {
 
-constexpr float kBlinkTime = 5.0f;           // seconds at the end of a chunk
-constexpr float kBlinkInterval = 0.5f;       // seconds
-constexpr float kFastMusicTime = 15.0f;      // seconds before the end of the match
+constexpr float kBlinkTime = 5.0f;           // game seconds at the end of a chunk
+constexpr float kBlinkInterval = 0.5f;       // game seconds
+constexpr float kFastMusicTime = 15.0f;      // game seconds before the end of the match
 constexpr float kFirstAngle = -0.34906587f;  // radians: the picture's wedge points 40 degrees left of 12 o'clock
 constexpr float kTurn = 2.0f * kPi;
 constexpr float kPieSize = 2.0f;  // world units
@@ -38,11 +38,12 @@ void GameTimer::Update(float step) {
   if (!owner->alive) return;
   if (Input::IsKeyDown("ralt") && Input::IsKeyDown("rshift") && Input::IsLetterTriggered('e')) chunksLeft_ = -1;
   if (chunksLeft_ < 0) {
-    EndMatch();
+    ShowWinScreen();
     return;
   }
   if (!built_) Build();
-  if (!built_) return;
+  // A stage that has lost its episode, in the editor, is no match: it goes on without end.
+  if (!built_ || FindSegmentManager() == nullptr) return;
   chunkTimer_ += step;
   remainingTime_ -= step;
   if (chunkTimer_ >= chunkDuration_ - kBlinkTime) Blink(step);
@@ -73,7 +74,7 @@ void GameTimer::Build() {
   ColourChunk(0, kLast);
 }
 
-void GameTimer::EndMatch() {
+void GameTimer::ShowWinScreen() {
   GameObject& screen = *Objects().GetObject(Objects().CreateObject());
   screen.Insert(std::make_unique<ScriptBox>()).AddScript("wsl");
   owner->alive = false;

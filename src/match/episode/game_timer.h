@@ -21,17 +21,17 @@ class GameTimer final : public Script {
   static constexpr int kChunks = 9;
 
   void Build();
-  void EndMatch();
+  void ShowWinScreen();
   void Blink(float step);
   void FinishChunk();
   void SpeedUpMusic();
   void ColourChunk(int chunk, const Colour255& colour) const;
 
   std::array<std::uint32_t, kChunks> chunkIds_{};
-  float chunkTimer_ = 0.0f;     // seconds in the running chunk
-  float remainingTime_ = 0.0f;  // seconds
-  float blinkTimer_ = 0.0f;     // seconds since the last blink
-  float chunkDuration_ = 0.0f;  // seconds
+  float chunkTimer_ = 0.0f;     // game seconds in the running chunk
+  float remainingTime_ = 0.0f;  // game seconds
+  float blinkTimer_ = 0.0f;     // game seconds since the last blink
+  float chunkDuration_ = 0.0f;  // game seconds
   int chunksLeft_ = kChunks;    // index of the running chunk; below 0: the match is over
   bool built_ = false;
   bool fastMusicStarted_ = false;

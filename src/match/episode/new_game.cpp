@@ -13,7 +13,7 @@
 #include "match/player/create_player.h"
 #include "match/players.h"
 #include "match/score/hud.h"
-#include "match/score/scoring.h"
+#include "match/score/score_displays.h"
 #include "scripts/archetype.h"
 #include "scripts/hazards/broad_side.h"
 

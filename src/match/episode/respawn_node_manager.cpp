@@ -20,9 +20,9 @@ CollisionCheckScript& CheckOf(const GameObject& node) {
 void Shuffle(std::vector<GameObject*>& nodes) {
   if (nodes.size() < 2) return;
   for (int i = 0; i < kShuffles; ++i) {
-    const std::size_t first = static_cast<std::size_t>(Random()) % nodes.size();
+    const std::size_t first = RandomIndex(nodes.size());
     std::size_t second = first;
-    while (second == first) second = static_cast<std::size_t>(Random()) % nodes.size();
+    while (second == first) second = RandomIndex(nodes.size());
     std::swap(nodes[first], nodes[second]);
   }
 }

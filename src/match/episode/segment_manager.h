@@ -47,8 +47,8 @@ class SegmentManager final : public Script {
   std::vector<Segment> segments_;
   std::vector<std::uint32_t> pieceIds_;  // objects of the piece that was brought last
   int currentSegment_ = 0;
-  float elapsed_ = 0.0f;        // seconds in the running segment
-  float episodeLength_ = 0.0f;  // seconds
+  float elapsed_ = 0.0f;        // game seconds in the running segment
+  float episodeLength_ = 0.0f;  // game seconds
   bool active_ = true;
   int padCount_ = kPadsUnknown;  // gamepads at the first update
   bool padLost_ = false;

@@ -14,7 +14,9 @@
 #include "input/input.h"
 #include "match/match_controller.h"
 #include "match/player/force_events.h"
+#include "match/player/hit_effects.h"
 #include "match/players.h"
+#include "match/score/point_bubble.h"
 #include "physics/rigid_body.h"
 
 namespace {
@@ -23,18 +25,18 @@ constexpr float kAimThresholdSquared = 0.0625f;          // a stick tilted less 
 constexpr float kStartHalfAngle = -1.2217305898666382f;  // radians
 constexpr float kPictureAngle = 2.4434611797332764f;     // radians between a picture's travel and its top, 140 degrees
 constexpr float kHalfPi = kPi / 2.0f;
-constexpr float kKeySpeed = 3.0f;           // launch by key, units per second along each axis
-constexpr float kPilotSpeed = 8.0f;         // largest pilot launch along each axis
-constexpr float kPilotPause = 0.5f;         // seconds at least between two pilot launches
-constexpr float kHalfRandom = 16383.0f;     // Random() over it, less 1, is -1 to 1
-constexpr float kThirdOfRandom = 10922.0f;  // Random() over it is 0 to 3
+constexpr float kKeySpeed = 3.0f;     // launch by key, units per body second along each axis
+constexpr float kPilotSpeed = 8.0f;   // largest pilot launch along each axis
+constexpr float kPilotPause = 0.5f;   // seconds of game time at least between two pilot launches
+constexpr int kPilotPauseSpread = 3;  // game seconds more at most
+constexpr char kUnknownDisplay[] = "Errar";
 
 // Turns by an angle that is halved already.
 void TurnTo(GameObject& object, float halfAngle) {
   object.GetTransform().orientation = {std::cos(halfAngle), 0.0f, 0.0f, std::sin(halfAngle)};
 }
 
-float RandomSpeed() { return (static_cast<float>(Random()) / kHalfRandom - 1.0f) * kPilotSpeed; }
+float RandomSpeed() { return (RandomOver(kRandomMax / 2) - 1.0f) * kPilotSpeed; }
 
 bool IsPressed(char letter, const char* arrow) {
   return Input::IsLetterTriggered(letter) || Input::IsKeyTriggered(arrow);
@@ -67,29 +69,35 @@ void CharacterController::Update(float step) {
   if (!owner->alive || !IsPlayerIndex(controller_)) return;
   if (!initialised_) Initialize();
   const Gamepad& pad = Input::GetGamepad(controller_);
-  const bool wasCharging = charging_ && charge_;
   autoPlay_ = !pad.IsConnected() && (controller_ != 0 || IsDemoMode());
   ReadDeveloperKeys();
   ReadAim(pad);
   if (ignoreStuns_) stunned = false;
   if (stunned) {
-    charging_ = false;
-    DropCharge();
+    budgetRules_.charging = false;
+    chargeRules_.Drop();
     return;
   }
   TurnTo(*owner, (std::atan2(aim_.y, aim_.x) - kPictureAngle + kPi) * 0.5f);
   if (autoPlay_) {
-    if (wasCharging) {  // the pad was pulled while its player charged
-      charging_ = false;
-      DropCharge();
+    if (chargeRules_.charging) {  // the pad was pulled while its player charged
+      chargeRules_.Drop();
       Audio::StopCharge(controller_);
     }
     FlyByComputer(step);
     return;
   }
-  if (locked_) return;
+  if (budgetRules_.locked) return;
   if (keyboardEnabled_) FlyByKeyboard();
-  charge_ ? FlyByCharge(pad) : FlyByBudget(pad);
+  FlyByPad(pad);
+}
+
+void CharacterController::FlyByPad(const Gamepad& pad) {
+  const Flight flight = {*owner, currencyName_, controller_, aim_};
+  if (charge_)
+    chargeRules_.Fly(pad, flight);
+  else if (budgetRules_.Fly(pad, flight))
+    Launch(aim_);
 }
 
 void CharacterController::ReadDeveloperKeys() {
@@ -126,13 +134,13 @@ void CharacterController::FlyByComputer(float step) {
     const float x = RandomSpeed();
     const float y = RandomSpeed();
     Launch({x, y, 0.0f});
-    autoPlayTimer_ = static_cast<float>(Random()) / kThirdOfRandom + kPilotPause;
+    autoPlayTimer_ = RandomOver(kRandomMax / kPilotPauseSpread) + kPilotPause;
   }
   autoPlayTimer_ -= step;
 }
 
 void CharacterController::FlyByKeyboard() {
-  if (force_ != 0.0f) {
+  if (float& force = Force(); force != 0.0f) {
     Vec3 v;
     float angleSum = 0.0f;
     int count = 0;
@@ -146,56 +154,36 @@ void CharacterController::FlyByKeyboard() {
     if (Input::IsLetterTriggered('s') || Input::IsKeyDown("arrowkeydown")) push(0.0f, -kKeySpeed, 3.0f * kHalfPi);
     if (IsPressed('a', "arrowkeyleft")) push(-kKeySpeed, 0.0f, kPi);
     if (IsPressed('d', "arrowkeyright")) push(kKeySpeed, 0.0f, 0.0f);
-    if (!freeLaunch_ && Length(v) > force_) {
-      v = Normalised(v) * force_;
-      force_ = 0.0f;
+    if (!freeLaunch_ && Length(v) > force) {
+      v = Normalised(v) * force;
+      force = 0.0f;
     }
     if (count == 1 || angleSum != 0.0f) TurnTo(*owner, (angleSum / static_cast<float>(count) - kPictureAngle) * 0.5f);
     if (!(v == Vec3{})) Launch(v);
   }
-  if (Input::IsLetterTriggered('r')) RequestRefill();
-}
-
-void CharacterController::RequestRefill() {
-  SendEvent(currencyName_, Event(ForceEvents::kReset));
-  locked_ = true;
-}
-
-void CharacterController::FlyByBudget(const Gamepad& pad) {
-  if (!pad.IsTriggerHeld()) {
-    charging_ = true;
-    return;
-  }
-  if (!charging_) {
-    if (pad.IsButtonDown(Gamepad::kButtonA)) RequestRefill();
-    return;
-  }
-  const float length = Length(aim_);
-  if (length > force_) {
-    aim_ = Normalised(aim_) * force_;
-    force_ = 0.0f;
-  } else {
-    force_ -= length;
-  }
-  if (!(aim_ == Vec3{})) Launch(aim_);
-  charging_ = false;
+  if (!Input::IsLetterTriggered('r')) return;
+  // Under charge rules no gauge ever says that it is done, so nobody waits for it.
+  if (charge_)
+    SendEvent(currencyName_, Event(ForceEvents::kReset));
+  else
+    budgetRules_.RequestRefill(currencyName_);
 }
 
 void CharacterController::HandleEvent(const Event& event) {
   using namespace ForceEvents;
   if (event.name == kReturn) {
     const auto* answer = Payload<PlayerAmount>(event);
-    if (answer != nullptr && answer->player == controller_) force_ = answer->amount;
+    if (answer != nullptr && answer->player == controller_) Force() = answer->amount;
   } else if (event.name == kFinishedReset) {
     SendEvent(currencyName_, Event(kRequest, &controller_));
-    locked_ = false;
+    budgetRules_.locked = false;
   } else if (event.name == kFire) {
     const float* strength = Payload<float>(event);
     if (strength == nullptr) return;
     aim_ *= *strength;
     Launch(aim_);
   } else if (event.name == kCurrent) {
-    if (const float* amount = Payload<float>(event)) force_ = *amount;
+    if (const float* amount = Payload<float>(event)) Force() = *amount;
   }
 }
 
@@ -205,8 +193,15 @@ void CharacterController::OnCollision(const CollisionPair& pair) {
 
 void CharacterController::OnContact(const GalePhysics::Contact& contact) {
   ShowRipple(contact);
-  ShakeOnHardHit(contact);
+  ShakeOnHardHit(*owner, contact);
   if (Script* objectives = FindObjectives()) objectives->OnContact(contact);
+}
+
+void CharacterController::AddPoints(int points, const Vec3& origin) {
+  if (scoreName_ == kUnknownDisplay || points <= 0 || !IsPlayerIndex(controller_)) return;
+  if (Objects().GetObject(scoreObjectId_) == nullptr) return;
+  const Vec3& place = origin == Vec3{} ? owner->GetTransform().position : origin;
+  CreatePointBubbles(points, controller_, place, scoreObjectId_);
 }
 
 void CharacterController::Serialize(Serializer& writer) const {
@@ -223,4 +218,9 @@ void CharacterController::Deserialize(Serializer& reader) {
   autoPlay_ = reader.ReadBool();
   controller_ = reader.ReadInt();
   charge_ = reader.ReadBool();
+}
+
+CharacterController* FindController(const GameObject& object) {
+  const auto* scripts = object.Get<ScriptBox>();
+  return scripts == nullptr ? nullptr : static_cast<CharacterController*>(scripts->GetScript("CharacterController"));
 }

@@ -7,9 +7,12 @@
 
 #include "core/script.h"
 #include "input/gamepad.h"
+#include "match/player/budget_rules.h"
+#include "match/player/charge_rules.h"
+#include "match/score/point_earner.h"
 #include "physics/math/vec3.h"
 
-class CharacterController final : public Script {
+class CharacterController final : public Script, public PointEarner {
  public:
   CharacterController() = default;
   /// A player that charges. `playerIndex`: 0 to 3, also its gamepad.
@@ -24,11 +27,10 @@ class CharacterController final : public Script {
   void Deserialize(Serializer& reader) override;
   const char* GetName() const override { return "CharacterController"; }
 
-  /// Replaces the body's velocity (units per second); under budget rules the gauge is told. Nothing without a body.
+  /// Replaces the body's velocity (units per body second); under budget rules the gauge is told. Nothing without a
+  /// body.
   void Launch(const Vec3& velocity);
-  /// Awards points as bubbles that fly to the player's display: from `origin`, or from the player when it is the zero
-  /// vector. Nothing for less than 1 point or without a display.
-  void AddPoints(int points, const Vec3& origin);
+  void AddPoints(int points, const Vec3& origin) override;
 
   const std::string& GetScoreName() const { return scoreName_; }
   const std::string& GetCurrencyName() const { return currencyName_; }
@@ -40,24 +42,16 @@ class CharacterController final : public Script {
   void ReadAim(const Gamepad& pad);
   void FlyByComputer(float step);
   void FlyByKeyboard();
-  void FlyByCharge(const Gamepad& pad);
-  void BeginCharge();
-  void ShowCharge();
-  void ReleaseCharge();
-  void DropCharge();
-  void FlyByBudget(const Gamepad& pad);
-  void RequestRefill();
-  void ShowRipple(const GalePhysics::Contact& contact) const;
-  void ShakeOnHardHit(const GalePhysics::Contact& contact) const;
+  void FlyByPad(const Gamepad& pad);
+  /// What a launch may use up: the charge, or what is left of the budget.
+  float& Force() { return charge_ ? chargeRules_.force : budgetRules_.force; }
 
   std::string scoreName_ = "Errar";
   std::string currencyName_ = "Errar";
   std::uint32_t scoreObjectId_ = 0;
-  std::uint32_t chargeBarId_ = 0;  // 0: not shown
-  std::uint32_t chargeArrowId_ = 0;
-  bool charging_ = false;  // budget rules: the trigger was let go since the last launch
+  ChargeRules chargeRules_;
+  BudgetRules budgetRules_;
   bool autoPlay_ = true;
-  bool locked_ = false;      // until the gauge has refilled
   bool freeLaunch_ = false;  // developer toggle
   bool keyboardEnabled_ = false;
   bool charge_ = true;  // charge rules, else budget rules
@@ -65,7 +59,6 @@ class CharacterController final : public Script {
   bool ignoreStuns_ = false;    // developer toggle
   int controller_ = 0;          // player index
   float autoPlayTimer_ = 0.0f;  // seconds of game time to the pilot's next launch
-  float force_ = 10.0f;         // charge rules: the charge as last reported; budget rules: what is left
   Vec3 aim_ = {1.0f, 0.0f, 0.0f};
   Vec3 lastAim_ = {1.0f, 0.0f, 0.0f};  // the last one that was long enough to mean something
 };

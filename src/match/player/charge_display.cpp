@@ -1,16 +1,11 @@
-// The charge step of CharacterController, with the bar and arrow that show it.
-#include <algorithm>
-#include <cmath>
+#include "match/player/charge_display.h"
 
-#include "audio/audio.h"
-#include "audio/sound_ids.h"
+#include <algorithm>
+
 #include "core/object_manager.h"
-#include "core/script_box.h"
+#include "core/player_colours.h"
 #include "core/transform.h"
 #include "graphics/sprite.h"
-#include "match/player/character_controller.h"
-#include "match/player/force_events.h"
-#include "match/players.h"
 
 namespace {
 
@@ -39,54 +34,29 @@ void KillAndForget(std::uint32_t& id) {
 
 }  // namespace
 
-void CharacterController::FlyByCharge(const Gamepad& pad) {
-  if (pad.IsTriggerHeld()) {
-    if (!charging_) BeginCharge();
-    ShowCharge();
-    return;
-  }
-  if (charging_) ReleaseCharge();
-  charging_ = false;
+void ChargeDisplay::Show(int player) {
+  barId_ = MakeTinted("BlueBox.png", player);
+  arrowId_ = MakeTinted("bluetriangle.png", player);
 }
 
-void CharacterController::BeginCharge() {
-  Audio::StartCharge(controller_);
-  chargeBarId_ = MakeTinted("BlueBox.png", controller_);
-  chargeArrowId_ = MakeTinted("bluetriangle.png", controller_);
-  SendEvent(currencyName_, Event(ForceEvents::kStartCharge));
-  force_ = 0.0f;
-  charging_ = true;
-}
-
-void CharacterController::ShowCharge() {
-  const float angle = std::atan2(aim_.y, aim_.x);
-  aim_ = Normalised(aim_);
-  const Vec3 place = owner->GetTransform().position;
-  if (const GameObject* bar = Objects().GetObject(chargeBarId_)) {
+void ChargeDisplay::Place(const Vec3& place, const Vec3& direction, float angle, float charge) const {
+  if (const GameObject* bar = Objects().GetObject(barId_)) {
     Transform& transform = bar->GetTransform();
     transform.orientation = QuaternionFromZ(angle);
-    transform.position = place + aim_ * (0.5f * kBarLength * force_);
+    transform.position = place + direction * (0.5f * kBarLength * charge);
     transform.position.z -= kBarBehind;
-    transform.graphicsScale.x = kBarLength * force_;
+    transform.graphicsScale.x = kBarLength * charge;
     transform.graphicsScale.y = kBarWidth;
   }
-  if (const GameObject* arrow = Objects().GetObject(chargeArrowId_)) {
-    const float reach = kBarLength * force_ + kArrowGap;
+  if (const GameObject* arrow = Objects().GetObject(arrowId_)) {
+    const float reach = kBarLength * charge + kArrowGap;
     Transform& transform = arrow->GetTransform();
     transform.orientation = QuaternionFromZ(angle - kPi / 2.0f);
-    transform.position = {place.x + aim_.x * reach, place.y + aim_.y * reach, kArrowDepth};
+    transform.position = {place.x + direction.x * reach, place.y + direction.y * reach, kArrowDepth};
   }
 }
 
-// The launch goes along the stick as it is in this frame: the gauge's answer comes inside the call.
-void CharacterController::ReleaseCharge() {
-  Audio::StopCharge(controller_);
-  Audio::Play(Sound::kRelease, Audio::kOneShot);
-  DropCharge();
-  SendEvent(currencyName_, Event(ForceEvents::kLaunch));
-}
-
-void CharacterController::DropCharge() {
-  KillAndForget(chargeBarId_);
-  KillAndForget(chargeArrowId_);
+void ChargeDisplay::Remove() {
+  KillAndForget(barId_);
+  KillAndForget(arrowId_);
 }

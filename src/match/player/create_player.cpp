@@ -3,6 +3,7 @@
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/object_manager.h"
+#include "core/player_colours.h"
 #include "core/script_box.h"
 #include "graphics/basic_particle_emitter.h"
 #include "graphics/sprite.h"
@@ -31,7 +32,7 @@ GameObject& AddCoreObject(const std::string& name, const std::string& image) {
 // One bubble an update, just as large as the collider: at rest they lie on one another and make the octopus a clear
 // coloured bubble, in flight they draw a comet. All ranges are points, so no random number is drawn.
 std::unique_ptr<BasicParticleEmitter> MakeBubbles(int player) {
-  constexpr float kLife = 0.1f;  // seconds
+  constexpr float kLife = 0.1f;  // game seconds
   auto bubbles = std::make_unique<BasicParticleEmitter>();
   bubbles->textureName = "particlebubble.png";
   bubbles->maxParticles = 16;  // more than live at a time
@@ -66,6 +67,7 @@ void CreatePlayer(const PlayerDefinition& definition) {
   scripts.AddScript("VelocityCap");
   scripts.AddScript("ppa");
   scripts.AddScript(MakeBubbles(definition.index));
+  // Each player starts it, so that one made alone brings its music too; four starts in a frame are heard as one.
   Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
   Audio::SetMusicVolume(kMusicVolume);
 }

@@ -7,15 +7,14 @@
 #include "core/game_time.h"
 #include "core/run_log.h"
 #include "core/script_box.h"
+#include "core/transform.h"
 #include "match/player/character_controller.h"
 #include "physics/rigid_body.h"
 #include "scripts/archetype.h"
 #include "scripts/props/follow.h"
 
-void Dizzy::Initialize() { scripts_ = owner->Get<ScriptBox>(); }
-
-CharacterController* Dizzy::FindController() const {
-  return static_cast<CharacterController*>(scripts_->GetScript("CharacterController"));
+void Dizzy::TakeControl(bool taken) const {
+  if (CharacterController* controller = FindController(*owner)) controller->stunned = taken;
 }
 
 void Dizzy::Stun() {
@@ -23,7 +22,7 @@ void Dizzy::Stun() {
   LogEvent("stun %s", owner->name.c_str());
   stunStart_ = Time().elapsedTime;
   stunned_ = true;
-  if (CharacterController* controller = FindController()) controller->stunned = true;
+  TakeControl(true);
   Spin();
   ShowStars();
 }
@@ -37,13 +36,14 @@ void Dizzy::Spin() {
 // The stars end by themselves or with the player.
 void Dizzy::ShowStars() const {
   const GameObject* stars = CreateFromArchetype("stunstars");
-  ScriptBox* scripts = stars == nullptr ? nullptr : stars->Get<ScriptBox>();
-  if (scripts != nullptr) scripts->AddScript(std::make_unique<Follow>(owner->id, Vec3{}));
+  if (stars == nullptr) return;
+  stars->GetTransform().position = owner->GetTransform().position;
+  if (ScriptBox* scripts = stars->Get<ScriptBox>()) scripts->AddScript(std::make_unique<Follow>(owner->id, Vec3{}));
 }
 
 void Dizzy::Update(float /*step*/) {
   if (!stunned_ || !(Time().elapsedTime > stunStart_ + kDuration)) return;
-  if (CharacterController* controller = FindController()) controller->stunned = false;
+  TakeControl(false);
   stunned_ = false;
 }
 

@@ -3,17 +3,13 @@
 
 #include "core/script.h"
 
-class CharacterController;
-class ScriptBox;
-
 class Dizzy final : public Script {
  public:
-  static constexpr float kDuration = 1.0f;   ///< seconds of game time
-  static constexpr float kSpinSpeed = 6.0f;  ///< radians per second
+  static constexpr float kDuration = 1.0f;   ///< of a stun, seconds of game time
+  static constexpr float kSpinSpeed = 6.0f;  ///< radians per body second
 
   /// Gives control back when the time is over.
   void Update(float step) override;
-  void Initialize() override;
   void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "dizzy"; }
 
@@ -23,14 +19,13 @@ class Dizzy final : public Script {
   bool IsStunned() const { return stunned_; }
 
  private:
-  CharacterController* FindController() const;
+  void TakeControl(bool taken) const;
   void Spin();
   void ShowStars() const;
 
   static constexpr float kNever = -1337.0f;
 
-  ScriptBox* scripts_ = nullptr;  // the owner's, which holds this
-  float stunStart_ = kNever;      // game time
+  float stunStart_ = kNever;  // game time
   bool stunned_ = false;
   bool spinBack_ = false;
 };

@@ -1,5 +1,6 @@
 #include "match/player/force_currency.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/game_object.h"
@@ -14,6 +15,7 @@
 namespace {
 
 constexpr float kFramesPerSecond = 60.0f;
+constexpr float kFastestFill = 1e6f;  // units a frame; a gauge that shows more may leave the finite numbers
 constexpr char kUnknownTarget[] = "Errar";
 
 // A gauge from a file does not know its player: the one whose controller names this gauge is meant.
@@ -41,7 +43,7 @@ void ForceCurrency::Initialize() {
   startY_ = transform.position.y;
   startScaleY_ = transform.graphicsScale.y;
   const auto maximum = static_cast<float>(max_);
-  fillPerFrame_ = resetSpeed_ > 0.0f ? maximum / resetSpeed_ / kFramesPerSecond : maximum;
+  fillPerFrame_ = resetSpeed_ > 0.0f ? std::min(maximum / resetSpeed_ / kFramesPerSecond, kFastestFill) : maximum;
 }
 
 // After a new game has begun the old one's gauges live on to the end of the frame, and would speak to the new player.

@@ -1,4 +1,5 @@
-// What a hard hit does to the picture: the ripple and the shake of CharacterController.
+#include "match/player/hit_effects.h"
+
 #include <cmath>
 
 #include "audio/audio.h"
@@ -6,7 +7,6 @@
 #include "graphics/camera.h"
 #include "graphics/renderer.h"
 #include "graphics/screen_shake.h"
-#include "match/player/character_controller.h"
 #include "physics/rigid_body.h"
 #include "physics/step.h"
 #include "scripts/fast_player.h"
@@ -17,14 +17,14 @@ constexpr float kRippleSpeed = 5.0f;  // separating velocity from which a hit ma
 constexpr float kRipplePause = 2.0f;  // seconds of the ripple clock between two ripples
 constexpr float kRippleScale = 0.5f;  // takes the place of the usual halving into texture space
 constexpr float kPulsePitch = 1.0f;
-constexpr float kShakeSpeed = 2.0f;  // units per second of the player who hits
+constexpr float kShakeSpeed = 2.0f;  // units per body second of the player who hits
 constexpr float kShakeMagnitude = 0.1f;
 constexpr float kShakeDecay = 0.001f;
 constexpr float kShakeDuration = 0.02f;
 
 }  // namespace
 
-void CharacterController::ShowRipple(const GalePhysics::Contact& contact) const {
+void ShowRipple(const GalePhysics::Contact& contact) {
   if (!(std::abs(GalePhysics::SeparatingVelocity(contact)) > kRippleSpeed)) return;
   if (GetRenderer().GetWaveTime() < kRipplePause) return;
   const Camera* camera = GetMainCamera();
@@ -36,9 +36,9 @@ void CharacterController::ShowRipple(const GalePhysics::Contact& contact) const 
   GetRenderer().StartRipple({clip.x / clip.w + 0.5f, clip.y / clip.w + 0.5f, clip.z / clip.w});
 }
 
-void CharacterController::ShakeOnHardHit(const GalePhysics::Contact& contact) const {
+void ShakeOnHardHit(const GameObject& player, const GalePhysics::Contact& contact) {
   const GalePhysics::RigidBody* hitter = FirstPlayerBody(contact);
-  const auto* own = owner->Get<GalePhysics::RigidBody>();
+  const auto* own = player.Get<GalePhysics::RigidBody>();
   if (hitter == nullptr || own == nullptr || !(Length(hitter->velocity) > kShakeSpeed)) return;
   StartShake(own->velocity, kShakeMagnitude, kShakeDecay, kShakeDuration);
 }

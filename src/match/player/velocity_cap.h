@@ -5,7 +5,7 @@
 
 class VelocityCap final : public Script {
  public:
-  static constexpr float kTopSpeed = 13.0f;  ///< world units per second, after every update
+  static constexpr float kTopSpeed = 13.0f;  ///< world units per body second, after every update
 
   void Update(float step) override;
   void AddToTweakBar(FieldBar& bar) override;

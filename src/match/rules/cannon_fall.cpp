@@ -16,8 +16,6 @@ namespace {
 constexpr float kStartHeight = 20.0f;  // behind the camera
 constexpr float kGoneHeight = 25.0f;   // one that bounced off has left
 // Balls fall at x from -8 to 8 and y from -5.5 to 5.5.
-constexpr float kRandomX = 2047.9375f;
-constexpr float kRandomY = 2978.818f;
 constexpr float kHalfWidth = 8.0f;
 constexpr float kHalfHeight = 5.5f;
 constexpr float kShadowSize = 4.0f;        // that it would reach in 60 frames a second of the fall's time
@@ -25,10 +23,7 @@ constexpr float kFramesPerSecond = 60.0f;  // of real time
 constexpr float kBouncedShare = 0.5f;      // of the speed: a ball that falls slower has hit something
 
 // Evenly from -width/2 to width/2; no random number is drawn for 0.
-float Draw(float width) {
-  if (width == 0.0f) return 0.0f;
-  return static_cast<float>(Random()) / (static_cast<float>(kRandomMax) / width) - width / 2.0f;
-}
+float Draw(float width) { return width == 0.0f ? 0.0f : RandomAround(width / 2.0f); }
 
 // Negative: the picture grows mirrored, which never meets the growth's end.
 float ShadowGrowthFor(float fallSpeed) { return (kShadowSize / (kStartHeight / -fallSpeed)) / kFramesPerSecond; }
@@ -49,8 +44,8 @@ void CannonFall::Update(float step) {
 }
 
 void CannonFall::DropBall() {
-  const float x = static_cast<float>(Random()) / kRandomX - kHalfWidth;
-  const float y = static_cast<float>(Random()) / kRandomY - kHalfHeight;
+  const float x = RandomAround(kHalfWidth);
+  const float y = RandomAround(kHalfHeight);
   const float fallSpeed = speed_ + Draw(speedVariation_);
   GameObject* shadow = CreateFromArchetype("shadow");
   if (shadow != nullptr) {

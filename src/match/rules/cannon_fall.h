@@ -28,7 +28,7 @@ class CannonFall final : public Objective {
 
   float rate_ = 0.5f;             // balls a second of game time
   float rateVariation_ = 0.01f;   // width of the range around rate_, drawn anew in every frame
-  float speed_ = 1.5f;            // of the fall, units per second
+  float speed_ = 1.5f;            // of the fall, units per body second
   float speedVariation_ = 0.25f;  // width of the range around speed_, drawn for each ball
   float spawnAccumulator_ = 0.0f;
   std::vector<Shot> shots_;

@@ -6,11 +6,12 @@
 #include "audio/sound_ids.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
+#include "core/player_colours.h"
 #include "core/player_name.h"
 #include "core/random.h"
 #include "core/transform.h"
 #include "graphics/sprite_colour.h"
-#include "match/score/scoring.h"
+#include "match/score/point_earner.h"
 #include "physics/contact.h"
 #include "physics/generator_host.h"
 #include "physics/rigid_body.h"
@@ -25,8 +26,6 @@ constexpr int kFirstRings = 20;
 constexpr int kMoreRings = 2;
 constexpr float kPause = 1.0f;  // seconds of game time between two pays and new rings
 // Rings lie at x from -12 to 12 and y from -7 to 7.
-constexpr float kRandomX = 1365.2916f;
-constexpr float kRandomY = 2340.5f;
 constexpr float kHalfWidth = 12.0f;
 constexpr float kHalfHeight = 7.0f;
 // With a ring of mass 1 and damping 0.98 the chain lags 0.7 units at a speed of 10, and swings out in a few turns.
@@ -45,8 +44,8 @@ void KillRing(std::uint32_t id) {
 }
 
 void PlaceRing(std::vector<std::uint32_t>& rings) {
-  const float y = static_cast<float>(Random()) / kRandomY - kHalfHeight;
-  const float x = static_cast<float>(Random()) / kRandomX - kHalfWidth;
+  const float y = RandomAround(kHalfHeight);
+  const float x = RandomAround(kHalfWidth);
   GameObject* ring = CreateFromArchetype(kFreeRing);
   if (ring == nullptr) return;
   ring->GetTransform().position = {x, y, 0.0f};

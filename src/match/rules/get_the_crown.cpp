@@ -5,7 +5,8 @@
 #include "core/object_manager.h"
 #include "core/transform.h"
 #include "match/players.h"
-#include "match/score/scoring.h"
+#include "match/score/point_earner.h"
+#include "match/score/ranking.h"
 #include "scripts/archetype.h"
 #include "scripts/fast_player.h"
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "core/player_name.h"
 #include "match/rules/objective.h"
 
 class GetTheCrown final : public Objective {
@@ -17,8 +18,6 @@ class GetTheCrown final : public Objective {
   void OnContact(const GalePhysics::Contact& contact) override;
 
  private:
-  static constexpr int kNobody = -1337;
-
   void PlaceCrown() const;
 
   std::uint32_t crownId_ = 0;

@@ -2,11 +2,12 @@
 
 #include "core/game_time.h"
 #include "core/object_manager.h"
+#include "core/player_colours.h"
 #include "core/transform.h"
 #include "graphics/sprite_colour.h"
 #include "match/player/dizzy.h"
 #include "match/players.h"
-#include "match/score/scoring.h"
+#include "match/score/point_earner.h"
 #include "physics/sphere_collider.h"
 #include "scripts/fast_player.h"
 
@@ -18,7 +19,7 @@ constexpr Vec3 kPlace = {0.0f, 0.0f, -0.1f};
 constexpr Vec3 kSize = {4.5f, 4.5f, 0.0f};  // of the picture
 constexpr float kAwardPause = 0.5f;         // seconds of game time
 constexpr int kAward = 1;
-constexpr float kRammingSpeed = 3.0f;  // of both players together, units per second
+constexpr float kRammingSpeed = 3.0f;  // of both players together, units per body second
 constexpr Colour255 kEmpty = {255.0f, 255.0f, 255.0f, 0.25f * kFullColour};
 constexpr float kOccupiedOpacity = 0.75f * kFullColour;
 
@@ -30,7 +31,7 @@ void Tint(const GameObject* hill, const Colour255& colour) {
 
 // The hill comes after the slow motion has started: nothing on it needs its damping kept.
 void KingOfTheHill::Begin() {
-  occupant_ = kNobody;
+  occupant_ = kNotAPlayer;
   lastAward_ = Time().elapsedTime;
   Objective::Begin();
   hillId_ = Objects().CreateObject();
@@ -47,7 +48,7 @@ GameObject* KingOfTheHill::FindHill() const { return Objects().GetObject(hillId_
 void KingOfTheHill::OnCollision(const CollisionPair& pair) {
   const int player = PlayerIndexFromName(pair.self->name);
   if (player < 0 || player == occupant_ || pair.other->name != kHillName) return;
-  if (occupant_ != kNobody) {  // a second one
+  if (occupant_ != kNotAPlayer) {  // a second one
     lastAward_ = Time().elapsedTime;
     ShowEmpty();
   }
@@ -55,15 +56,15 @@ void KingOfTheHill::OnCollision(const CollisionPair& pair) {
 }
 
 void KingOfTheHill::Update(float /*step*/) {
-  if (occupant_ == kNobody) {
+  if (occupant_ == kNotAPlayer) {
     ShowEmpty();
-    king_ = kNoKing;
+    king_ = kNobody;
     return;
   }
   PayOccupant();
   ShowOccupant();
   king_ = occupant_;
-  occupant_ = kNobody;
+  occupant_ = kNotAPlayer;
 }
 
 void KingOfTheHill::PayOccupant() {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/player_name.h"
 #include "match/rules/objective.h"
 
 class GameObject;
@@ -20,16 +21,13 @@ class KingOfTheHill final : public Objective {
   void OnContact(const GalePhysics::Contact& contact) override;
 
  private:
-  static constexpr int kNobody = -1;
-  static constexpr int kNoKing = -1337;
-
   GameObject* FindHill() const;
   void PayOccupant();
   void ShowEmpty() const;
   void ShowOccupant() const;
 
   std::uint32_t hillId_ = 0;
-  float lastAward_ = 0.0f;  // game time; an empty hill lets it grow old, so that the first touch pays at once
-  int occupant_ = kNobody;  // player index, claimed anew in every frame
-  int king_ = kNoKing;      // the occupant of the last Update, whose colour the hill shows
+  float lastAward_ = 0.0f;      // game time; an empty hill lets it grow old, so that the first touch pays at once
+  int occupant_ = kNotAPlayer;  // player index, claimed anew in every frame
+  int king_ = kNobody;          // the occupant of the last Update, whose colour the hill shows
 };

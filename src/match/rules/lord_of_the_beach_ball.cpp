@@ -10,7 +10,8 @@
 #include "core/transform.h"
 #include "graphics/sprite.h"
 #include "match/players.h"
-#include "match/score/scoring.h"
+#include "match/score/point_earner.h"
+#include "match/score/ranking.h"
 #include "scripts/archetype.h"
 #include "scripts/fast_player.h"
 

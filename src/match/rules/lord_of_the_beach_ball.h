@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "core/player_name.h"
 #include "match/rules/objective.h"
 
 class GameObject;
@@ -18,8 +19,6 @@ class LordOfTheBeachBall final : public Objective {
   void OnContact(const GalePhysics::Contact& contact) override;
 
  private:
-  static constexpr int kNobody = -1337;
-
   GameObject* FindBall() const;
   void SetOwner(int player);
 

@@ -2,13 +2,13 @@
 
 #include "core/game_object.h"
 #include "core/object_manager.h"
-#include "core/print.h"
 #include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "graphics/sprite_text.h"
 #include "physics/slow_motion.h"
-#include "scripts/animators/lerp_animators.h"
+#include "scripts/animators/lerp_size_animator.h"
+#include "scripts/animators/lerp_vec_animator.h"
 
 namespace {
 
@@ -52,16 +52,3 @@ void Objective::End() {
 }
 
 void Objective::WriteType(Serializer& writer) const { writer.WriteString("Objective", typeName); }
-
-void NullObjective::Serialize(Serializer& writer) const {
-  WriteType(writer);
-  writer.WriteInt("Runtime", runtime);
-}
-
-void NullObjective::Deserialize(Serializer& reader) {
-  runtime = reader.ReadInt();
-  if (runtime >= 0) return;
-  // The section after it would be short of the time that this one gives back.
-  Print("%s: Runtime %d, taken as 0\n", reader.Where().c_str(), runtime);
-  runtime = 0;
-}

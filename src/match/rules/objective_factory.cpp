@@ -6,6 +6,7 @@
 #include "match/rules/hit_objects.h"
 #include "match/rules/king_of_the_hill.h"
 #include "match/rules/lord_of_the_beach_ball.h"
+#include "match/rules/null_objective.h"
 #include "match/rules/octo_miners.h"
 #include "match/rules/whale_boss.h"
 

@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr float kFirstSection = 10.0f;    // seconds, whatever the first rule says
-constexpr float kCountdownTime = 3.0f;    // seconds before the end of a section
+constexpr float kFirstSection = 10.0f;    // game seconds, whatever the first rule says
+constexpr float kCountdownTime = 3.0f;    // game seconds before the end of a section
 constexpr float kDigitsPerSecond = 2.0f;  // of game time, which is about one a second of real time
 constexpr float kDigitScale = 0.06f;      // world units a pixel of a fresh digit, which then shrinks to nothing
 constexpr float kHiddenScale = 0.02f;

@@ -48,7 +48,7 @@ class ObjectiveManager final : public Script {
 
   float episodeLength_ = 0.0f;  // seconds of all segments
   float sectionTime_ = 0.0f;    // seconds of the running section
-  float elapsed_ = 0.0f;        // seconds in it
+  float elapsed_ = 0.0f;        // game seconds in it
   std::uint32_t countdownId_;
   Objective* currentObjective_ = nullptr;
   std::vector<std::unique_ptr<Objective>> objectives_;

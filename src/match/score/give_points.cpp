@@ -13,20 +13,20 @@
 #include "core/print.h"
 #include "core/random.h"
 #include "core/serializer.h"
-#include "match/player/character_controller.h"
+#include "match/score/point_earner.h"
 #include "physics/collider.h"
 #include "physics/rigid_body.h"
 #include "scripts/fast_player.h"
 
 namespace {
 
-constexpr float kExitSpeed = 10.0f;  // units per second
-constexpr float kExitSpin = 10.0f;   // radians per second
-constexpr float kExitTime = 3.0f;    // seconds from breaking to removal
+constexpr float kExitSpeed = 10.0f;  // units per body second
+constexpr float kExitSpin = 10.0f;   // radians per body second
+constexpr float kExitTime = 3.0f;    // game seconds from breaking to removal
 constexpr float kAtRestSquared = 0.00001f;
 
 Vec3 RandomDirection() {
-  const float degrees = static_cast<float>(Random()) / (static_cast<float>(kRandomMax) / 360.0f);
+  const float degrees = RandomUpTo(360.0f);
   const float angle = degrees * kPi / 180.0f;
   return {std::cos(angle), std::sin(angle), 0.0f};
 }
@@ -45,8 +45,7 @@ void GivePoints::OnContact(const GalePhysics::Contact& contact) {
   if (broken_ || !owner->alive || !IsFirstPlayerFast(contact)) return;
   TakeHit();
   if (!IsPlayerName(contact.secondOwner->name)) return;
-  if (CharacterController* player = FindController(*contact.secondOwner))
-    player->AddPoints(chest ? 1 : pointsGiven, {});
+  if (PointEarner* player = FindPointEarner(*contact.secondOwner)) player->AddPoints(chest ? 1 : pointsGiven, {});
 }
 
 void GivePoints::TakeHit() {

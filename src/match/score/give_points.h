@@ -2,8 +2,9 @@
 #pragma once
 
 #include "core/component.h"
+#include "scripts/breakable.h"
 
-class GivePoints final : public Component {
+class GivePoints final : public Component, public Breakable {
  public:
   static constexpr Kind kKind = Kind::kGivePoints;
   static constexpr int kMostPoints = 100;  ///< of one hit: each becomes up to that many bubbles at once
@@ -17,7 +18,7 @@ class GivePoints final : public Component {
   void AddToTweakBar(FieldBar& bar) override;
 
   /// Lets everything pass through the owner and sends it off; again has no effect.
-  void Break();
+  void Break() override;
   bool IsBroken() const { return broken_; }
 
   int pointsGiven = 1;

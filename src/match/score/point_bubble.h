@@ -1,41 +1,11 @@
-// Points on their way: a bubble in the player's colour pops out of where they were earned, rests, is drawn to the
-// player's display, and credits its value when it ends, by arriving or by its time.
+// Makes the bubbles in which points travel; what flies them is PointMovment.
 #pragma once
 
 #include <cstdint>
 
-#include "core/script.h"
 #include "physics/math/vec3.h"
-
-/// Flies its owner, a bubble, and credits it at the end.
-class PointMovment final : public Script {
- public:
-  static constexpr float kNoAngle = -1337.0f;
-
-  PointMovment() = default;
-  /// `points` of the player with that index, popping along `angle` (radians); credited to the object `creditTargetId`.
-  PointMovment(int points, int playerIndex, float angle, std::uint32_t creditTargetId);
-  /// Credits the points, whichever way the bubble ends; dropped when the display is gone.
-  ~PointMovment() override;
-
-  void Update(float step) override;
-  void AddToTweakBar(FieldBar& bar) override;
-  const char* GetName() const override { return "pointmovment"; }
-
- private:
-  void Fly(const Vec3& way);
-  void AdvanceState();
-
-  std::uint32_t targetId_ = 0;  // the display it flies to; 0: none
-  int value_ = 1;
-  int player_ = 0;
-  float stateStart_;  // game time, seconds
-  float stateDuration_ = 0.2f;
-  float launchAngle_ = kNoAngle;
-  int state_ = 0;  // 0 pops, 1 rests, 2 is handed to the puller, 3 is pulled
-  bool started_ = false;
-  std::uint32_t creditTargetId_ = 0;  // by ID: after a new game the name finds the next match's display
-};
 
 /// Makes the bubbles of `points` (above 0) around `place`, of 1 or 2 points each.
 void CreatePointBubbles(int points, int player, const Vec3& place, std::uint32_t creditTargetId);
+/// All points awarded since the program started, whether they have arrived or not; for whoever measures a run.
+long long GetPointsAwarded();

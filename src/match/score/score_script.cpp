@@ -7,7 +7,7 @@
 #include "core/run_log.h"
 #include "core/transform.h"
 #include "graphics/sprite_text.h"
-#include "match/score/scoring.h"
+#include "match/score/sent_points.h"
 
 namespace {
 constexpr float kPulsePeak = 1.1f;  // and back at 1 per second

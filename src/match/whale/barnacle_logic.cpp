@@ -6,14 +6,14 @@
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/sprite.h"
-#include "match/player/character_controller.h"
+#include "match/score/point_earner.h"
 #include "match/whale/make_a_whale.h"
 #include "physics/collider.h"
 #include "physics/rigid_body.h"
 #include "scripts/fast_player.h"
 
 namespace {
-constexpr Vec3 kFall = {0.0f, -2.0f, 0.0f};  // units per second squared
+constexpr Vec3 kFall = {0.0f, -2.0f, 0.0f};  // units per body second squared
 constexpr float kLooseInverseMass = 2.0f;
 }  // namespace
 
@@ -22,9 +22,11 @@ void BarnacleLogic::Update(float /*step*/) {
   if (!started_) {
     LookForWhale();
     Show(false);
+    waiting_ = true;
     if (!started_) return;
   } else {
     Show(true);
+    waiting_ = false;
   }
   const GameObject* whale = Objects().GetObject(whaleId_);
   if (whale == nullptr || !whale->alive)
@@ -46,6 +48,14 @@ void BarnacleLogic::Show(bool shown) const {
   if (GalePhysics::Collider* collider = GalePhysics::FindCollider(*owner)) collider->ghost = !shown;
 }
 
+void BarnacleLogic::GiveBack() {
+  if (waiting_) Show(true);
+}
+
+void BarnacleLogic::TakeAgain() {
+  if (waiting_) Show(false);
+}
+
 void BarnacleLogic::OnContact(const GalePhysics::Contact& contact) {
   if (!owner->alive || !started_ || detached_ || !IsFirstPlayerFast(contact)) return;
   if (IsPlayerName(contact.secondOwner->name)) TakeHit(contact);
@@ -54,7 +64,7 @@ void BarnacleLogic::OnContact(const GalePhysics::Contact& contact) {
 void BarnacleLogic::TakeHit(const GalePhysics::Contact& contact) {
   Audio::Play(Sound::kBarnacle, Audio::kOneShot);
   --hits_;
-  if (CharacterController* player = FindController(*contact.secondOwner)) player->AddPoints(kPoints, {});
+  if (PointEarner* player = FindPointEarner(*contact.secondOwner)) player->AddPoints(kPoints, {});
   const GameObject* whale = Objects().GetObject(whaleId_);
   ScriptBox* scripts = whale == nullptr ? nullptr : whale->Get<ScriptBox>();
   if (Script* health = scripts == nullptr ? nullptr : scripts->GetScript("bosshealth")) health->OnContact(contact);

@@ -15,6 +15,8 @@ class BarnacleLogic final : public Script {
 
   void Update(float step) override;
   void OnContact(const GalePhysics::Contact& contact) override;
+  void GiveBack() override;
+  void TakeAgain() override;
   const char* GetName() const override { return "barnaclelogic"; }
 
   int GetHitsLeft() const { return hits_; }
@@ -27,6 +29,7 @@ class BarnacleLogic final : public Script {
   void DropOff();
 
   bool started_ = false;  // it sits on a whale
+  bool waiting_ = false;  // hidden for lack of one
   bool detached_ = false;
   int hits_ = kHits;
   std::uint32_t whaleId_ = 0;

@@ -1,7 +1,5 @@
 #include "match/whale/pirate_pathing.h"
 
-#include <utility>
-
 #include "core/game_object.h"
 #include "core/random.h"
 #include "core/script_box.h"
@@ -13,51 +11,18 @@ namespace {
 
 constexpr float kPause = 2.5f;        // seconds of game time from one placing to the next, sweeps not counted
 constexpr float kEdgeX = 26.0f;       // where a pass begins and a sweep ends, on either side
-constexpr float kCruiseSpeed = 4.0f;  // units per second
+constexpr float kCruiseSpeed = 4.0f;  // units per body second
 constexpr float kCrawlSpeed = 0.2f;
 constexpr float kCrawlTime = 0.5f;     // seconds of game time
 constexpr float kQuarterTurn = 1.57f;  // radians: the picture's nose is up, and it swims sideways
+constexpr float kStopRange = 2.0f;     // world units from the middle to where a sweep halts, at most
 constexpr Vec3 kSize = {3.0f, 8.0f, 0.0f};
-constexpr int kSwaps = 10;
-constexpr int kFirstSweep = 3;  // patterns from this on halt in the middle
-constexpr std::array<float, WhaleCourse::kPatterns> kRowY = {-3.3f, -6.3f, -10.43f, -10.43f, -6.3f, -3.3f};
 
-enum SweepState { kBegin, kApproach, kSlowDown, kCrawl, kSpeedUp, kLeave };
+using SweepState = WhaleCourse::SweepState;
 
 WhaleCourse& Course() {
   static WhaleCourse course;
   return course;
-}
-
-float Direction() { return Course().rightward ? 1.0f : -1.0f; }
-
-int RandomIndex() { return Random() % WhaleCourse::kPatterns; }
-
-int TakePattern() {
-  WhaleCourse& course = Course();
-  if (course.taken == WhaleCourse::kPatterns) {
-    for (int i = 0; i < WhaleCourse::kPatterns; ++i) course.patterns[static_cast<std::size_t>(i)] = i;
-    for (int i = 0; i < kSwaps; ++i) {
-      const int first = RandomIndex();
-      int second = first;
-      while (second == first) second = RandomIndex();
-      std::swap(course.patterns[static_cast<std::size_t>(first)], course.patterns[static_cast<std::size_t>(second)]);
-    }
-    course.taken = 0;
-  }
-  return course.patterns[static_cast<std::size_t>(course.taken++)];
-}
-
-void Enter(SweepState state) {
-  Course().sweepState = state;
-  Course().timer = 0.0f;
-}
-
-void TurnRound() {
-  WhaleCourse& course = Course();
-  course.rightward = !course.rightward;
-  course.sweeping = false;
-  Enter(kBegin);
 }
 
 // How much of the crawl is left in the speed; an ease-out curve of the time.
@@ -65,9 +30,6 @@ float CrawlShare() {
   const float left = 1.0f - Course().timer / kCrawlTime;
   return Course().timer < kCrawlTime ? 1.0f - left * left : 0.0f;
 }
-
-// Between -2 and 2.
-float RandomStop() { return static_cast<float>(Random()) / (static_cast<float>(kRandomMax) / 4.0f) - 2.0f; }
 
 }  // namespace
 
@@ -96,18 +58,18 @@ void PiratePathing::Update(float step) {
 // A plain pass turns round for the next one at once, a sweep does when it is over.
 void PiratePathing::Place() {
   WhaleCourse& course = Course();
-  const float direction = Direction();
-  const int pattern = TakePattern();
+  const float direction = course.Direction();
+  const int pattern = course.TakePattern();
   Transform& transform = owner->GetTransform();
   transform.graphicsScale = {direction * kSize.x, kSize.y, kSize.z};
-  transform.position = {-direction * kEdgeX, kRowY[static_cast<std::size_t>(pattern)], 0.0f};
+  transform.position = {-direction * kEdgeX, WhaleCourse::RowOf(pattern), 0.0f};
   transform.orientation = QuaternionFromZ(-direction * kQuarterTurn);
   if (auto* body = owner->Get<GalePhysics::RigidBody>()) body->velocity = {direction * kCruiseSpeed, 0.0f, 0.0f};
   Erupt();
-  if (pattern < kFirstSweep)
-    course.rightward = !course.rightward;
-  else
+  if (WhaleCourse::IsSweep(pattern))
     course.sweeping = true;
+  else
+    course.rightward = !course.rightward;
   course.pause = kPause;
 }
 
@@ -122,33 +84,35 @@ void PiratePathing::Sweep(float step) {
   if (body == nullptr) return;
   WhaleCourse& course = Course();
   float& speed = body->velocity.x;
-  const int state = course.sweepState;
+  const SweepState state = course.sweepState;
   switch (state) {
-    case kBegin:
-      course.stopX = RandomStop();
+    case SweepState::kBegin:
+      course.stopX = RandomAround(kStopRange);
       course.cruiseSpeed = speed;
-      Enter(kApproach);
+      course.Enter(SweepState::kApproach);
       break;
-    case kApproach:
-      if (HasReached(course.stopX)) Enter(kSlowDown);
+    case SweepState::kApproach:
+      if (HasReached(course.stopX)) course.Enter(SweepState::kSlowDown);
       break;
-    case kSlowDown:
-      speed = Direction() * kCrawlSpeed;
+    case SweepState::kSlowDown:
+      speed = course.Direction() * kCrawlSpeed;
       Erupt();
-      Enter(kCrawl);
+      course.Enter(SweepState::kCrawl);
       break;
-    case kCrawl:
-      if (course.timer >= kCrawlTime) Enter(kSpeedUp);
+    case SweepState::kCrawl:
+      if (course.timer >= kCrawlTime) course.Enter(SweepState::kSpeedUp);
       break;
-    case kSpeedUp:
+    case SweepState::kSpeedUp:
       speed = (1.0f - CrawlShare()) * course.cruiseSpeed + CrawlShare() * speed;
-      Enter(kLeave);
+      course.Enter(SweepState::kLeave);
       break;
-    case kLeave:
-      if (HasReached(Direction() * kEdgeX)) TurnRound();
+    case SweepState::kLeave:
+      if (HasReached(course.Direction() * kEdgeX)) course.TurnRound();
       break;
   }
-  if (state >= kSlowDown && state <= kSpeedUp) course.timer += step;
+  if (state >= SweepState::kSlowDown && state <= SweepState::kSpeedUp) course.timer += step;
 }
 
-bool PiratePathing::HasReached(float x) const { return (owner->GetTransform().position.x - x) * Direction() >= 0.0f; }
+bool PiratePathing::HasReached(float x) const {
+  return (owner->GetTransform().position.x - x) * Course().Direction() >= 0.0f;
+}

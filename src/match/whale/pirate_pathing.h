@@ -1,25 +1,8 @@
-// Sends its owner, the whale, across the stage in passes: from one side to the other in one of three rows, straight
-// through or with a halt in the middle. There is one course, which all instances share; making one starts it anew.
+// Swims its owner, the whale, along the course that all whales share (see whale_course.h). Making one starts it anew.
 #pragma once
 
-#include <array>
-
 #include "core/script.h"
-
-/// Where the whale is on its course.
-struct WhaleCourse {
-  static constexpr int kPatterns = 6;
-
-  float pause = 0.0f;      ///< seconds of game time to the next placing; stands still during a sweep
-  bool rightward = false;  ///< it swims from left to right
-  bool sweeping = false;
-  int sweepState = 0;  ///< 0 to 5, see pirate_pathing.cpp
-  float timer = 0.0f;  ///< seconds of game time in the sweep state
-  float stopX = 0.0f;
-  float cruiseSpeed = 0.0f;               ///< units per second, signed
-  std::array<int, kPatterns> patterns{};  ///< the present round
-  int taken = kPatterns;                  ///< patterns of the round that have been swum
-};
+#include "match/whale/whale_course.h"
 
 class PiratePathing final : public Script {
  public:

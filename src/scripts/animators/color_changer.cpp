@@ -2,7 +2,7 @@
 
 #include "core/field_bar.h"
 #include "core/game_time.h"
-#include "match/players.h"
+#include "core/player_colours.h"
 #include "scripts/fast_player.h"
 
 namespace {
@@ -26,6 +26,15 @@ void ColorChanger::Update(float /*step*/) {
   if (Sprite* sprite = owner->Get<Sprite>()) SetColour255(*sprite, *saved_);
   saved_.reset();
   restoreTime_ = kNever;
+}
+
+void ColorChanger::Swap() {
+  Sprite* sprite = saved_ ? owner->Get<Sprite>() : nullptr;
+  if (sprite == nullptr) return;
+  const Colour255 shown = {sprite->r * kFullColour, sprite->g * kFullColour, sprite->b * kFullColour,
+                           sprite->a * kFullColour};
+  SetColour255(*sprite, *saved_);
+  saved_ = shown;
 }
 
 void ColorChanger::AddToTweakBar(FieldBar& bar) { bar.AddEmptyGroup("ColorChanger"); }

@@ -13,9 +13,13 @@ class ColorChanger final : public Script {
   void Update(float step) override;
   void OnContact(const GalePhysics::Contact& contact) override;
   void AddToTweakBar(FieldBar& bar) override;
+  void GiveBack() override { Swap(); }
+  void TakeAgain() override { Swap(); }
   const char* GetName() const override { return "color-changer"; }
 
  private:
+  void Swap();
+
   static constexpr float kNever = std::numeric_limits<float>::max();
 
   std::optional<Colour255> saved_;  // the owner's own colour, during a flash

@@ -18,5 +18,8 @@ class ShadowGrowth final : public Script {
   const char* GetName() const override { return "ShadowGrowth"; }
 
  private:
+  void SetFirstOpacity();
+
+  bool opacitySet_ = false;
   float scaleFactor_ = 1.0f / 15.0f;  // world units an update
 };

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr float kFrameWidth = 0.25f;    // of the strip
-constexpr float kInterval = 0.1f;       // seconds a frame
-constexpr float kShortestRest = 0.5f;   // seconds
-constexpr float kRestScale = 16383.5f;  // random numbers a second: up to two more
+constexpr float kFrameWidth = 0.25f;   // of the strip
+constexpr float kInterval = 0.1f;      // game seconds a frame
+constexpr float kShortestRest = 0.5f;  // game seconds
+constexpr float kRestSpread = 2.0f;    // game seconds more at most
 
 }  // namespace
 
@@ -27,7 +27,7 @@ void SquidAnimator::Update(float step) {
 void SquidAnimator::Advance() {
   if (!animating_) {
     animating_ = true;
-    timer_ = -kShortestRest - static_cast<float>(Random()) / kRestScale;
+    timer_ = -kShortestRest - RandomUpTo(kRestSpread);
     return;
   }
   timer_ = 0.0f;

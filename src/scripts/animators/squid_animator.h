@@ -12,6 +12,6 @@ class SquidAnimator final : public Script {
   void Advance();
 
   float offset_ = 0.0f;  // of the frame shown, as a fraction of the strip
-  float timer_ = 0.0f;   // seconds since the last frame; below 0 while it rests
+  float timer_ = 0.0f;   // game seconds since the last frame; below 0 while it rests
   bool animating_ = false;
 };

@@ -12,11 +12,11 @@
 
 namespace {
 
-constexpr float kReadySince = 3.0f;  // seconds before it was made that a new ship has fired last
+constexpr float kReadySince = 3.0f;  // game seconds before it was made that a new ship has fired last
 constexpr float kHalfTurn = 180.0f;  // degrees
 constexpr float kMuzzle = 1.5f;      // world units ahead of the owner's middle
 constexpr float kGunPitch = 3.0f;    // world units between guns
-constexpr float kShotSpeed = 1.0f;   // world units per second
+constexpr float kShotSpeed = 1.0f;   // world units per body second
 
 bool& FacingBack() {
   static bool back = true;
@@ -38,7 +38,7 @@ void BroadSide::Update(float /*step*/) {
   if (shotsFired_ >= kShotsPerVolley) {
     EndVolley();
   } else if (now > volleyStart + shotTimer_) {
-    shotTimer_ += kShotGapSpread * static_cast<float>(Random()) / static_cast<float>(kRandomMax);
+    shotTimer_ += RandomPartOf(kShotGapSpread);
     Fire();
     slot_ = -slot_;
     if (slot_ >= 0) ++slot_;

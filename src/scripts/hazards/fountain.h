@@ -9,7 +9,7 @@ class Fountain final : public Script {
   static constexpr float kBurstLength = 1.5f;  ///< seconds of game time
   static constexpr float kMaxShotGap = 0.2f;   ///< seconds of game time between two shots, at most
   static constexpr float kSpread = 30.0f;      ///< degrees to either side of straight up
-  static constexpr float kShotSpeed = 3.0f;    ///< world units per second
+  static constexpr float kShotSpeed = 3.0f;    ///< world units per body second
 
   Fountain();
 

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr float kGrowth = 0.5f;              // world units per second of game time
+constexpr float kGrowth = 0.5f;              // world units per game second
 constexpr float kShrinkFactor = 0.995f;      // of a player's size, an overlap
 constexpr float kGrowFactor = 1.001f;        // likewise
 constexpr float kGoneSquared = 1e-5f;        // squared length of a scale that is as good as nothing

@@ -4,14 +4,14 @@
 #include "core/game_object.h"
 #include "core/script_box.h"
 #include "core/serializer.h"
-#include "match/score/give_points.h"
+#include "scripts/breakable.h"
 
 // Asks again in every frame after the end; a thing that breaks already ignores it.
 void DeathTimer::Update(float step) {
   timer_ += step;
   if (timer_ < endTime) return;
-  if (auto* prize = owner->Get<GivePoints>())
-    prize->Break();
+  if (Breakable* thing = FindBreakable(*owner))
+    thing->Break();
   else
     owner->alive = false;
 }

@@ -17,7 +17,7 @@ constexpr char kKey[] = "Butts";
 
 }  // namespace
 
-// Outside the inverse mass is 0 by this script's own doing, so a 0 says nothing new about the mass.
+// Outside the inverse mass is a 0 that this script lends, so a 0 says nothing new about the mass.
 void OneWayIntoStage::Update(float /*step*/) {
   GalePhysics::Collider* collider = GalePhysics::FindCollider(*owner);
   auto* body = owner->Get<GalePhysics::RigidBody>();
@@ -27,7 +27,9 @@ void OneWayIntoStage::Update(float /*step*/) {
   const float reach = collider->broadPhaseSize;
   const bool inside = std::abs(p.x) < kArenaHalfWidth - reach && std::abs(p.y) < kArenaHalfHeight - reach;
   collider->collisionGroup = inside ? 1 : 0;
-  body->inverseMass = inside && rememberedMass_ != 0.0f ? 1.0f / rememberedMass_ : 0.0f;
+  const float own = rememberedMass_ != 0.0f ? 1.0f / rememberedMass_ : 0.0f;
+  body->inverseMass = inside ? own : 0.0f;
+  body->storedInverseMass = inside ? 0.0f : own;
 }
 
 // The value is a bool that means nothing; the key is the field's.

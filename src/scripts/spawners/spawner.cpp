@@ -13,17 +13,17 @@ namespace {
 
 using GalePhysics::PhysicalShape;
 
-constexpr float kInterval = 0.2f;        // seconds
-constexpr float kLife = 3.0f;            // seconds
-constexpr float kHalfRandom = 16383.5f;  // Random() over it, less 1, is -1 to 1
-constexpr float kUnitBall = 0.5f;        // radius of a ball as wide as a box
+constexpr float kInterval = 0.2f;    // game seconds
+constexpr float kLife = 3.0f;        // game seconds
+constexpr float kThrowRange = 1.0f;  // world units from the middle, along each axis
+constexpr float kUnitBall = 0.5f;    // radius of a ball as wide as a box
 
 struct Pattern {
   PhysicalShape shape;
   int count;
-  Vec3 velocity;          // units per second
+  Vec3 velocity;          // units per body second
   float mass;             // 0: immovable
-  float angularVelocity;  // radians per second
+  float angularVelocity;  // radians per body second
   bool seen;              // with a picture
 };
 
@@ -38,11 +38,9 @@ constexpr std::array<Pattern, 8> kPatterns = {{
     {PhysicalShape::kSphere, 2, {-2.0f, 2.0f, 0.0f}, 1.0f, 6.0f, false},  // balls that nobody sees
 }};
 
-float RandomPlace() { return static_cast<float>(Random()) / kHalfRandom - 1.0f; }
-
 void Throw(const Pattern& pattern) {
-  const float x = RandomPlace();
-  const float y = RandomPlace();
+  const float x = RandomAround(kThrowRange);
+  const float y = RandomAround(kThrowRange);
   const float size = pattern.shape == PhysicalShape::kBox ? 1.0f : kUnitBall;
   GameObject& object = *Objects().GetObject(Objects().CreateObject());
   object.name = "thrown";
@@ -63,6 +61,6 @@ void Spawner::Update(float step) {
   timer_ += step;
   if (timer_ < kInterval) return;
   timer_ = 0.0f;
-  const Pattern& pattern = kPatterns[static_cast<std::size_t>(Random()) % kPatterns.size()];
+  const Pattern& pattern = kPatterns[RandomIndex(kPatterns.size())];
   for (int i = 0; i < pattern.count; ++i) Throw(pattern);
 }

@@ -9,5 +9,5 @@ class Spawner final : public Script {
   const char* GetName() const override { return "Spawner"; }
 
  private:
-  float timer_ = 0.0f;  // seconds since the last throw
+  float timer_ = 0.0f;  // game seconds since the last throw
 };

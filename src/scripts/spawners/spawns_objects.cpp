@@ -18,10 +18,7 @@ constexpr float kCountdownSpeed = 4.0f * 0.5f;
 constexpr float kXRange = 0.0f;  // things are spread across their way, which is horizontal
 
 // Evenly from -range to range; without a range no number is drawn.
-float RandomOffset(float range) {
-  if (range == -range) return range;
-  return static_cast<float>(Random()) / (static_cast<float>(kRandomMax) / (2.0f * range)) - range;
-}
+float RandomOffset(float range) { return range == -range ? range : RandomAround(range); }
 
 }  // namespace
 
@@ -29,13 +26,19 @@ void SpawnsObjects::Update(float step) {
   if (!owner->alive) return;  // updated once more in the frame of a new game
   if (!started_) {
     started_ = true;
-    if (Sprite* sprite = owner->Get<Sprite>()) sprite->visible = false;
+    if (const Sprite* sprite = owner->Get<Sprite>()) ownVisible_ = sprite->visible;
+    Show(false);
     countdown_ = timeBeforeFirstSpawn;
   }
   countdown_ -= step * kCountdownSpeed;
   if (countdown_ > 0.0f) return;
   Spawn();
   countdown_ = spawnRate;
+}
+
+void SpawnsObjects::Show(bool shown) const {
+  Sprite* sprite = started_ ? owner->Get<Sprite>() : nullptr;
+  if (sprite != nullptr) sprite->visible = shown;
 }
 
 void SpawnsObjects::Spawn() const {

@@ -1,12 +1,9 @@
-#include "match/score/scoring.h"
-
-#include <algorithm>
+#include "match/score/score_displays.h"
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/sprite_text.h"
-#include "match/player/character_controller.h"
 #include "match/score/score_script.h"
 #include "physics/generator_host.h"
 #include "physics/wobbly_puller.h"
@@ -26,7 +23,7 @@ constexpr std::array<Display, kPlayers> kDisplays = {{{"Red Score", -16.0f, 5.0f
 constexpr float kTextScale = 0.01f;      // world units a pixel of the font
 constexpr float kForwardPower = 2.0f;    // acceleration per unit of distance
 constexpr float kSidewaysPower = 1.25f;  // acceleration
-constexpr float kSidewaysPeriod = 0.5f;  // seconds
+constexpr float kSidewaysPeriod = 0.5f;  // game seconds
 
 std::array<GalePhysics::WobblyPuller*, kPlayers>& Pullers() {
   static std::array<GalePhysics::WobblyPuller*, kPlayers> pullers{};
@@ -47,11 +44,6 @@ void CreateDisplay(std::size_t player) {
       std::make_unique<GalePhysics::WobblyPuller>(object.id, kForwardPower, kSidewaysPower, kSidewaysPeriod));
 }
 
-int PointsOf(std::size_t player) {
-  const Script* script = FindScript(kScoreObjects[player], "ScoreScript");
-  return script == nullptr ? kNoScore : static_cast<const ScoreScript*>(script)->GetPoints();
-}
-
 }  // namespace
 
 void CreateScoreDisplays() {
@@ -60,18 +52,4 @@ void CreateScoreDisplays() {
 
 GalePhysics::WobblyPuller* GetPlayerPuller(int player) {
   return IsPlayerIndex(player) ? Pullers()[static_cast<std::size_t>(player)] : nullptr;
-}
-
-std::array<Rank, kPlayers> RankPlayers() {
-  std::array<Rank, kPlayers> ranks;
-  for (std::size_t player = 0; player < ranks.size(); ++player)
-    ranks[player] = {static_cast<int>(player), PointsOf(player)};
-  std::stable_sort(ranks.begin(), ranks.end(), [](const Rank& a, const Rank& b) { return a.points > b.points; });
-  return ranks;
-}
-
-void AwardPoints(int player, int points, const Vec3& origin) {
-  const GameObject* object = GetPlayerObject(player);
-  if (CharacterController* controller = object == nullptr ? nullptr : FindController(*object))
-    controller->AddPoints(points, origin);
 }

@@ -1,0 +1,24 @@
+// The charge scheme, which every player of a match has: the held trigger charges, letting it go launches along the
+// stick with what was charged. The gauge fills the charge and pays it out.
+#pragma once
+
+#include "input/gamepad.h"
+#include "match/player/charge_display.h"
+#include "match/player/flight.h"
+
+class ChargeRules {
+ public:
+  /// One frame in which the player has control. The launch comes back from the gauge, inside this call.
+  void Fly(const Gamepad& pad, const Flight& flight);
+  /// Ends a charge without a launch; nothing when there is none. Its sound goes on.
+  void Drop();
+
+  bool charging = false;  ///< a charge is running
+  float force = 10.0f;    ///< the charge as the gauge last reported it
+
+ private:
+  void Begin(const Flight& flight);
+  void Release(const Flight& flight);
+
+  ChargeDisplay display_;
+};
