@@ -81,6 +81,14 @@ TEST_F(PlayerTest, WhoFliesDependsOnThePadsAndAStunDropsTheCharge) {
   EXPECT_NEAR(VelocityOf("Player1").x, 3.0f * kFrameDamping, 0.002f);
   Run(3);
   EXPECT_EQ(TakeLaunches("Player1"), 1);
+  for (const bool down : {true, false}) {
+    SetKey('r', down);  // a refill, for which a player that charges does not wait
+    SetKey('d', !down);
+    Run(2);
+  }
+  SetKey('d', true);
+  Run(1);
+  EXPECT_EQ(TakeLaunches("Player1"), 2);
   for (const bool stunned : {false, true}) {
     platform.ConnectPad(1, true);
     SetTrigger(1, kPulled, 3);

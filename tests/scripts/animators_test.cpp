@@ -92,6 +92,12 @@ TEST_F(AnimatorTest, AShadowGrowsAtItsRateUntilBothSidesPassOne) {
   shadow.Initialize();
   Update(30);
   EXPECT_NEAR(Scale().x, 1.0f, 1e-5f);
+  // In a file the sprite comes after the scripts.
+  GameObject& late = world.Add("late");
+  Attach<ShadowGrowth>(late);
+  auto& lateSprite = late.Insert(std::make_unique<Sprite>());
+  late.Update(kStep);
+  EXPECT_LT(lateSprite.a, 0.51f);
 }
 
 // The flash stands in three frames and gives back what was there, black too; a second hit does not save the flash.

@@ -98,6 +98,24 @@ TEST_F(HazardTest, AFountainEruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
   EXPECT_FALSE(FiresIn(30)) << "making one turns all off";
 }
 
+// A file, and what is undone, keeps what is the owner's own.
+TEST_F(HazardTest, WhatScriptsBorrowOfTheirOwnerIsNeverSaved) {
+  auto& sprite = holder.Insert(std::make_unique<Sprite>());
+  PositionOf(holder).x = 20.0f;
+  BodyOf(holder).inverseMass = 0.5f;
+  for (const char* name : {"onewayintostage", "barnaclelogic", "spawner", "color-changer", "squishy"}) Carry(name);
+  const std::string own = Document({&holder});
+  for (const int updates : {1, 15}) {
+    Hit(holder, world.AddSphere("Player3", {}), 5.0f);
+    Update(updates);
+    EXPECT_EQ(Document({&holder}), own);
+    EXPECT_EQ(BodyOf(holder).inverseMass, 0.0f);
+    EXPECT_FALSE(sprite.visible || sprite.r == 1.0f);
+    EXPECT_NE(ScaleOf(holder).x, ScaleOf(holder).y);
+    EXPECT_TRUE(sphere.ghost);
+  }
+}
+
 // A freeze of the game's clock may begin while the thing is out of shape: it must not drift away for good.
 TEST_F(HazardTest, ASquishyThingBulgesOnceAndComesBackEvenThroughAFreeze) {
   auto& squishy = Carry<Squishy>();
@@ -111,6 +129,12 @@ TEST_F(HazardTest, ASquishyThingBulgesOnceAndComesBackEvenThroughAFreeze) {
   expectScale(2.18f, 2.82f);
   Run(60);
   expectScale(2.0f, 3.0f);
+  for (const float late : {4000.0f, 16000.0f, 65000.0f}) {  // where the clock's steps are no longer even
+    Time().elapsedTime = late;
+    Hit(holder, holder);
+    Run(80);
+    expectScale(2.0f, 3.0f);
+  }
 }
 
 // At a point distance of 0 whoever overlaps it is drawn to it, and that is all.
@@ -163,6 +187,17 @@ TEST_F(HazardTest, WhatComesInPassesWallsAndIsItselfInside) {
     const bool inside = std::abs(x) < 14.0f;
     EXPECT_EQ(sphere.collisionGroup, inside ? 1u : 0u) << x;
     EXPECT_EQ(BodyOf(holder).inverseMass, inside ? 0.5f : 0.0f) << x;
+  }
+}
+
+// A velocity whose square is beyond the largest float has a direction all the same.
+TEST_F(HazardTest, TheSpeedLimitKeepsTheDirectionOfAnySpeed) {
+  Carry("VelocityCap");
+  for (const float speed : {12.9f, 14.0f, 1e30f}) {
+    BodyOf(holder).velocity = {0.6f * speed, -0.8f * speed, 0.0f};
+    Update(1);
+    const float due = std::min(speed, 13.0f);
+    EXPECT_LT(Length(BodyOf(holder).velocity - Vec3{0.6f * due, -0.8f * due, 0.0f}), 1e-4f) << speed;
   }
 }
 

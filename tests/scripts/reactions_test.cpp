@@ -26,6 +26,7 @@ TEST_F(ReactionTest, AStunTakesControlForASecondAndSpinsTheOtherWayEachTime) {
     Time().elapsedTime += 0.25f;
     Hit(holder, player);
     EXPECT_EQ(BodyOf(player).angularVelocity.z, spin);
+    EXPECT_EQ(PositionOf(*FindAll("stars").back()), PositionOf(player)) << "at once, not after a frame";
   }
   for (const float time : {1.5f, 1.51f}) {
     Time().elapsedTime = time;
