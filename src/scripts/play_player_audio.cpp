@@ -13,7 +13,7 @@ namespace {
 
 struct NamedSound {
   std::string_view name;
-  int id;
+  Sound id;
 };
 
 // "Nameless" is what an object is called that nobody has named.

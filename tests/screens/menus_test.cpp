@@ -25,10 +25,10 @@ class MenusTest : public ScreenInMatchTest {
 };
 
 // Everything plays at full loudness, so the largest sample tells what is muted.
-bool IsHeard(int id, int kind) {
+bool IsHeard(Sound id, Audio::Lifetime lifetime) {
   constexpr int kUpdates = 30;
   constexpr int kFadeUpdates = 8;  // of a mute
-  Audio::Play(id, kind);
+  Audio::Play(id, lifetime);
   std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
   int loudest = 0;
   for (int i = 0; i < kUpdates; ++i) {
