@@ -131,6 +131,25 @@ TEST_F(MenusTest, AStickMovesOnceUntilBothAreBackInTheMiddle) {
   EXPECT_EQ(tilt(1, 3, 32767), "HowToPlay.png") << "a pad that was pulled out with its stick tilted moves again";
 }
 
+// Players aim while somebody opens the menu.
+TEST_F(MenusTest, AStickThatIsHeldWhenTheFirstMenuOpensIsLetGoFirst) {
+  for (const int slot : {0, 1}) scene.platform.SetPadAxis(slot, 1, 32767);
+  scene.Run();
+  scene.PressPad(1, {Gamepad::kButtonStart});
+  EXPECT_EQ(SelectedPicture(), "Resume.png");
+  scene.platform.SetPadAxis(0, 1, 0);
+  scene.Run();
+  scene.platform.SetPadAxis(0, 1, 32767);
+  scene.Run(2);
+  EXPECT_EQ(SelectedPicture(), "Restart.png");
+  OpenOptionsMenu();
+  scene.platform.SetPadAxis(1, 1, 0);
+  scene.Run();
+  scene.platform.SetPadAxis(1, 1, -32767);
+  scene.Run(2);
+  EXPECT_EQ(SelectedPicture(), "Cancel.png") << "another menu over the first changes nothing";
+}
+
 TEST_F(MenusTest, OptionsShowWhatTheyDoAndHoldTheirState) {
   WriteMasterBanks(GameSources(0.1f));
   Audio::Init(Audio::Output::kLoopback);
