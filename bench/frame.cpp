@@ -27,6 +27,7 @@
 
 #include "bench/png_writer.h"
 #include "bench/work_folder.h"
+#include "build_world.h"
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/script_box.h"
@@ -38,7 +39,6 @@
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
 #include "graphics/sprite_text.h"
-#include "startup.h"
 
 namespace {
 

@@ -15,10 +15,10 @@
 #include "bench/level_text.h"
 #include "bench/png_writer.h"
 #include "bench/work_folder.h"
+#include "build_world.h"
 #include "core/file_cache.h"
 #include "core/object_manager.h"
 #include "core/print.h"
-#include "startup.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include "bench/level_text.h"
 #include "bench/png_writer.h"
 #include "bench/work_folder.h"
+#include "build_world.h"
 #include "core/file_cache.h"
 #include "core/print.h"
-#include "startup.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 # The sound banks: tunes and effects are rendered from their text sources to Ogg files, which the tool packs. A target of
 # its own beside `content`, because the tool itself waits for that one.
-set(BANK "${CMAKE_BINARY_DIR}/AudioSource/Master Bank.bank")
-set(STRINGS_BANK "${CMAKE_BINARY_DIR}/AudioSource/Master Bank.strings.bank")
+set(BANK "Master Bank.bank")
+set(STRINGS_BANK "Master Bank.strings.bank")
 set(RENDERED ${CMAKE_BINARY_DIR}/sound/rendered)
 
 find_program(CSOUND csound REQUIRED)
@@ -15,9 +15,13 @@ add_custom_command(
   COMMENT "Rendering the tunes and effects"
   VERBATIM)
 add_custom_command(
-  OUTPUT ${BANK} ${STRINGS_BANK}
-  COMMAND brinewhirl-tool bank build ${CMAKE_SOURCE_DIR}/sound/bank.txt ${BANK} --sounds ${CMAKE_BINARY_DIR}/sound
+  OUTPUT "${MADE_CONTENT}/${BANK}" "${MADE_CONTENT}/${STRINGS_BANK}"
+  COMMAND brinewhirl-tool bank build ${CMAKE_SOURCE_DIR}/sound/bank.txt "${MADE_CONTENT}/${BANK}" --sounds ${CMAKE_BINARY_DIR}/sound
   DEPENDS ${RENDERED} ${CMAKE_SOURCE_DIR}/sound/bank.txt brinewhirl-tool
   COMMENT "Packing the sound banks"
   VERBATIM)
-add_custom_target(sound_banks ALL DEPENDS ${BANK} ${STRINGS_BANK})
+foreach(bank ${BANK} ${STRINGS_BANK})
+  place_content("${MADE_CONTENT}/${bank}" "AudioSource/${bank}")
+endforeach()
+add_custom_target(sound_banks ALL DEPENDS "${CMAKE_BINARY_DIR}/AudioSource/${BANK}"
+                                          "${CMAKE_BINARY_DIR}/AudioSource/${STRINGS_BANK}")

@@ -26,6 +26,10 @@ gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 12
 add_test(NAME content.test_font_tools COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_font_tools.py ${FONT})
 set_tests_properties(content.test_font_tools PROPERTIES TIMEOUT 120)
 
+add_test(NAME content.place_content
+         COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_place_content.py
+                 ${CMAKE_COMMAND} ${CMAKE_SOURCE_DIR}/cmake/place_content.cmake)
+
 add_test(NAME docs.format_reference
          COMMAND sh -c "\"$1\" reference | diff -u \"$2\" - || { echo 'stale: brinewhirl-tool reference > docs/format-reference.md'; false; }"
                  sh $<TARGET_FILE:brinewhirl-tool> ${CMAKE_SOURCE_DIR}/docs/format-reference.md)

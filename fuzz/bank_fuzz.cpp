@@ -51,7 +51,7 @@ void Play(Studio::System& system, const std::string& path) {
   if (system.CreateInstance(event, Studio::VoiceUse::kKeepsOne, instance) != Studio::Result::kOk) return;
   system.Start(instance);
   system.Update();
-  system.Stop(instance, Studio::StopMode::kAllowFadeOut);
+  system.Stop(instance);
 }
 
 }  // namespace

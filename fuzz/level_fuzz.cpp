@@ -11,6 +11,7 @@
 #include <string>
 #include <system_error>
 
+#include "build_world.h"
 #include "core/file_cache.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
@@ -20,7 +21,6 @@
 #include "physics/generator_host.h"
 #include "physics/slow_motion.h"
 #include "physics/step.h"
-#include "startup.h"
 
 namespace {
 

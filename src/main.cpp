@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "audio/audio.h"
+#include "build_world.h"
 #include "core/system.h"
 #include "editor/editor.h"
 #include "frame.h"
@@ -12,8 +13,7 @@
 #include "graphics/renderer.h"
 #include "input/gamepad.h"
 #include "input/input.h"
-#include "screens/start_up.h"
-#include "startup.h"
+#include "screens/logo_screen_script.h"
 
 namespace {
 

@@ -9,13 +9,13 @@
 #include <string>
 #include <utility>
 
+#include "build_world.h"
 #include "core/script_box.h"
 #include "core/system.h"
 #include "folders.h"
 #include "input/gamepad.h"
-#include "screens/start_up.h"
+#include "screens/logo_screen_script.h"
 #include "scripted_scene.h"
-#include "startup.h"
 
 namespace {
 

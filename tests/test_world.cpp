@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "build_world.h"
 #include "core/file_cache.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
@@ -23,10 +24,10 @@
 #include "physics/slow_motion.h"
 #include "physics/sphere_collider.h"
 #include "physics/step.h"
+#include "screens/logo_screen_script.h"
 #include "screens/menu_system.h"
 #include "screens/options.h"
 #include "screens/start_up.h"
-#include "startup.h"
 
 using GalePhysics::BoxCollider;
 using GalePhysics::RigidBody;

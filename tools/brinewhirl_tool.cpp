@@ -65,7 +65,7 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
       ->excludes(boot);
   howLong->require_option(1);
   command->add_flag("--pilots", options.pilots, "The computer flies player 1 too");
-  command->add_option("--input", options.inputFile, "Scripted input, one event a line");
+  command->add_option("--input", options.inputFile, "Scripted input, one event a line (docs/input-files.md)");
   command->add_option("--trace", options.traceFile,
                       "Write contacts, overlaps, events and objects; - for standard output");
   command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);

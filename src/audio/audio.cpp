@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <unordered_map>
 
 #include "audio/sound_ids.h"
@@ -16,7 +17,6 @@ namespace Audio {
 namespace {
 
 constexpr int kVoices = 32;
-constexpr int kNoMusic = -1;
 constexpr float kChargePitch = 1.4f;
 constexpr std::array<std::string_view, 2> kBusNames = {"SFX", "Music"};
 
@@ -27,11 +27,11 @@ using Studio::Result;
 // All handles are zero, which names nothing, until they are set.
 struct Handles {
   std::unordered_map<std::string, Studio::Bank> banks;  // by file name
-  std::array<EventDescription, Sound::kCount> descriptions;
-  std::array<EventInstance, Sound::kCount> instances;
+  std::array<EventDescription, kSoundCount> descriptions;
+  std::array<EventInstance, kSoundCount> instances;
   std::array<Studio::Bus, kBusNames.size()> buses;
   EventInstance currentMusic;
-  int currentMusicId = kNoMusic;
+  std::optional<Sound> currentMusicId;
   std::array<EventInstance, kPlayers> chargeInstances;
   EventInstance pulseInstance;
   EventInstance winInstance;
@@ -65,15 +65,17 @@ void Write(Change change) {
   change(state.handles);
 }
 
-bool IsId(int id) { return id >= 0 && id < Sound::kCount; }
+constexpr int NumberOf(Sound id) { return static_cast<int>(id); }
 
-EventDescription DescriptionOf(int id) {
+bool IsId(Sound id) { return NumberOf(id) >= 0 && NumberOf(id) < kSoundCount; }
+
+EventDescription DescriptionOf(Sound id) {
   return Read<EventDescription>([id](const Handles& handles) {
     return IsId(id) ? handles.descriptions[static_cast<std::size_t>(id)] : EventDescription{};
   });
 }
 
-EventInstance InstanceOf(int id) {
+EventInstance InstanceOf(Sound id) {
   return Read<EventInstance>([id](const Handles& handles) {
     return IsId(id) ? handles.instances[static_cast<std::size_t>(id)] : EventInstance{};
   });
@@ -93,14 +95,14 @@ Studio::Bus BusOf(std::string_view name) {
   });
 }
 
-EventInstance CreateKept(int id, Result& result) {
+EventInstance CreateKept(Sound id, Result& result) {
   EventInstance instance;
   result = GetStudio()->CreateInstance(DescriptionOf(id), Studio::VoiceUse::kKeepsOne, instance);
   return instance;
 }
 
-void PlayOneShot(int id) {
-  LogEvent("sound %d", id);
+void PlayOneShot(Sound id) {
+  LogEvent("sound %d", NumberOf(id));
   Studio::System* studio = GetStudio();
   if (studio == nullptr) return;
   EventInstance instance;
@@ -109,8 +111,8 @@ void PlayOneShot(int id) {
   studio->Release(instance);
 }
 
-void PlayLongLived(int id) {
-  LogEvent("music %d", id);
+void PlayLongLived(Sound id) {
+  LogEvent("music %d", NumberOf(id));
   const EventInstance instance = InstanceOf(id);
   Write([instance, id](Handles& handles) {
     handles.currentMusic = instance;
@@ -129,10 +131,10 @@ void Init(Output output) {
                                           : GetStudio()->Initialise(kVoices, Studio::Output::OpenDevice));
   LoadBank("Master Bank.bank");
   LoadBank("Master Bank.strings.bank");
-  AddEvent(kMusic, Sound::kTitleMusic, "Marlo_Pirates");
-  AddEvent(kMusic, Sound::kMatchMusic, "Marlo_Buckaneer");
-  AddEvent(kMusic, Sound::kFastMatchMusic, "Marlo_Buckaneer_Fast");
-  for (const int id : {Sound::kTitleMusic, Sound::kMatchMusic, Sound::kFastMatchMusic}) Prepare(id, 1);
+  AddEvent(EventKind::kMusic, Sound::kTitleMusic, "Marlo_Pirates");
+  AddEvent(EventKind::kMusic, Sound::kMatchMusic, "Marlo_Buckaneer");
+  AddEvent(EventKind::kMusic, Sound::kFastMatchMusic, "Marlo_Buckaneer_Fast");
+  for (const Sound id : {Sound::kTitleMusic, Sound::kMatchMusic, Sound::kFastMatchMusic}) Prepare(id, kLongLived);
 }
 
 void Shutdown() {
@@ -152,19 +154,19 @@ void LoadBank(const std::string& name) {
   Write([&name, bank](Handles& handles) { handles.banks[name] = bank; });
 }
 
-void AddEvent(int kind, int id, const std::string& name) {
-  if (kind != kEffect && kind != kMusic) {
+void AddEvent(EventKind kind, Sound id, const std::string& name) {
+  if (kind != EventKind::kEffect && kind != EventKind::kMusic) {
     Print("Error Adding Studio Audio Event\n");
     return;
   }
   Studio::System* studio = GetStudio();
   if (studio == nullptr || !IsId(id)) return;
   EventDescription description;
-  CheckResult(studio->GetEvent((kind == kEffect ? "event:/SFX/" : "event:/Music/") + name, description));
+  CheckResult(studio->GetEvent((kind == EventKind::kEffect ? "event:/SFX/" : "event:/Music/") + name, description));
   Write([id, description](Handles& handles) { handles.descriptions[static_cast<std::size_t>(id)] = description; });
 }
 
-void Prepare(int id, int longLived) {
+void Prepare(Sound id, Lifetime lifetime) {
   Studio::System* studio = GetStudio();
   if (studio == nullptr) return;
   CheckResult(studio->LoadSampleData(DescriptionOf(id)));
@@ -181,7 +183,7 @@ void Prepare(int id, int longLived) {
     const EventInstance jingle = CreateKept(id, result);
     Write([jingle](Handles& handles) { handles.winInstance = jingle; });
   }
-  if (longLived != 1 || !IsId(id)) return;
+  if (lifetime != kLongLived || !IsId(id)) return;
   const EventInstance instance = CreateKept(id, result);
   CheckResult(result);
   Write([id, instance](Handles& handles) { handles.instances[static_cast<std::size_t>(id)] = instance; });
@@ -197,10 +199,10 @@ void GetBus(const std::string& name) {
   Write([at, bus](Handles& handles) { handles.buses[static_cast<std::size_t>(at - kBusNames.begin())] = bus; });
 }
 
-void Play(int id, int kind) {
-  if (kind == kOneShot)
+void Play(Sound id, Lifetime lifetime) {
+  if (lifetime == kOneShot)
     PlayOneShot(id);
-  else if (kind == kLongLived)
+  else if (lifetime == kLongLived)
     PlayLongLived(id);
   else
     Print("Error trying to play sound\n");
@@ -208,7 +210,7 @@ void Play(int id, int kind) {
 
 void StartCharge(int player) {
   if (player < 0 || player >= kPlayers) return;
-  LogEvent("sound %d", Sound::kCharge);
+  LogEvent("sound %d", NumberOf(Sound::kCharge));
   Studio::System* studio = GetStudio();
   if (studio == nullptr) return;
   const EventInstance charge = ChargeOf(player);
@@ -218,12 +220,11 @@ void StartCharge(int player) {
 
 void StopCharge(int player) {
   if (player < 0 || player >= kPlayers) return;
-  if (Studio::System* studio = GetStudio())
-    CheckResult(studio->Stop(ChargeOf(player), Studio::StopMode::kAllowFadeOut));
+  if (Studio::System* studio = GetStudio()) CheckResult(studio->Stop(ChargeOf(player)));
 }
 
 void PlayPulse(float pitch) {
-  LogEvent("sound %d", Sound::kPulse);
+  LogEvent("sound %d", NumberOf(Sound::kPulse));
   Studio::System* studio = GetStudio();
   if (studio == nullptr) return;
   const auto pulse = Read<EventInstance>([](const Handles& handles) { return handles.pulseInstance; });
@@ -232,7 +233,7 @@ void PlayPulse(float pitch) {
 }
 
 void PlayWinJingle() {
-  LogEvent("sound %d", Sound::kWinJingle);
+  LogEvent("sound %d", NumberOf(Sound::kWinJingle));
   if (Studio::System* studio = GetStudio())
     CheckResult(studio->Start(Read<EventInstance>([](const Handles& handles) { return handles.winInstance; })));
 }
@@ -244,17 +245,17 @@ void SetMusicVolume(float volume) {
 void StopMusic() {
   LogEvent("music stop");
   const auto music = Read<EventInstance>([](const Handles& handles) { return handles.currentMusic; });
-  if (Studio::System* studio = GetStudio()) studio->Stop(music, Studio::StopMode::kAllowFadeOut);
+  if (Studio::System* studio = GetStudio()) studio->Stop(music);
 }
 
-void StopMusicExcept(int id) {
-  const int current = Read<int>([](const Handles& handles) { return handles.currentMusicId; });
-  if (current != kNoMusic && current != id) StopMusic();
+void StopMusicExcept(Sound id) {
+  const auto current = Read<std::optional<Sound>>([](const Handles& handles) { return handles.currentMusicId; });
+  if (current.has_value() && current != id) StopMusic();
 }
 
-void StopLongLived(int id) {
+void StopLongLived(Sound id) {
   LogEvent("music stop");
-  if (Studio::System* studio = GetStudio()) studio->Stop(InstanceOf(id), Studio::StopMode::kAllowFadeOut);
+  if (Studio::System* studio = GetStudio()) studio->Stop(InstanceOf(id));
 }
 
 void SetBusPaused(std::string_view name, bool paused) {

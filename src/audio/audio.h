@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "audio/sound_ids.h"
 #include "audio/studio/result.h"
 
 namespace Audio {
@@ -20,12 +21,13 @@ enum class Output {
   kLoopback,  ///< into memory, fetched by Render
 };
 
-/// Kinds of events for AddEvent.
-inline constexpr int kEffect = 0;
-inline constexpr int kMusic = 1;
-/// Kinds of starts for Play.
-inline constexpr int kOneShot = 0;
-inline constexpr int kLongLived = 1;
+enum class EventKind : int { kEffect = 0, kMusic = 1 };
+
+enum class Lifetime : int {
+  kOneShot = 0,    ///< an instance that frees itself when it has ended
+  kLongLived = 1,  ///< one that is kept and started anew
+};
+using enum Lifetime;
 
 inline constexpr int kRate = 48000;  ///< frames a second of Render
 inline constexpr int kPlayers = 4;
@@ -40,15 +42,16 @@ void LoadEffects();
 
 /// Loads a bank by its name in AudioSource/.
 void LoadBank(const std::string& name);
-/// Looks up an event of kEffect or kMusic by its name without the path's prefix, under a number below Sound::kCount.
-void AddEvent(int kind, int id, const std::string& name);
-/// Decodes the event's sound and makes the instances that the number needs; `longLived` 1: one of its own for Play.
-void Prepare(int id, int longLived);
+/// Looks up an event by its name without the path's prefix; another kind is reported and adds nothing.
+void AddEvent(EventKind kind, Sound id, const std::string& name);
+/// Decodes the event's sound and makes the instances that the number needs; kLongLived: one of its own for Play.
+void Prepare(Sound id, Lifetime lifetime);
 /// Fetches a bus by its name without the path's prefix: "SFX" or "Music".
 void GetBus(const std::string& name);
 
-/// kOneShot: a new instance that frees itself. kLongLived: the number's own instance becomes the current music.
-void Play(int id, int kind);
+/// kOneShot: a new instance. kLongLived: the number's own instance becomes the current music. Another lifetime is
+/// reported and plays nothing.
+void Play(Sound id, Lifetime lifetime);
 /// The player's own charge sound, by player index 0 to 3; nothing for another.
 void StartCharge(int player);
 void StopCharge(int player);
@@ -61,9 +64,9 @@ void SetMusicVolume(float volume);
 /// Fades the current music out, if there is any.
 void StopMusic();
 /// Fades the current music out unless it is this number's.
-void StopMusicExcept(int id);
+void StopMusicExcept(Sound id);
 /// Fades the long-lived instance of this number out, whatever music is current.
-void StopLongLived(int id);
+void StopLongLived(Sound id);
 
 /// By name; a bus that is not fetched yet is left alone. Pausing reports nothing.
 void SetBusPaused(std::string_view name, bool paused);

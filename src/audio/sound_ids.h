@@ -1,38 +1,37 @@
 // The numbers by which the game knows its sounds. Music is 0, 1, 2 and 5, everything else an effect.
 #pragma once
 
-namespace Sound {
+enum class Sound : int {
+  kTitleMusic = 0,
+  kMatchMusic = 1,
+  kFastMatchMusic = 2,
+  kRingPickup = 3,
+  kRingLose = 4,
+  kPodiumMusic = 5,
+  kSquidCollision = 8,
+  kSquidDizzy = 10,
+  kMenuScroll = 11,
+  kMenuSelect = 12,
+  kCharge = 13,
+  kRelease = 14,
+  kPulse = 15,
+  kBarnacle = 16,  ///< has no event: playing it only reports that
+  kBubbleBarrage = 18,
+  kBeachBallHit = 20,
+  kWhaleLaugh = 21,
+  kObjectiveChange = 23,
+  kPointBubble = 24,
+  kCrown = 25,
+  kWinJingle = 26,
+  kGoldenFish = 27,
+  kChainHit = 28,
+  kFishLarge = 32,
+  kFishSmall = 33,
+  kPufferExhale = 34,
+  kPufferPuff1 = 35,
+  kPufferPuff2 = 36,
+  kSandHit = 38,
+};
 
-inline constexpr int kTitleMusic = 0;
-inline constexpr int kMatchMusic = 1;
-inline constexpr int kFastMatchMusic = 2;
-inline constexpr int kRingPickup = 3;
-inline constexpr int kRingLose = 4;
-inline constexpr int kPodiumMusic = 5;
-inline constexpr int kSquidCollision = 8;
-inline constexpr int kSquidDizzy = 10;
-inline constexpr int kMenuScroll = 11;
-inline constexpr int kMenuSelect = 12;
-inline constexpr int kCharge = 13;
-inline constexpr int kRelease = 14;
-inline constexpr int kPulse = 15;
-inline constexpr int kBarnacle = 16;  ///< has no event: playing it only reports that
-inline constexpr int kBubbleBarrage = 18;
-inline constexpr int kBeachBallHit = 20;
-inline constexpr int kWhaleLaugh = 21;
-inline constexpr int kObjectiveChange = 23;
-inline constexpr int kPointBubble = 24;
-inline constexpr int kCrown = 25;
-inline constexpr int kWinJingle = 26;
-inline constexpr int kGoldenFish = 27;
-inline constexpr int kChainHit = 28;
-inline constexpr int kFishLarge = 32;
-inline constexpr int kFishSmall = 33;
-inline constexpr int kPufferExhale = 34;
-inline constexpr int kPufferPuff1 = 35;
-inline constexpr int kPufferPuff2 = 36;
-inline constexpr int kSandHit = 38;
-
-inline constexpr int kCount = 39;
-
-}  // namespace Sound
+/// All numbers lie below.
+inline constexpr int kSoundCount = 39;

@@ -58,6 +58,10 @@ class Component {
   virtual void OnCollision(const CollisionPair& /*pair*/) {}
   /// A contact about to be resolved; its second body is the other one, or null. Called once per sub-step.
   virtual void OnContact(const GalePhysics::Contact& /*contact*/) {}
+  /// Around a save: gives back what scripts have borrowed of the owner's components, so that a file keeps it as the
+  /// owner's own, and takes it again.
+  virtual void GiveBack() {}
+  virtual void TakeAgain() {}
 
   GameObject* owner = nullptr;  ///< the object that holds it; set by GameObject::Insert
 };

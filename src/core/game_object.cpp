@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "core/component_factory.h"
-#include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
 
@@ -27,11 +26,12 @@ void GameObject::Serialize(Serializer& writer) {
   if (name.empty()) name = "Nameless";
   writer.WriteString("Name", name);
   writer.WriteBool("Core", core);
-  auto* scripts = Get<ScriptBox>();
-  if (scripts != nullptr) scripts->GiveBack();
+  for (auto& component : components_)
+    if (component) component->GiveBack();
   for (auto& component : components_)
     if (component) component->Serialize(writer);
-  if (scripts != nullptr) scripts->TakeAgain();
+  for (auto& component : components_)
+    if (component) component->TakeAgain();
 }
 
 void GameObject::HandleEvent(const Event& event) {

@@ -32,8 +32,7 @@ class Script {
   virtual void Serialize(Serializer& /*writer*/) const {}
   /// Reads the values in the same order. Runs before the owner is set.
   virtual void Deserialize(Serializer& /*reader*/) {}
-  /// Around a save: gives back what the script has borrowed of its owner's components, so that a file keeps it as the
-  /// owner's own, and takes it again.
+  /// Around a save (see component.h).
   virtual void GiveBack() {}
   virtual void TakeAgain() {}
   /// The registry name, exactly as registered.

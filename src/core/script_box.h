@@ -25,10 +25,8 @@ class ScriptBox final : public Component {
   void HandleEvent(const Event& event) override;
   void OnCollision(const CollisionPair& pair) override;
   void OnContact(const GalePhysics::Contact& contact) override;
-
-  /// Around a save, of all scripts (see script.h).
-  void GiveBack();
-  void TakeAgain();
+  void GiveBack() override;
+  void TakeAgain() override;
 
   /// Appends a script, sets its owner and calls its Initialize. The box must be in its object already.
   Script& AddScript(std::unique_ptr<Script> script);

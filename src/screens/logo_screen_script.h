@@ -22,5 +22,10 @@ class LogoScreenScript final : public Script {
   void Load(float step);
   void FinishLoading();
 
-  std::jthread loadingThread_;  // runs Audio::LoadEffects; the one thread beside the main one
+  std::jthread loadingThread_;  // runs Audio::LoadEffects
 };
+
+/// The first screen, with a spinner and a label; it loads everything and plays the title's music. Once, at the start.
+void CreateLogoScreen();
+/// Before the program ends: waits for the loading thread, and no screen brings another one any more.
+void AbandonStartUp();

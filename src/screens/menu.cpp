@@ -53,14 +53,13 @@ Menu::~Menu() {
   for (const std::uint32_t id : extraIds_) Kill(id);
 }
 
-MenuButton& Menu::AddButton(const Vec3& position, MenuCallback callback, int index, const void* argument,
-                            const char* picture, bool needsConfirm) {
+MenuButton& Menu::AddButton(const ButtonDescription& description) {
   MenuButton& button = *buttons_.emplace_back(std::make_unique<MenuButton>());
-  button.callback = callback;
-  button.argument = argument;
-  button.objectId = CreatePart("menu button", picture, position);
-  button.index = index;
-  button.needsConfirm = needsConfirm;
+  button.callback = description.callback;
+  button.argument = description.argument;
+  button.objectId = CreatePart("menu button", description.picture, description.position);
+  button.index = description.index;
+  button.needsConfirm = description.needsConfirm;
   return button;
 }
 

@@ -21,6 +21,16 @@ struct MenuButton {
   bool needsConfirm = false;  ///< asks before it acts
 };
 
+/// What a new button is made of.
+struct ButtonDescription {
+  Vec3 position;
+  MenuCallback callback = nullptr;
+  int index = 0;  ///< place in the order of selection
+  const void* argument = nullptr;
+  const char* picture = nullptr;  ///< null gives an object without a sprite
+  bool needsConfirm = false;
+};
+
 class Menu {
  public:
   /// Loads the archetype `backgroundName` as the picture behind, at this depth.
@@ -29,9 +39,8 @@ class Menu {
   Menu& operator=(const Menu&) = delete;
   ~Menu();
 
-  /// Adds a button; the reference is good as long as the menu. A null picture gives an object without a sprite.
-  MenuButton& AddButton(const Vec3& position, MenuCallback callback, int index, const void* argument,
-                        const char* picture, bool needsConfirm);
+  /// Adds a button; the reference is good as long as the menu.
+  MenuButton& AddButton(const ButtonDescription& description);
   void AddLabel(const char* picture, const Vec3& position);
   /// Brings the buttons into their order and selects the first; after the last one is added.
   void Finish();

@@ -2,16 +2,18 @@
 // Main thread only.
 #pragma once
 
-#include <array>
 #include <memory>
 #include <vector>
 
-#include "core/platform.h"
 #include "screens/menu.h"
+#include "screens/menu_sticks.h"
+
+/// Why the game stands still while a menu is open.
+inline constexpr char kPauseMenuReason[] = "PauseMenu";
 
 class MenuSystem {
  public:
-  /// Once a frame, paused or not.
+  /// Once a frame, paused or not: pads and keys, which move the selection, open, close and act.
   void Update();
 
   bool IsOpen() const { return !menuStack_.empty(); }
@@ -35,7 +37,7 @@ class MenuSystem {
   void ActivateSelected();
 
   std::vector<std::unique_ptr<Menu>> menuStack_;
-  std::array<bool, kGamepadSlots> stickReleased_ = {true, true, true, true};
+  MenuSticks sticks_;
 };
 
 /// The process-wide stack.

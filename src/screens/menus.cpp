@@ -41,7 +41,8 @@ void ConfirmAction(const void* argument) {
 }
 
 void AddToggle(Menu& menu, int index, float y, const char* label, const OptionToggle& toggle) {
-  MenuButton& button = menu.AddButton(Place(2.0f, y), toggle.callback, index, nullptr, toggle.offImage, false);
+  MenuButton& button = menu.AddButton(
+      {.position = Place(2.0f, y), .callback = toggle.callback, .index = index, .picture = toggle.offImage});
   button.argument = &button.objectId;
   AttachToggle(button.objectId, toggle);
   menu.AddLabel(label, Place(-2.0f, y));
@@ -51,33 +52,47 @@ void AddToggle(Menu& menu, int index, float y, const char* label, const OptionTo
 
 void OpenPauseMenu() {
   auto menu = BeginFirstMenu("pause");
-  menu->AddButton(Place(0.0f, 6.0f), Close, 0, nullptr, "Resume.png", false);
-  menu->AddButton(Place(0.0f, 4.0f), Restart, 1, nullptr, "Restart.png", true);
-  menu->AddButton(Place(0.0f, 2.0f), ShowPage, 2, "howtoplaylevel", "HowToPlay.png", false);
-  menu->AddButton(Place(0.0f, 0.0f), ShowOptions, 3, nullptr, "OptionsButton.png", false);
-  menu->AddButton(Place(0.0f, -2.0f), ShowPage, 4, "creditslevel", "CreditsButton.png", false);
-  menu->AddButton(Place(0.0f, -5.0f), Quit, 5, nullptr, "QuitGame.png", true);
+  menu->AddButton({.position = Place(0.0f, 6.0f), .callback = Close, .index = 0, .picture = "Resume.png"});
+  menu->AddButton(
+      {.position = Place(0.0f, 4.0f), .callback = Restart, .index = 1, .picture = "Restart.png", .needsConfirm = true});
+  menu->AddButton({.position = Place(0.0f, 2.0f),
+                   .callback = ShowPage,
+                   .index = 2,
+                   .argument = "howtoplaylevel",
+                   .picture = "HowToPlay.png"});
+  menu->AddButton({.position = Place(0.0f, 0.0f), .callback = ShowOptions, .index = 3, .picture = "OptionsButton.png"});
+  menu->AddButton({.position = Place(0.0f, -2.0f),
+                   .callback = ShowPage,
+                   .index = 4,
+                   .argument = "creditslevel",
+                   .picture = "CreditsButton.png"});
+  menu->AddButton(
+      {.position = Place(0.0f, -5.0f), .callback = Quit, .index = 5, .picture = "QuitGame.png", .needsConfirm = true});
   Menus().Push(std::move(menu));
 }
 
 void OpenEndMenu() {
   auto menu = BeginFirstMenu("end");
-  menu->AddButton(Place(2.5f, 0.0f), Restart, 0, nullptr, "Restart.png", false);
-  menu->AddButton(Place(-2.5f, 0.0f), Quit, 1, nullptr, "QuitGame.png", false);
+  menu->AddButton({.position = Place(2.5f, 0.0f), .callback = Restart, .index = 0, .picture = "Restart.png"});
+  menu->AddButton({.position = Place(-2.5f, 0.0f), .callback = Quit, .index = 1, .picture = "QuitGame.png"});
   Menus().Push(std::move(menu));
   Audio::StopMusic();
 }
 
 void OpenConfirmMenu(const MenuButton& button) {
   auto menu = BeginMenu("confirm", kBoard);
-  menu->AddButton(Place(-2.5f, 0.0f), ConfirmAction, 1, &button, "Confirm.png", false);
-  menu->AddButton(Place(2.5f, 0.0f), Close, 0, nullptr, "Cancel.png", false);
+  menu->AddButton({.position = Place(-2.5f, 0.0f),
+                   .callback = ConfirmAction,
+                   .index = 1,
+                   .argument = &button,
+                   .picture = "Confirm.png"});
+  menu->AddButton({.position = Place(2.5f, 0.0f), .callback = Close, .index = 0, .picture = "Cancel.png"});
   Menus().Push(std::move(menu));
 }
 
 void OpenPictureMenu(const char* levelName) {
   auto menu = BeginMenu("picture", levelName);
-  menu->AddButton(Place(0.0f, -6.0f), Close, 0, nullptr, "Cancel.png", false);
+  menu->AddButton({.position = Place(0.0f, -6.0f), .callback = Close, .index = 0, .picture = "Cancel.png"});
   Menus().Push(std::move(menu));
 }
 
@@ -89,7 +104,7 @@ void OpenOptionsMenu() {
             {"Unmuted.png", "Muted.png", &GetOptions().allMuted, ToggleAllMute});
   AddToggle(*menu, 2, -2.0f, "ToggleFullScreen.png",
             {"Windowed.png", "Fullscreen.png", &GetOptions().menuFullscreen, ToggleFullscreen});
-  menu->AddButton(Place(0.0f, -6.0f), Close, 3, nullptr, "Cancel.png", false);
+  menu->AddButton({.position = Place(0.0f, -6.0f), .callback = Close, .index = 3, .picture = "Cancel.png"});
   Menus().Push(std::move(menu));
 }
 

@@ -3,9 +3,6 @@
 
 #include "screens/menu.h"
 
-/// Why the game stands still while a menu is open.
-inline constexpr char kPauseMenuReason[] = "PauseMenu";
-
 void OpenPauseMenu();
 /// The menu of the podium; fades the music out.
 void OpenEndMenu();

@@ -10,3 +10,5 @@ class SplashScreenLogic final : public Script {
   /// Brings the title.
   ~SplashScreenLogic() override;
 };
+
+void CreateSplashScreen();

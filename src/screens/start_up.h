@@ -25,11 +25,6 @@ struct StartUp {
 /// The process-wide state.
 StartUp& GetStartUp();
 
-/// The first screen, with a spinner and a label; it loads everything and plays the title's music. Once, at the start.
-void CreateLogoScreen();
-void CreateSplashScreen();
-void CreateTitleScreen();
-
 /// Whether the logo is still loading: no match may start before it is done.
 bool IsLogoLoading();
 
@@ -39,8 +34,8 @@ void LeaveScreen(void (*createNext)());
 /// on. Once per run.
 void FinishStartUp();
 
-/// Before the program ends: waits for the loading thread, and no screen brings another one any more.
-void AbandonStartUp();
-bool IsStartUpAbandoned();
+/// No screen brings another one any more.
+void EndChain();
+bool IsChainEnded();
 /// As at the start of the process; before it, abandon what there is.
 void ResetStartUp();

@@ -1,9 +1,14 @@
 #include "screens/title_screen_script.h"
 
+#include <memory>
+
 #include "core/game_object.h"
+#include "core/run_log.h"
+#include "core/script_box.h"
 #include "input/gamepad.h"
 #include "match/episode/new_game.h"
 #include "screens/screen_input.h"
+#include "screens/screen_picture.h"
 #include "screens/start_up.h"
 
 namespace {
@@ -38,3 +43,10 @@ void TitleScreenScript::Update(float /*step*/) {
 }
 
 TitleScreenScript::~TitleScreenScript() { LeaveScreen(StartFirstGame); }
+
+void CreateTitleScreen() {
+  LogEvent("screen title");
+  CreateFullScreenPicture("title", "QualityTitleBrinewhirlScreen.png")
+      .Get<ScriptBox>()
+      ->AddScript(std::make_unique<TitleScreenScript>());
+}

@@ -14,3 +14,5 @@ class TitleScreenScript final : public Script {
  private:
   int joystickCount_ = 0;
 };
+
+void CreateTitleScreen();

@@ -13,6 +13,7 @@
 #include "graphics/sprite_text.h"
 #include "input/input.h"
 #include "match/score/score_displays.h"
+#include "screens/menu_system.h"
 #include "screens/menus.h"
 #include "screens/podium.h"
 #include "screens/screen_input.h"
@@ -113,6 +114,8 @@ void WinScreenLogic::AddToTweakBar(FieldBar& bar) {
 // Slot after slot, so a key arms the screen and opens the menu in one frame; only the first pad arms it, and then every
 // pad opens. Escape lets the menu be opened again.
 void WinScreenLogic::Leave() {
+  // Escape may close the menu by an event that is over before the key can be asked.
+  if (!Menus().IsOpen()) exitRequested_ = false;
   const bool key = IsContinueKeyTriggered();
   for (int slot = 0; slot < kGamepadSlots; ++slot) {
     if (!exitArmed_) {

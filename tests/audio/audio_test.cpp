@@ -86,11 +86,12 @@ TEST(Audio, OddNumbersAndKinds) {
   SoundScene scene;
   Audio::LoadEffects();
   ASSERT_EQ(scene.world.text(), "");
-  Audio::Play(Sound::kRelease, 2);
-  Audio::AddEvent(2, 6, "Squid/Release");
+  Audio::Play(Sound::kRelease, Audio::Lifetime{2});
+  Audio::AddEvent(Audio::EventKind{2}, Sound{6}, "Squid/Release");
   EXPECT_EQ(scene.world.text(), "Error trying to play sound\nError Adding Studio Audio Event\n");
   scene.world.ClearText();
-  for (const int id : {Sound::kBarnacle, -1, Sound::kCount, 1 << 30}) Audio::Play(id, Audio::kOneShot);
+  for (const Sound id : {Sound::kBarnacle, Sound{-1}, Sound{kSoundCount}, Sound{1 << 30}})
+    Audio::Play(id, Audio::kOneShot);
   EXPECT_EQ(Count(scene.world.text(), "FMOD error!1 There is no such event, instance or bus.\n"), 8);
   scene.world.ClearText();
   Audio::Play(Sound::kObjectiveChange, Audio::kOneShot);  // registered, never prepared
@@ -106,7 +107,7 @@ TEST(Audio, OneMusicIsCurrentAndTheVolumeIsTheMatchMusicsAlways) {
   EXPECT_NEAR(scene.Level(20), 1.5f, kRoom);
   Audio::StopMusic();
   EXPECT_NEAR(scene.Level(30), 0.5f, kRoom);  // the other one plays on
-  Audio::Play(7, Audio::kLongLived);
+  Audio::Play(Sound{7}, Audio::kLongLived);
   EXPECT_EQ(Count(scene.world.text(), "FMOD error!"), 1);
   Audio::StopMusic();  // now there is none
   EXPECT_NEAR(scene.Level(30), 0.5f, kRoom);

@@ -6,6 +6,7 @@
 #include "editor/tweak_bar.h"
 #include "episode_scene.h"
 #include "graphics/sprite_text.h"
+#include "match/episode/game_timer.h"
 #include "match/episode/respawn_node_manager.h"
 #include "match/episode/segment_manager.h"
 #include "match/match_controller.h"
@@ -97,6 +98,13 @@ TEST_F(MatchClockTest, TheClockWaitsForAnEpisodeAndTheDeveloperEndsIt) {
   Run(3);
   EXPECT_EQ(FramesOf("screen finish"), std::vector<int>{1252});
   EXPECT_EQ(Find("segmentmanager"), nullptr);
+}
+
+TEST_F(MatchClockTest, TwoClocksStartTheFastMusicOnce) {
+  Start(Segments({{"nothing", 9.0f}}), Objectives({}));
+  Attach<GameTimer>(world.Add("second clock"));
+  Run(3);
+  EXPECT_EQ(FramesOf("music 2"), std::vector<int>{0});
 }
 
 TEST_F(MatchClockTest, SegmentsTurnAndShiftPlacesAndVelocities) {

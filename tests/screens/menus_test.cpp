@@ -25,10 +25,10 @@ class MenusTest : public ScreenInMatchTest {
 };
 
 // Everything plays at full loudness, so the largest sample tells what is muted.
-bool IsHeard(int id, int kind) {
+bool IsHeard(Sound id, Audio::Lifetime lifetime) {
   constexpr int kUpdates = 30;
   constexpr int kFadeUpdates = 8;  // of a mute
-  Audio::Play(id, kind);
+  Audio::Play(id, lifetime);
   std::vector<std::int16_t> samples(2 * kFramesAnUpdate);
   int loudest = 0;
   for (int i = 0; i < kUpdates; ++i) {
@@ -129,6 +129,25 @@ TEST_F(MenusTest, AStickMovesOnceUntilBothAreBackInTheMiddle) {
   scene.Run();
   scene.platform.ConnectPad(1, true);
   EXPECT_EQ(tilt(1, 3, 32767), "HowToPlay.png") << "a pad that was pulled out with its stick tilted moves again";
+}
+
+// Players aim while somebody opens the menu.
+TEST_F(MenusTest, AStickThatIsHeldWhenTheFirstMenuOpensIsLetGoFirst) {
+  for (const int slot : {0, 1}) scene.platform.SetPadAxis(slot, 1, 32767);
+  scene.Run();
+  scene.PressPad(1, {Gamepad::kButtonStart});
+  EXPECT_EQ(SelectedPicture(), "Resume.png");
+  scene.platform.SetPadAxis(0, 1, 0);
+  scene.Run();
+  scene.platform.SetPadAxis(0, 1, 32767);
+  scene.Run(2);
+  EXPECT_EQ(SelectedPicture(), "Restart.png");
+  OpenOptionsMenu();
+  scene.platform.SetPadAxis(1, 1, 0);
+  scene.Run();
+  scene.platform.SetPadAxis(1, 1, -32767);
+  scene.Run(2);
+  EXPECT_EQ(SelectedPicture(), "Cancel.png") << "another menu over the first changes nothing";
 }
 
 TEST_F(MenusTest, OptionsShowWhatTheyDoAndHoldTheirState) {

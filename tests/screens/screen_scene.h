@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "build_world.h"
 #include "core/transform.h"
 #include "folders.h"
 #include "graphics/sprite.h"
@@ -16,7 +17,6 @@
 #include "match/episode/new_game.h"
 #include "screens/start_up.h"
 #include "scripted_scene.h"
-#include "startup.h"
 
 class ScreenScene : public ScriptedScene {
  public:

@@ -7,7 +7,9 @@
 #include "audio/test_sounds.h"
 #include "core/game_time.h"
 #include "graphics/preload_list.h"
+#include "screens/logo_screen_script.h"
 #include "screens/screen_scene.h"
+#include "screens/splash_screen_logic.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include "graphics/sprite_text.h"
 #include "match/score/score_displays.h"
 #include "match/score/sent_points.h"
+#include "screens/menus.h"
 #include "screens/screen_scene.h"
 
 namespace {
@@ -45,6 +46,18 @@ TEST_F(WinScreenTest, RunsItsStagesInOrderAndWaits) {
   EXPECT_EQ(scene.TakeLog(), "screen finish; music stop; sound 26; music 5; screen podium");
 }
 
+TEST_F(WinScreenTest, BannerAndFaderLieBetweenStageAndMenus) {
+  scene.world.Add("stage");
+  Start(240);
+  OpenPauseMenu();
+  scene.Run();
+  std::vector<std::string> drawn;
+  for (const auto& object : Objects().GetObjects())
+    for (const char* name : {"stage", "finish", "fader", "menubackground", "menu button"})
+      if (object->name == name && (drawn.empty() || drawn.back() != name)) drawn.emplace_back(name);
+  EXPECT_EQ(drawn, (std::vector<std::string>{"stage", "finish", "fader", "menubackground", "menu button"}));
+}
+
 TEST_F(WinScreenTest, PutsThePlayersOnThePodiumInTheOrderOfTheirPoints) {
   for (const SentPoints& sent : {SentPoints{12, 2}, SentPoints{5, 0}, SentPoints{5, 3}})
     SendEvent(kScoreObjects[static_cast<std::size_t>(sent.player)], Event(kSentPoints, &sent));
@@ -84,6 +97,9 @@ TEST_F(WinScreenTest, TheFirstPadArmsItForAllAndEscapeLetsTheMenuOpenAgain) {
   EXPECT_EQ(scene.PressPad(0, {Gamepad::kButtonStart}), "");
   EXPECT_EQ(scene.PressPad(1, {Gamepad::kButtonA}), "pause on; menu open end; music stop");
   EXPECT_EQ(scene.Press({SDLK_ESCAPE, SDLK_a}), "menu close end; pause off; pause on; menu open end; music stop");
+  for (const bool down : {true, false}) scene.SetKey(SDLK_ESCAPE, down);  // in one frame
+  scene.Run();
+  EXPECT_EQ(scene.PressPad(1, {Gamepad::kButtonA}), "menu close end; pause off; pause on; menu open end; music stop");
   scene.Press({SDLK_LEFT, SDLK_RETURN});
   EXPECT_FALSE(scene.platform.running);
 }

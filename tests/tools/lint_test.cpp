@@ -205,6 +205,8 @@ void LintTest::BreakEpisodes() {
   ExpectDamages("level1", good, kMatchDamages);
 
   Say(Changed(good, "Name: segmentmanager", "Name: somebody"), "no-controller", "level1");
+  SayAlone(Changed(Shipped("core"), "texture path: chainfront.png", "texture path: ship.png"), "no-controller",
+           "level1");
   Say(Changed(good, "archtypename: fish2", "archtypename:"), "empty-value");
   Say(Changed(good, "levelName_: piece", "levelName_: rock"), "no-death-timer");
   Say(Changed(good, "archtypename: fish2", "archtypename: pair"), "second-object");

@@ -4,6 +4,9 @@
 
 #include "tools/lint/level_file.h"
 
+/// The level that every match begins with. It is read before anything moves, all others in mid-match.
+inline constexpr char kMatchLevel[] = "level1";
+
 struct LintContext {
   const LintLevel& level;
   LevelFolder& folder;

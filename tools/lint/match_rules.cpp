@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr char kMatchLevel[] = "level1";
 constexpr char kController[] = "segmentmanager";
 
 struct RuleArchetype {

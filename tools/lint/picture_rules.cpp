@@ -19,6 +19,8 @@ constexpr float kWideTolerance = 0.01f;
 constexpr float kPartTolerance = 0.001f;
 constexpr std::string_view kShaders[] = {"default", "debug", "fisheye"};  // those that draw sprites
 
+constexpr char kReadWithLevel[] = "is read when the level is, which may stall a frame";
+
 struct PictureSize {
   float width = 0.0f;
   float height = 0.0f;
@@ -41,7 +43,8 @@ bool ReadSize(const std::string& path, PictureSize& size) {
 
 class PictureRules {
  public:
-  explicit PictureRules(const LintContext& context) : context_(context), report_(context.report) {}
+  explicit PictureRules(const LintContext& context)
+      : context_(context), report_(context.report), isMatchLevel_(context.level.GetName() == kMatchLevel) {}
 
   void Run() {
     for (const LintObject& object : context_.level.objects) {
@@ -63,7 +66,7 @@ class PictureRules {
     const LintLine* picture = ValueOf(&sprite, "texture path");
     PictureSize size;
     if (picture == nullptr || !CheckPicture(*picture, size, "every start prints an error for it: name a picture",
-                                            "is read when the level is, which may stall a frame"))
+                                            isMatchLevel_ ? nullptr : kReadWithLevel))
       return;
     if (mesh != nullptr && NumberOf(*mesh) == float{Sprite::kFullScreen} &&
         std::abs(size.width / size.height / kWide - 1.0f) > kWideTolerance)
@@ -92,6 +95,7 @@ class PictureRules {
       report_.Say(script.line, "too-many-particles", "all emitters together have at most 1048576");
   }
 
+  // Without `whenNotPreloaded` it may be read at any time.
   bool CheckPicture(const LintLine& picture, PictureSize& size, const char* whenNone, const char* whenNotPreloaded) {
     const std::string name(picture.value);
     const std::string path = context_.folder.PathOf("Texture/" + name);
@@ -104,7 +108,8 @@ class PictureRules {
     } else if (!ReadSize(path, size)) {
       report_.Say(picture.number, "bad-picture", "\"" + name + "\" is no PNG picture");
     } else {
-      if (std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end() &&
+      if (whenNotPreloaded != nullptr &&
+          std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end() &&
           noted_.insert(picture.value).second)
         report_.Say(picture.number, "not-preloaded", "\"" + name + "\" " + whenNotPreloaded);
       return true;
@@ -114,6 +119,7 @@ class PictureRules {
 
   const LintContext& context_;
   LintReport& report_;
+  bool isMatchLevel_;
   std::set<std::string_view> noted_;  // pictures that have had their note
   int particles_ = 0;
 };

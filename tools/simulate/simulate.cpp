@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "audio/audio.h"
+#include "build_world.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/print.h"
@@ -24,8 +25,7 @@
 #include "input/input.h"
 #include "match/episode/new_game.h"
 #include "match/players.h"
-#include "screens/start_up.h"
-#include "startup.h"
+#include "screens/logo_screen_script.h"
 #include "tools/lint/lint.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"

@@ -122,8 +122,7 @@ void System::State::Sound(Instance& instance) {
 }
 
 void System::State::Silence(Instance& instance, int fadeUpdates) {
-  if (Voice* voice = std::exchange(instance.voice, nullptr))
-    fadeUpdates > 0 ? voice->FadeAway(fadeUpdates) : voice->Cut();
+  if (Voice* voice = std::exchange(instance.voice, nullptr)) voice->FadeAway(fadeUpdates);
 }
 
 // Effects end with their output; music waits for the next.
@@ -269,12 +268,12 @@ Result System::Start(EventInstance handle) {
   return Result::kOk;
 }
 
-Result System::Stop(EventInstance handle, StopMode mode) {
+Result System::Stop(EventInstance handle) {
   const std::lock_guard lock(state_->mutex);
   Instance* instance = state_->Find(handle);
   if (instance == nullptr) return Result::kInvalidHandle;
   instance->playing = false;
-  state_->Silence(*instance, mode == StopMode::kAllowFadeOut ? kFadeOutUpdates : 0);
+  state_->Silence(*instance, kFadeOutUpdates);
   return Result::kOk;
 }
 

@@ -36,14 +36,12 @@ enum class VoiceUse {
   kKeepsOne,  ///< one voice stays reserved for it as long as it lives
 };
 
-enum class StopMode { kAllowFadeOut, kImmediate };
-
 class System {
  public:
   System();
   System(const System&) = delete;
   System& operator=(const System&) = delete;
-  /// Everything that sounds ends; waits for a search for an output that is under way.
+  /// Everything that sounds ends; a search for an output that is under way is waited for half a second at most.
   ~System();
 
   /// Plays through what the opener finds, now or later, and looks again when it has gone. `voices`: how many sounds may
@@ -69,7 +67,8 @@ class System {
   /// From the beginning, also when it is heard already: what was heard fades away quickly. A start that the voices do
   /// not allow is no error. Within one update only the first start counts.
   Result Start(EventInstance instance);
-  Result Stop(EventInstance instance, StopMode mode);
+  /// Fades out.
+  Result Stop(EventInstance instance);
   /// Frees the instance when it has ended; the handle is void at once.
   Result Release(EventInstance instance);
   /// Factor of the frequency, above 0.

@@ -25,6 +25,9 @@ constexpr Colour255 kSpent = {100.0f, 100.0f, 100.0f, kFullColour};
 constexpr Colour255 kBright = {kFullColour, kFullColour, kFullColour, kFullColour};
 constexpr Colour255 kLast = {kFullColour, 0.0f, 0.0f, kFullColour};
 
+// Of the process, whichever clock it was: two in one scene may not start the music over each other.
+bool fastMusicStarted = false;
+
 // Exact: a sprite has the spent grey only when it was given it.
 bool IsSpent(const Sprite& sprite) {
   constexpr float kGrey = kSpent.r / kFullColour;
@@ -32,6 +35,8 @@ bool IsSpent(const Sprite& sprite) {
 }
 
 }  // namespace
+
+GameTimer::GameTimer() { fastMusicStarted = false; }
 
 void GameTimer::Update(float step) {
   // Dead it is updated once more, and nothing may happen twice.
@@ -48,7 +53,7 @@ void GameTimer::Update(float step) {
   remainingTime_ -= step;
   if (chunkTimer_ >= chunkDuration_ - kBlinkTime) Blink(step);
   if (chunkTimer_ >= chunkDuration_) FinishChunk();
-  if (remainingTime_ <= kFastMusicTime && !fastMusicStarted_) SpeedUpMusic();
+  if (remainingTime_ <= kFastMusicTime && !fastMusicStarted) SpeedUpMusic();
 }
 
 // The episode's length is taken once; without an episode that lasts there is no pie, and the next frame tries again.
@@ -98,7 +103,7 @@ void GameTimer::FinishChunk() {
 }
 
 void GameTimer::SpeedUpMusic() {
-  fastMusicStarted_ = true;
+  fastMusicStarted = true;
   Audio::StopMusic();
   Audio::Play(Sound::kFastMatchMusic, Audio::kLongLived);
 }

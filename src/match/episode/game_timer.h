@@ -11,6 +11,9 @@ struct Colour255;
 
 class GameTimer final : public Script {
  public:
+  /// The fast music may start again.
+  GameTimer();
+
   void Update(float step) override;
   const char* GetName() const override { return "class GameTimer"; }
 
@@ -34,5 +37,4 @@ class GameTimer final : public Script {
   float chunkDuration_ = 0.0f;  // game seconds
   int chunksLeft_ = kChunks;    // index of the running chunk; below 0: the match is over
   bool built_ = false;
-  bool fastMusicStarted_ = false;
 };

@@ -65,7 +65,6 @@ void SetupMatch() {
 
 void NewGame() {
   LogEvent("screen game");
-  Objects().KillAll();
   StartGame();
   matchRunning = true;
 }

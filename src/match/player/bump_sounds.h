@@ -7,7 +7,7 @@
 
 struct BumpSound {
   std::string_view name;
-  int id;
+  Sound id;
 };
 
 // "Nameless" is what an object is called that nobody has named.

@@ -1,4 +1,4 @@
-#include "startup.h"
+#include "build_world.h"
 
 #include "audio/audio.h"
 #include "component_table.h"
