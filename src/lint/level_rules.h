@@ -2,7 +2,7 @@
 // that they name.
 #pragma once
 
-#include "tools/lint/level_file.h"
+#include "lint/level_file.h"
 
 struct LintContext {
   const LintLevel& level;
