@@ -10,6 +10,7 @@
 #include <fstream>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "build_world.h"
 #include "core/file_cache.h"
@@ -49,8 +50,7 @@ class WorkFolder {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
   }
-  // Absolute, because the corpus folders are named relative to where the program was started.
-  std::string File(const char* name) const { return (path_ / name).string(); }
+  const fs::path& GetPath() const { return path_; }
 
  private:
   fs::path path_;
@@ -89,7 +89,18 @@ void ClearWorld() {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+// The game reads plain names of its working folder, so the program moves there; the corpus folders and the place for
+// what it finds are named relative to where it was started.
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+  static std::vector<std::string> arguments(*argv, *argv + *argc);
+  for (std::size_t i = 1; i < arguments.size(); ++i)
+    if (!arguments[i].starts_with('-')) arguments[i] = fs::absolute(arguments[i]).string();
+  arguments.insert(arguments.begin() + 1, "-artifact_prefix=" + fs::current_path().string() + "/");
+  static std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  *argc = static_cast<int>(pointers.size());
+  *argv = pointers.data();
+  fs::current_path(Folder().GetPath());
   SetPrintTarget(std::fopen("/dev/null", "w"));
   BuildWorld();
   return 0;
@@ -97,12 +108,12 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size > kMaxInput) return 0;
-  const std::string level = Folder().File(kLevel);
-  std::ofstream(level, std::ios::binary).write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+  std::ofstream(kLevel, std::ios::binary)
+      .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
   ClearWorld();
-  Objects().LoadLevel(level);
+  Objects().LoadLevel(kLevel);
   for (int frame = 0; frame < kFrames; ++frame) RunFrame();
-  Objects().SaveLevel(Folder().File(kSaved));
+  Objects().SaveLevel(kSaved);
   ClearWorld();
   return 0;
 }

@@ -1,4 +1,3 @@
-#include <tools/lint/lint.h>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -29,6 +28,7 @@ void EnterOwnFolder() {
 }  // namespace
 
 int main(int, char*[]) {
+  Audio::SilenceLibraries();
   EnterOwnFolder();
   System system;
   SetPlatform(system);
@@ -38,7 +38,6 @@ int main(int, char*[]) {
   Input::ReopenGamepads();
   Input::GetPointer().window = system.GetWindowRect();
   GetEditor().Init();
-  GetEditor().SetLevelChecker(LintLines);
   Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();

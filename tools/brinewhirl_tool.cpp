@@ -10,10 +10,12 @@
 #include <system_error>
 #include <vector>
 
+#include "core/file_name.h"
 #include "core/script_registry.h"
+#include "lint/lint.h"
 #include "script_table.h"
 #include "tools/bank/bank_tool.h"
-#include "tools/lint/lint.h"
+#include "tools/lint/fix.h"
 #include "tools/lint/reference.h"
 #include "tools/simulate/simulate.h"
 
@@ -32,11 +34,12 @@ std::string Absolute(const std::string& path) {
   return std::filesystem::absolute(path, error).string();
 }
 
-// Levels are plain names beside the program: nothing leads out of the data folder.
 std::string CheckPlainName(const std::string& name) {
-  return name.empty() || name.find('/') != std::string::npos || name == "." || name == ".."
-             ? "must be a plain name in the data folder"
-             : "";
+  return IsPlainName(name) ? "" : "must be a plain name in the data folder";
+}
+
+std::string CheckLevelName(const std::string& name) {
+  return IsLevelName(name) ? "" : "must be a plain name in the data folder, its examples/ or its autosaves/";
 }
 
 int PrintScripts() {
@@ -51,7 +54,7 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
   auto* what = command->add_option_group("what to run");
   CLI::Option* level = what->add_option("--level", options.level, "Load one level into an empty scene");
-  level->check(CheckPlainName);
+  level->check(CheckLevelName);
   what->add_flag("--match", options.match, "Start a match");
   CLI::Option* boot = what->add_flag("--boot", options.boot, "Begin with the start-up screens, as the game does");
   what->require_option(0, 1);  // --matches starts matches by itself

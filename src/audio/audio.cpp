@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "audio/sound_ids.h"
+#include "audio/studio/output.h"
 #include "audio/studio/system.h"
 #include "core/print.h"
 #include "core/run_log.h"
@@ -122,6 +123,8 @@ void PlayLongLived(Sound id) {
 }
 
 }  // namespace
+
+void SilenceLibraries() { Studio::Output::SilenceLibraries(); }
 
 void Init(Output output) {
   Shutdown();

@@ -32,6 +32,9 @@ using enum Lifetime;
 inline constexpr int kRate = 48000;  ///< frames a second of Render
 inline constexpr int kPlayers = 4;
 
+/// Keeps the sound libraries from telling on standard error, again and again, that there is no device. Changes the
+/// environment: the first thing of all in a program, before any thread, also those that windows and drivers start.
+void SilenceLibraries();
 /// Starts the sound system, loads both banks from AudioSource/ in the working folder, and prepares the music of title
 /// and match.
 void Init(Output output);

@@ -31,6 +31,17 @@ struct Field {
   bool whileTyping = false;                                    ///< of a text: counts with every letter, not when typed
 };
 
+/// A button's way to put something into a list, which can be taken back and done again in place: what runs goes on.
+/// Both act on the scene as it stands when they are called.
+struct Insertion {
+  static constexpr int kNowhere = -1;
+
+  /// Puts it at the place, or at the button's own when that is kNowhere; where it came to stand, kNowhere when it could
+  /// not, with a message.
+  std::function<int(int place)> insert;
+  std::function<void(int place)> remove;
+};
+
 class FieldBar {
  public:
   static constexpr float kStep = 0.01f;  ///< by which floats and vectors go up and down
@@ -42,6 +53,7 @@ class FieldBar {
   virtual void Add(Field field) = 0;
   /// `name` stands for the button, `label` is shown on it. A press may add, move and destroy what the bar shows.
   virtual void AddButton(std::string_view name, std::string_view label, std::function<void()> press) = 0;
+  virtual void AddInsertButton(std::string_view name, std::string_view label, Insertion insertion) = 0;
 
   void Add(std::string_view label, FieldTarget target) { Add(Field{std::string(label), target}); }
   void AddReadOnly(std::string_view label, FieldTarget target) { Add(Field{std::string(label), target, true}); }

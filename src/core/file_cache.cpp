@@ -6,6 +6,7 @@
 #include <system_error>
 #include <unordered_map>
 
+#include "core/file_name.h"
 #include "core/print.h"
 
 namespace {
@@ -17,6 +18,10 @@ std::unordered_map<std::string, std::unique_ptr<const std::string>>& Texts() {
 }
 
 std::unique_ptr<const std::string> ReadFile(const std::string& fileName) {
+  if (!fileName.empty() && !IsLevelName(fileName)) {
+    Print("%s: %s, not read\n", fileName.c_str(), kNoPlainName);
+    return nullptr;
+  }
   std::error_code error;
   if (!std::filesystem::is_regular_file(fileName, error)) return nullptr;
   const auto size = std::filesystem::file_size(fileName, error);

@@ -7,8 +7,8 @@
 /// The largest file that is read, in bytes.
 inline constexpr long long kMaxFileBytes = 16LL * 1024 * 1024;
 
-/// The file's whole text, kept for the run. Null when it cannot be opened, is no regular file or is larger than
-/// kMaxFileBytes (which gets a message); nothing is kept then.
+/// The file's whole text, kept for the run. Null when it cannot be opened, is no regular file, or, each with a message,
+/// is larger than kMaxFileBytes or is no IsLevelName; nothing is kept then.
 const std::string* ReadCachedFile(const std::string& fileName);
 
 /// Whether the file has been read in this run.

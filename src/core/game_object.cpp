@@ -60,6 +60,7 @@ Component& GameObject::InsertAs(Kind kind, std::unique_ptr<Component> component)
 Component* GameObject::AddComponent(std::string_view textName) {
   const ComponentType* type = FindComponentType(textName);
   if (type == nullptr) return nullptr;
+  // Whoever asks wants it filled, as the loader does; another one would have no owner.
   if (type->kind == Kind::kTransform) return transform_;
   return &InsertAs(type->kind, type->create());
 }

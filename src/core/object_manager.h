@@ -32,6 +32,11 @@ class ObjectManager {
   static constexpr std::size_t kMaxObjects = 20000;
   /// Loads inside loads (a script that is being read may load) beyond this give a message and nothing.
   static constexpr int kMaxLoadDepth = 8;
+  /// What a load may cost together with all loads inside it; each bound says once that it is reached. What would be
+  /// read beyond the bytes is not loaded, further scripts are skipped, further messages are not told.
+  static constexpr std::size_t kMaxLoadBytes = std::size_t{32} * 1024 * 1024;
+  static constexpr int kMaxScripts = 20000;
+  static constexpr int kMaxMessages = 100;
 
   /// Makes the cursor and the camera object, which are in no list and have ID 0. The builders give them their
   /// components; called once, before anything else is made.
@@ -73,6 +78,8 @@ class ObjectManager {
   std::vector<GameObject*> LoadLevel(const std::string& fileName = "TempSave");
   /// The same from a text in memory; `name` stands for it in messages.
   std::vector<GameObject*> LoadText(const std::string& name, const std::string& text);
+  /// Counts a script of the load that runs; false when it and the loads around it have made too many.
+  bool TakeScriptSlot(const Serializer& reader);
   /// Writes the extension's object and every non-Core object; false with a message when the file cannot be written.
   bool SaveLevel(const std::string& fileName = "TempSave");
 
@@ -80,6 +87,15 @@ class ObjectManager {
   void Reset();
 
  private:
+  // The outermost load that runs, with all inside it.
+  struct Load {
+    std::size_t bytes = 0;
+    int scripts = 0;
+    bool toldDepth = false;
+    bool toldBytes = false;
+  };
+
+  bool MayLoad(const std::string& fileName);
   void ReadDocument(Serializer& reader, std::vector<GameObject*>& created);
   void ReadObjects(Serializer& reader, std::vector<GameObject*>& created);
   GameObject* BeginObject(Serializer& reader, std::vector<GameObject*>& created);
@@ -93,6 +109,7 @@ class ObjectManager {
   bool needsSort_ = false;
   LevelExtension* extension_ = nullptr;
   int loadDepth_ = 0;
+  Load load_;
   bool reportedFull_ = false;
 };
 

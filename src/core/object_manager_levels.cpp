@@ -15,9 +15,8 @@ void ReadComponent(Serializer& reader, GameObject* object, std::string_view name
     component->Deserialize(reader);
     return;
   }
-  if (reader.MayComplain())
-    Print("%s: %s \"%s\", skipped\n", reader.Where().c_str(),
-          object == nullptr ? "component outside an object" : "unknown component", std::string(name).c_str());
+  Print("%s: %s \"%s\", skipped\n", reader.Where().c_str(),
+        object == nullptr ? "component outside an object" : "unknown component", std::string(name).c_str());
   reader.SkipToDepth(reader.GetDepth() - 1);
 }
 
@@ -30,12 +29,33 @@ void ReportEnd(const Serializer& reader) {
 
 }  // namespace
 
-std::vector<GameObject*> ObjectManager::LoadLevel(const std::string& fileName) {
-  std::vector<GameObject*> created;
+bool ObjectManager::MayLoad(const std::string& fileName) {
+  if (loadDepth_ == 0) load_ = {};
   if (loadDepth_ >= kMaxLoadDepth) {
-    Print("%s: more than %d levels load each other, not loaded\n", fileName.c_str(), kMaxLoadDepth);
-    return created;
+    if (!load_.toldDepth)
+      Print("%s: more than %d levels load each other, not loaded\n", fileName.c_str(), kMaxLoadDepth);
+    load_.toldDepth = true;
+    return false;
   }
+  if (load_.bytes >= kMaxLoadBytes) {
+    if (!load_.toldBytes)
+      Print("%s: levels that load each other have more than %zu bytes, not loaded\n", fileName.c_str(), kMaxLoadBytes);
+    load_.toldBytes = true;
+    return false;
+  }
+  return true;
+}
+
+bool ObjectManager::TakeScriptSlot(const Serializer& reader) {
+  if (++load_.scripts == kMaxScripts + 1)
+    Print("%s: more than %d scripts, the rest is skipped\n", reader.Where().c_str(), kMaxScripts);
+  return load_.scripts <= kMaxScripts;
+}
+
+std::vector<GameObject*> ObjectManager::LoadLevel(const std::string& fileName) {
+  const PrintLimit limit(fileName.c_str(), kMaxMessages);
+  std::vector<GameObject*> created;
+  if (!MayLoad(fileName)) return created;
   Serializer reader;
   if (reader.OpenForRead(fileName))
     ReadDocument(reader, created);
@@ -45,7 +65,9 @@ std::vector<GameObject*> ObjectManager::LoadLevel(const std::string& fileName) {
 }
 
 std::vector<GameObject*> ObjectManager::LoadText(const std::string& name, const std::string& text) {
+  const PrintLimit limit(name.c_str(), kMaxMessages);
   std::vector<GameObject*> created;
+  if (!MayLoad(name)) return created;
   Serializer reader;
   if (reader.OpenText(name, text)) ReadDocument(reader, created);
   return created;
@@ -53,6 +75,7 @@ std::vector<GameObject*> ObjectManager::LoadText(const std::string& name, const 
 
 void ObjectManager::ReadDocument(Serializer& reader, std::vector<GameObject*>& created) {
   ++loadDepth_;
+  load_.bytes += reader.CountBytesLeft();
   if (extension_ != nullptr) extension_->BeginLoad();
   ReadObjects(reader, created);
   if (objects_.size() < kMaxObjects) ReportEnd(reader);

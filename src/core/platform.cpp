@@ -1,10 +1,8 @@
 #include "core/platform.h"
 
-#include "core/scripted_platform.h"
-
 namespace {
 Platform*& Current() {
-  static ScriptedPlatform nothing;  // without window and devices, until somebody sets another
+  static Platform nothing;
   static Platform* current = &nothing;
   return current;
 }

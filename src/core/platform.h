@@ -1,5 +1,5 @@
 // What the program stands on: a window with its events and gamepads, or a stand-in for it that a script drives. The
-// floors above ask through this interface and cannot tell which.
+// floors above ask through this class and cannot tell which.
 #pragma once
 
 #include <SDL.h>
@@ -30,34 +30,38 @@ class EventRouter {
   virtual void EndFrame() = 0;
 };
 
+/// By itself it is nothing to stand on: a window that is never seen, no events and no devices.
 class Platform {
  public:
   virtual ~Platform() = default;
 
   /// Hands every waiting event to the router.
-  virtual void PumpEvents(EventRouter& router) = 0;
-  virtual WindowRect GetWindowRect() const = 0;
-  virtual bool IsFullscreen() const = 0;
-  virtual void SetFullscreen(bool fullscreen) = 0;
-  virtual void Minimise() = 0;
+  virtual void PumpEvents(EventRouter& router) {
+    router.BeginFrame();
+    router.EndFrame();
+  }
+  virtual WindowRect GetWindowRect() const { return {}; }
+  virtual bool IsFullscreen() const { return false; }
+  virtual void SetFullscreen(bool /*fullscreen*/) {}
+  virtual void Minimise() {}
   /// Shows or hides the system's own mouse pointer over the window.
-  virtual void ShowPointer(bool shown) = 0;
+  virtual void ShowPointer(bool /*shown*/) {}
   /// Shows the finished frame.
-  virtual void Present() = 0;
+  virtual void Present() {}
 
   /// Devices present, slots or not.
-  virtual int GetJoystickCount() const = 0;
+  virtual int GetJoystickCount() const { return 0; }
   /// Opens device `slot` into that slot anew, or leaves it empty when there is none. Slots 0 to 3.
-  virtual void OpenGamepad(int slot) = 0;
-  virtual bool IsGamepadConnected(int slot) const = 0;
+  virtual void OpenGamepad(int /*slot*/) {}
+  virtual bool IsGamepadConnected(int /*slot*/) const { return false; }
   /// In the layout of Gamepad; 0 for an empty slot.
-  virtual bool GetGamepadButton(int slot, int button) const = 0;
-  virtual std::int16_t GetGamepadAxis(int slot, int axis) const = 0;
+  virtual bool GetGamepadButton(int /*slot*/, int /*button*/) const { return false; }
+  virtual std::int16_t GetGamepadAxis(int /*slot*/, int /*axis*/) const { return 0; }
 
   /// Marks the start of a frame for EndFrame.
-  virtual void StartFrame() = 0;
+  virtual void StartFrame() {}
   /// Sleeps away what is left of the frame.
-  virtual void EndFrame() = 0;
+  virtual void EndFrame() {}
 
   bool running = true;  ///< the main loop goes on while true
 };

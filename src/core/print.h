@@ -8,9 +8,25 @@
 /// printf-style text, written as it is: the caller ends the line.
 [[gnu::format(printf, 1, 2)]] void Print(const char* format, ...);
 
-/// Also gets every text that is printed; null for nobody.
+/// Also gets every text that this thread prints, and those of no other; null for nobody.
 using PrintListener = void (*)(std::string_view text);
 void SetPrintListener(PrintListener listener);
+
+/// While one lives, this thread prints at most that many texts, each cut to kMaxBytes; one more says that the rest is
+/// not told. Bounds what a file can make the program print. One inside another changes nothing.
+class PrintLimit {
+ public:
+  static constexpr std::size_t kMaxBytes = 1000;
+
+  /// `name`: of what the texts are about; must outlive the limit.
+  PrintLimit(const char* name, int texts);
+  ~PrintLimit();
+  PrintLimit(const PrintLimit&) = delete;
+  PrintLimit& operator=(const PrintLimit&) = delete;
+
+ private:
+  bool isOutermost_;
+};
 
 /// Where Print writes from now on; not owned. The initial target is standard output.
 void SetPrintTarget(std::FILE* target);

@@ -60,13 +60,12 @@ void ScriptBox::Deserialize(Serializer& reader) {
     if (kind == LineKind::kEndOfFile || reader.GetDepth() < boxDepth) return;
     if (kind == LineKind::kBlockClose) continue;
     const bool isScript = kind == LineKind::kComponentOpen && reader.GetDepth() == boxDepth + 1;
-    NewScript created = isScript && reader.TakeScriptSlot() ? CreateScript(key) : NewScript{};
+    NewScript created = isScript && Objects().TakeScriptSlot(reader) ? CreateScript(key) : NewScript{};
     if (created.script != nullptr) {
       created.script->Deserialize(reader);
       Attach(std::move(created));
     } else {
-      if ((!isScript || !IsScriptRegistered(key)) && reader.MayComplain())
-        Print("%s could not be found.\n", std::string(key).c_str());
+      if (!isScript || !IsScriptRegistered(key)) Print("%s could not be found.\n", std::string(key).c_str());
       reader.SkipToDepth(boxDepth);
     }
   }

@@ -21,20 +21,15 @@ class ScriptedPlatform final : public Platform {
   void SetPadButton(int slot, int button, bool down);
 
   void PumpEvents(EventRouter& router) override;
-  WindowRect GetWindowRect() const override { return {}; }
   bool IsFullscreen() const override { return fullscreen_; }
   void SetFullscreen(bool fullscreen) override { fullscreen_ = fullscreen; }
-  void Minimise() override {}
   void ShowPointer(bool shown) override { pointerShown_ = shown; }
   bool IsPointerShown() const { return pointerShown_; }
-  void Present() override {}
   int GetJoystickCount() const override;
   void OpenGamepad(int slot) override;
   bool IsGamepadConnected(int slot) const override { return PadAt(slot).open; }
   bool GetGamepadButton(int slot, int button) const override;
   std::int16_t GetGamepadAxis(int slot, int axis) const override;
-  void StartFrame() override {}
-  void EndFrame() override {}
 
  private:
   struct Pad {

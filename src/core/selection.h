@@ -7,7 +7,8 @@
 /// Empties the selection.
 void ClearSelection();
 
-/// Appends an object; one that is selected already stays where it is, but counts as picked last.
+/// Appends an object; one that is selected already stays where it is, but counts as picked last. Several overlaps with
+/// the cursor in one frame would otherwise show it on the bar as often.
 void AddToSelection(std::uint32_t objectId);
 
 /// The object that was picked last; 0 when the selection is empty.

@@ -3,6 +3,7 @@
 // save or one load. Numbers are always in the C locale.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -37,7 +38,7 @@ class Serializer {
   void WriteFloat(std::string_view key, float value);
   void WriteInt(std::string_view key, int value);
   void WriteBool(std::string_view key, bool value);
-  /// Control characters and a final "{" would break the line: they are dropped with a message.
+  /// Control characters and a final "{" would break the line: they are dropped, each kind with a message.
   void WriteString(std::string_view key, std::string_view value);
   void WriteVec3(const Vec3& v);
   void WriteQuaternion(const Quaternion& q);
@@ -78,15 +79,13 @@ class Serializer {
   bool HasMetEnd() const { return metEnd_; }
   /// "NAME: line N" of the line read last, for messages.
   std::string Where() const;
-  /// Counts a script of this load; false, with one message, when the load has made too many.
-  bool TakeScriptSlot();
-  /// Whether one more fault of this file may be told; says once when no more are.
-  bool MayComplain();
+  /// Of the text, behind the line read last.
+  std::size_t CountBytesLeft() const { return static_cast<std::size_t>(end_ - position_); }
 
  private:
   static constexpr int kFileDigits = 6;
-  static constexpr int kMaxComplaints = 100;  // per load
-  static constexpr int kMaxScripts = 20000;   // per load; bounds the memory that a file can claim
+  // What a text can hold that no file may; each kind is told once a save.
+  enum class Fault { kNotFinite, kControlCharacter, kFinalBrace };
 
   void Line(std::string_view key, std::string_view value);
   void Indent();
@@ -94,7 +93,7 @@ class Serializer {
   bool NextValue(std::string_view& value);
   void SkipLine();
   bool StartReading(const std::string& name, std::string_view text);
-  void Complain(const char* what, std::string_view detail);
+  void Complain(Fault fault, std::string_view key);
 
   std::string fileName_;
   // writing
@@ -102,14 +101,12 @@ class Serializer {
   bool writing_ = false;
   int digits_ = kFileDigits;
   std::uint8_t indent_ = 0;
-  bool complained_ = false;
+  std::array<bool, 3> told_{};  // by Fault
   // reading
   const char* position_ = nullptr;
   const char* end_ = nullptr;
   int lineNumber_ = 0;
   int depth_ = 0;
-  int scripts_ = 0;
-  int complaints_ = 0;
   bool reportedNumber_ = false;
   bool inMemory_ = false;
   bool metEnd_ = false;

@@ -207,17 +207,3 @@ void Serializer::SkipToDepth(int depth) {
 }
 
 std::string Serializer::Where() const { return fileName_ + ": line " + std::to_string(lineNumber_); }
-
-bool Serializer::MayComplain() {
-  if (++complaints_ <= kMaxComplaints) return true;
-  if (complaints_ == kMaxComplaints + 1)
-    Print("%s: more than %d faults, the rest is not told\n", Where().c_str(), kMaxComplaints);
-  return false;
-}
-
-bool Serializer::TakeScriptSlot() {
-  if (++scripts_ <= kMaxScripts) return true;
-  if (scripts_ == kMaxScripts + 1)
-    Print("%s: more than %d scripts, the rest is skipped\n", Where().c_str(), kMaxScripts);
-  return false;
-}

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <utility>
 
 #include "core/print.h"
 #include "core/replace_file.h"
@@ -68,15 +69,18 @@ void Serializer::Line(std::string_view key, std::string_view value) {
   out_ += '\n';
 }
 
-void Serializer::Complain(const char* what, std::string_view detail) {
-  if (complained_) return;
-  complained_ = true;
-  Print("%s: %s %s\n", fileName_.c_str(), what, std::string(detail).c_str());
+void Serializer::Complain(Fault fault, std::string_view key) {
+  constexpr const char* kTexts[] = {
+      "not a finite number, written as 0:", "control characters would break the line, dropped from",
+      "a \"{\" at the end would break the line, dropped from"};
+  const auto index = static_cast<std::size_t>(fault);
+  if (std::exchange(told_[index], true)) return;
+  Print("%s: %s %s\n", fileName_.c_str(), kTexts[index], std::string(key).c_str());
 }
 
 void Serializer::WriteFloat(std::string_view key, float value) {
   if (!std::isfinite(value)) {
-    Complain("not a finite number, written as 0:", key);
+    Complain(Fault::kNotFinite, key);
     value = 0.0f;
   }
   char text[48];
@@ -90,9 +94,10 @@ void Serializer::WriteBool(std::string_view key, bool value) { Line(key, value ?
 
 void Serializer::WriteString(std::string_view key, std::string_view value) {
   std::string text(value);
-  std::erase_if(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
-  while (!text.empty() && text.back() == '{') text.pop_back();
-  if (text.size() != value.size()) Complain("characters that would break the line, dropped from", key);
+  if (std::erase_if(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }) > 0)
+    Complain(Fault::kControlCharacter, key);
+  if (text.ends_with('{')) Complain(Fault::kFinalBrace, key);
+  while (text.ends_with('{')) text.pop_back();
   Line(key, text);
 }
 

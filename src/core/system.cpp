@@ -1,5 +1,9 @@
 #include "core/system.h"
 
+#include <algorithm>
+#include <string>
+#include <utility>
+
 #include "core/print.h"
 #include "core/random.h"
 #include "core/system_pad.h"
@@ -40,19 +44,21 @@ void System::PrintDisplayMode() const {
   Print("Refresh Rate: %d\n", mode.refresh_rate);
 }
 
+// What SDL says went wrong is copied at once: the next call to it may say something else.
 void System::OpenWindow(GlLoader loadGl) {
   const WindowRect request;
   window_ = SDL_CreateWindow(kTitle, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, request.width, request.height,
                              SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_OPENGL);
   fullscreen_ = true;
   if (window_ != nullptr) glContext_ = SDL_GL_CreateContext(window_);
+  const std::string sdlError = window_ == nullptr || glContext_ == nullptr ? SDL_GetError() : "";
   vsync_ = false;
   ToggleVSync();
   if (window_ == nullptr) {
-    Print("Window could not be created SDL Error: %s\n", SDL_GetError());
+    Print("Window could not be created SDL Error: %s\n", sdlError.c_str());
     return;
   }
-  const char* error = glContext_ == nullptr ? SDL_GetError() : loadGl();
+  const char* error = glContext_ == nullptr ? sdlError.c_str() : loadGl();
   if (error != nullptr) Print("Error initializing GLEW.\n%s\n", error);
 }
 
@@ -100,6 +106,30 @@ void System::ShowPointer(bool shown) { SDL_ShowCursor(shown ? SDL_ENABLE : SDL_D
 
 void System::Present() {
   if (glContext_ != nullptr) SDL_GL_SwapWindow(window_);
+}
+
+int System::GetJoystickCount() const { return std::max(0, SDL_NumJoysticks()); }
+
+// A device that is closed loses what is held on it until its next report, so one that stays or moves to another slot is
+// never closed in between: the new handle of a slot is made before its old one goes.
+void System::OpenGamepad(int slot) {
+  auto& pad = pads_[static_cast<std::size_t>(slot)];
+  const bool isThere = slot < GetJoystickCount();
+  if (isThere && pad && pad->IsDevice(slot)) return;
+  auto opened = isThere ? std::make_unique<SystemPad>(slot) : nullptr;
+  pad = opened && opened->IsOpen() ? std::move(opened) : nullptr;
+}
+
+bool System::IsGamepadConnected(int slot) const { return pads_[static_cast<std::size_t>(slot)] != nullptr; }
+
+bool System::GetGamepadButton(int slot, int button) const {
+  const auto& pad = pads_[static_cast<std::size_t>(slot)];
+  return pad && pad->GetButton(button);
+}
+
+std::int16_t System::GetGamepadAxis(int slot, int axis) const {
+  const auto& pad = pads_[static_cast<std::size_t>(slot)];
+  return pad ? pad->GetAxis(axis) : std::int16_t{0};
 }
 
 void System::StartFrame() { frameStartTicks_ = SDL_GetTicks(); }

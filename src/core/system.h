@@ -7,6 +7,8 @@
 
 #include "core/platform.h"
 
+class SystemPad;
+
 class System final : public Platform {
  public:
   /// Makes the GL entry points available for the context that is current; null, or an error text.
@@ -46,7 +48,6 @@ class System final : public Platform {
   unsigned measuredFps = 0;  ///< of the last frame that took a measurable time
 
  private:
-  struct Pad;
   void PrintDisplayMode() const;
   void OpenWindow(GlLoader loadGl);
 
@@ -57,7 +58,7 @@ class System final : public Platform {
   std::uint32_t frameStartTicks_ = 0;  // milliseconds
   std::uint32_t frameEndTicks_ = 0;
   std::uint32_t frameTime_ = 0;
-  std::array<std::unique_ptr<Pad>, kGamepadSlots> pads_;
+  std::array<std::unique_ptr<SystemPad>, kGamepadSlots> pads_;
 };
 
 /// Milliseconds to sleep after a frame that took `frameTime` milliseconds; 0 when it is late or `targetFps` is 0.

@@ -1,7 +1,9 @@
 #include "core/system_pad.h"
 
 #include <algorithm>
-#include <utility>
+#include <array>
+
+#include "core/platform.h"
 
 namespace {
 
@@ -34,37 +36,19 @@ std::int16_t TriggerValue(std::int16_t value) {
 
 }  // namespace
 
-System::Pad::Pad(int device) : id(SDL_JoystickGetDeviceInstanceID(device)) {
-  if (SDL_IsGameController(device) == SDL_TRUE) controller.reset(SDL_GameControllerOpen(device));
-  if (controller == nullptr) joystick.reset(SDL_JoystickOpen(device));
+SystemPad::SystemPad(int device) : id_(SDL_JoystickGetDeviceInstanceID(device)) {
+  if (SDL_IsGameController(device) == SDL_TRUE) controller_.reset(SDL_GameControllerOpen(device));
+  if (controller_ == nullptr) joystick_.reset(SDL_JoystickOpen(device));
 }
 
-int System::GetJoystickCount() const { return std::max(0, SDL_NumJoysticks()); }
-
-// A device that is closed loses what is held on it until its next report, so one that stays or moves to another slot is
-// never closed in between: the new handle of a slot is made before its old one goes.
-void System::OpenGamepad(int slot) {
-  auto& pad = pads_[static_cast<std::size_t>(slot)];
-  const bool isThere = slot < GetJoystickCount();
-  if (isThere && pad && pad->id == SDL_JoystickGetDeviceInstanceID(slot)) return;
-  auto opened = isThere ? std::make_unique<Pad>(slot) : nullptr;
-  pad = opened && opened->IsOpen() ? std::move(opened) : nullptr;
-}
-
-bool System::IsGamepadConnected(int slot) const { return pads_[static_cast<std::size_t>(slot)] != nullptr; }
-
-bool System::GetGamepadButton(int slot, int button) const {
-  const auto& pad = pads_[static_cast<std::size_t>(slot)];
-  if (!pad) return false;
-  if (pad->joystick) return SDL_JoystickGetButton(pad->joystick.get(), button) != 0;
+bool SystemPad::GetButton(int button) const {
+  if (joystick_) return SDL_JoystickGetButton(joystick_.get(), button) != 0;
   const auto index = static_cast<std::size_t>(button);
-  return index < kButtons.size() && SDL_GameControllerGetButton(pad->controller.get(), kButtons[index]) != 0;
+  return index < kButtons.size() && SDL_GameControllerGetButton(controller_.get(), kButtons[index]) != 0;
 }
 
-std::int16_t System::GetGamepadAxis(int slot, int axis) const {
-  const auto& pad = pads_[static_cast<std::size_t>(slot)];
-  if (!pad) return 0;
-  if (pad->joystick) return SDL_JoystickGetAxis(pad->joystick.get(), axis);
-  const std::int16_t value = SDL_GameControllerGetAxis(pad->controller.get(), kAxes[static_cast<std::size_t>(axis)]);
+std::int16_t SystemPad::GetAxis(int axis) const {
+  if (joystick_) return SDL_JoystickGetAxis(joystick_.get(), axis);
+  const std::int16_t value = SDL_GameControllerGetAxis(controller_.get(), kAxes[static_cast<std::size_t>(axis)]);
   return axis < kFirstTrigger ? value : TriggerValue(value);
 }

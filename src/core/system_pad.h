@@ -1,19 +1,30 @@
-// One opened device of the real platform, in the layout that the game reads.
+// One opened device of the real platform, in the layout that the game reads. Main thread only.
 #pragma once
 
-#include "core/system.h"
+#include <SDL.h>
 
-struct System::Pad {
+#include <cstdint>
+#include <memory>
+
+class SystemPad {
+ public:
   /// Opens the device, or finds it open already.
-  explicit Pad(int device);
-  bool IsOpen() const { return controller != nullptr || joystick != nullptr; }
+  explicit SystemPad(int device);
+  bool IsOpen() const { return controller_ != nullptr || joystick_ != nullptr; }
+  /// Whether it is that device, for as long as it is plugged in.
+  bool IsDevice(int device) const { return id_ == SDL_JoystickGetDeviceInstanceID(device); }
 
-  SDL_JoystickID id;  // of the device, for as long as it is plugged in
+  /// By the game's numbers; those that the device lacks are up, and at rest.
+  bool GetButton(int button) const;
+  std::int16_t GetAxis(int axis) const;
 
+ private:
   struct Closer {
     void operator()(SDL_GameController* handle) const { SDL_GameControllerClose(handle); }
     void operator()(SDL_Joystick* handle) const { SDL_JoystickClose(handle); }
   };
-  std::unique_ptr<SDL_GameController, Closer> controller;  // a device that SDL's mapping knows
-  std::unique_ptr<SDL_Joystick, Closer> joystick;          // any other, in its raw numbers
+
+  SDL_JoystickID id_;
+  std::unique_ptr<SDL_GameController, Closer> controller_;  // a device that SDL's mapping knows
+  std::unique_ptr<SDL_Joystick, Closer> joystick_;          // any other, in its raw numbers
 };

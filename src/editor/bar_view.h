@@ -11,24 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "editor/field_value.h"
+#include "editor/bar_actions.h"
 #include "editor/tweak_bar.h"
-
-/// What somebody did on the bars in one frame.
-struct BarActions {
-  struct Edit {
-    const TweakBar* bar;
-    std::string path;
-    FieldValue value;
-    bool done;  ///< false while the mouse still pulls at the value
-  };
-  struct Press {
-    const TweakBar* bar;
-    std::string path;
-  };
-  std::vector<Edit> edits;
-  std::vector<Press> presses;
-};
 
 /// A closed line over the picture, in window pixels.
 using Outline = std::vector<std::array<float, 2>>;

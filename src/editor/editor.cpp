@@ -151,7 +151,8 @@ const Editor::ObjectRange* Editor::FindObjectOf(const TweakBar& bar, const Tweak
   return nullptr;
 }
 
-// A step of the history names the variable as it stands on a bar of its object alone, where a copy has its old value.
+// A step of the history names what it was done with as it stands on a bar of its object alone, where a copy has its old
+// value.
 void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done) {
   const FieldValue before = GetValue(entry.field);
   SetValue(entry.field, value);
@@ -166,17 +167,21 @@ void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const 
   history_.RecordEdit(range->id, recorded.path, before, GetValue(recorded.field), !done);
 }
 
-// The tools record what they do by themselves.
+// The tools record what they do by themselves. Of an object's buttons those are recorded that put something into a
+// list.
 void Editor::PressButton(const TweakBar& bar, const TweakBar::Entry& entry) {
   const ObjectRange* range = FindObjectOf(bar, entry);
-  const std::uint32_t id = range == nullptr ? 0 : range->id;
-  const std::function<void()> press = entry.press;  // a copy, since it may empty the bar that holds it
-  Do([&] {
-    if (id == 0)
-      press();
-    else
-      history_.RecordChangeBy(id, press);
-  });
+  GameObject* object = range == nullptr ? nullptr : Objects().GetObject(range->id);
+  if (object == nullptr || !entry.insertion.insert) {
+    const std::function<void()> press = entry.press;  // a copy, since it may empty the bar that holds it
+    Do(press);
+    return;
+  }
+  TweakBar alone("object");
+  AddObjectFields(alone, *object);
+  const auto index = static_cast<std::size_t>(&entry - bar.GetEntries().data());
+  const TweakBar::Entry& recorded = alone.GetEntries()[index - range->first];
+  Do([&] { history_.DoInsertion(*object, recorded.path, recorded.insertion); });
 }
 
 void Editor::Do(const std::function<void()>& action) {

@@ -22,15 +22,10 @@ struct TestObject;
 
 class Editor {
  public:
-  /// What a strict reader says about a file, line by line; empty when all is well.
-  using LevelChecker = std::vector<std::string> (*)(const std::string& fileName);
-
   /// Both bars with their first values, hidden. Once at the start; again for a fresh state.
   void Init();
   /// Frees what showing the bars took; before the GL context goes.
   void Shutdown() { view_.Shutdown(); }
-  /// Asked about every level that has been saved; null for none.
-  void SetLevelChecker(LevelChecker checker) { checker_ = checker; }
 
   /// An event of the window, before anybody else: true when it was the editor's.
   bool HandleEvent(const SDL_Event& event);
@@ -78,7 +73,8 @@ class Editor {
   void AddComponent(std::string_view textName);
   void AddScript(const std::string& name);
   void Kill();
-  /// Of the selected objects that are alive the first, and the one picked last; null with a line when there is none.
+  /// The first of the selected objects that are alive, and the one that was picked last, which no other stands in for;
+  /// null with a line when it is not there.
   GameObject* FirstSelected() const;
   GameObject* LastSelected() const;
 
@@ -88,7 +84,6 @@ class Editor {
   BarView view_;
   History history_;
   Drag drag_;
-  LevelChecker checker_ = nullptr;
 
   std::string fileName_;
   std::string archetypeName_;

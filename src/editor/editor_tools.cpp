@@ -13,6 +13,7 @@
 #include "editor/level_files.h"
 #include "editor/test_objects.h"
 #include "graphics/renderer.h"
+#include "lint/lint.h"
 #include "match/episode/new_game.h"
 
 namespace {
@@ -132,12 +133,9 @@ GameObject* Editor::FirstSelected() const {
 }
 
 GameObject* Editor::LastSelected() const {
-  if (GameObject* picked = FindAlive(GetLastSelected())) return picked;
-  const auto& ids = GetSelection();
-  for (auto id = ids.rbegin(); id != ids.rend(); ++id)
-    if (GameObject* object = FindAlive(*id)) return object;
-  Print("nothing is selected\n");
-  return nullptr;
+  GameObject* picked = FindAlive(GetLastSelected());
+  if (picked == nullptr) Print("nothing is selected\n");
+  return picked;
 }
 
 void Editor::MakeTestObject(const TestObject& test) {
@@ -151,10 +149,10 @@ void Editor::SaveLevel() {
     Print("no file name, nothing is saved\n");
     return;
   }
-  const bool saved = SaveLevelWithAutosave(fileName_, levelDuration_, autosaveCount_++);
+  const bool saved = SaveLevelWithAutosave(fileName_, levelDuration_, autosaveCount_);
   faults_.clear();
-  if (!saved || checker_ == nullptr) return;
-  faults_ = checker_(fileName_);
+  if (!saved) return;
+  faults_ = LintLines(fileName_);
   if (faults_.empty()) Print("lint finds nothing wrong with %s\n", fileName_.c_str());
   if (faults_.size() <= kMaxFaults) return;
   faults_.resize(kMaxFaults);
@@ -197,7 +195,7 @@ void Editor::AddScript(const std::string& name) {
   if (object == nullptr) return;
   auto* scripts = object->Get<ScriptBox>();
   if (scripts == nullptr) {
-    Print("%s has no ScriptBox, so it takes no script\n", NameOf(*object).c_str());
+    Print("%s has no ScriptBox, so it takes no script: add a ScriptBox first\n", NameOf(*object).c_str());
     return;
   }
   if (!IsScriptRegistered(name)) {

@@ -80,18 +80,9 @@ void History::RecordGrowth(GameObject& object) {
     Clear();
 }
 
-void History::RecordChangeBy(std::uint32_t objectId, const std::function<void()>& change) {
-  GameObject* object = Objects().GetObject(objectId);
-  if (object == nullptr || !CanTakeSnapshot(*object)) {
-    change();
-    return;
-  }
-  Snapshot before = TakeSnapshot(*object);
-  OrderPointer order = PresentOrder();
-  change();
-  object = Objects().GetObject(objectId);
-  if (object == nullptr || TakeSnapshot(*object).text == before.text) return;
-  Record(Change{objectId, "an addition to " + NameOf(*object), std::move(before), {}, {}, true, std::move(order)});
+void History::DoInsertion(const GameObject& object, const std::string& path, const Insertion& insertion) {
+  const int place = insertion.insert(Insertion::kNowhere);
+  if (place != Insertion::kNowhere) Record(Inserted{object.id, path, "an addition to " + NameOf(object), place});
 }
 
 void History::Clear() {
@@ -109,6 +100,8 @@ std::string History::Undo() {
     said = Apply(*edit, edit->before);
     // A save sorts the list by depth, and the depth may be what was edited.
     if (HasNothingNew(edit->order->ids)) order = edit->order;
+  } else if (Inserted* inserted = std::get_if<Inserted>(&step)) {
+    said = Apply(*inserted, false);
   } else {
     said = Undo(std::get<Change>(step));
     order = std::get<Change>(step).order;
@@ -125,6 +118,8 @@ std::string History::Redo() {
   std::string said;
   if (Edit* edit = std::get_if<Edit>(&step))
     said = Apply(*edit, edit->after);
+  else if (Inserted* inserted = std::get_if<Inserted>(&step))
+    said = Apply(*inserted, true);
   else
     said = Redo(std::get<Change>(step));
   done_.push_back(std::move(step));
@@ -143,6 +138,22 @@ std::string History::Apply(const Edit& edit, const FieldValue& value) {
     return NameOf(*object) + edit.path + " = " + TextOf(entry.field);
   }
   return edit.path.substr(1) + ": its variable is gone";
+}
+
+std::string History::Apply(Inserted& inserted, bool again) {
+  GameObject* object = Objects().GetObject(inserted.id);
+  if (object == nullptr) return inserted.what + ": it is gone";
+  TweakBar bar("undo");
+  AddObjectFields(bar, *object);
+  for (const TweakBar::Entry& entry : bar.GetEntries()) {
+    if (entry.path != inserted.path || !entry.insertion.insert) continue;
+    if (again)
+      inserted.place = entry.insertion.insert(inserted.place);
+    else if (inserted.place != Insertion::kNowhere)
+      entry.insertion.remove(inserted.place);
+    return inserted.what;
+  }
+  return inserted.what + ": its button is gone";
 }
 
 std::string History::Undo(Change& change) {

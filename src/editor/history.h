@@ -31,9 +31,9 @@ class History {
   void RecordCreation(const GameObject& object, Maker make);
   /// An object about to get another component or script.
   void RecordGrowth(GameObject& object);
-  /// Lets `change` happen to the object, which may not outlive it. A step if files would keep something else of it
-  /// afterwards.
-  void RecordChangeBy(std::uint32_t objectId, const std::function<void()>& change);
+  /// Does an insertion by the button of that path on a bar of the object's own. It is taken back and done again in
+  /// place, so that what runs there goes on.
+  void DoInsertion(const GameObject& object, const std::string& path, const Insertion& insertion);
   /// Forgets everything, after what cannot be undone.
   void Clear();
 
@@ -70,11 +70,18 @@ class History {
     bool hasAfter;
     OrderPointer order;  // before
   };
-  using Step = std::variant<Edit, Change>;
+  struct Inserted {
+    std::uint32_t id;
+    std::string path;
+    std::string what;
+    int place;
+  };
+  using Step = std::variant<Edit, Change, Inserted>;
 
   void Record(Step step);
   OrderPointer PresentOrder(std::uint32_t without = 0);
   static std::string Apply(const Edit& edit, const FieldValue& value);
+  static std::string Apply(Inserted& inserted, bool again);
   static std::string Undo(Change& change);
   static std::string Redo(Change& change);
 

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "core/file_cache.h"
+#include "core/file_name.h"
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/serializer.h"
@@ -18,7 +19,7 @@ namespace {
 constexpr char kAutosaveFolder[] = "autosaves";
 
 // A slip of the keyboard must not cost somebody the program or a picture.
-bool MayBeWritten(const std::string& name) {
+bool IsLevelOrNothing(const std::string& name) {
   std::error_code error;
   const auto status = std::filesystem::status(name, error);
   if (!std::filesystem::exists(status)) return true;
@@ -31,8 +32,14 @@ bool MayBeWritten(const std::string& name) {
   return false;
 }
 
+bool IsNamedPlainly(const std::string& name) {
+  if (IsPlainName(name)) return true;
+  Print("%s: %s, not written\n", name.c_str(), kNoPlainName);
+  return false;
+}
+
 bool Save(const std::string& name) {
-  if (!MayBeWritten(name) || !Objects().SaveLevel(name)) return false;
+  if (!IsLevelOrNothing(name) || !Objects().SaveLevel(name)) return false;
   Print("saved the level as %s\n", name.c_str());
   return true;
 }
@@ -44,7 +51,8 @@ bool IsNumber(const std::string& text, float& number) {
 
 }  // namespace
 
-bool SaveLevelWithAutosave(const std::string& name, float duration, int autosave) {
+bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave) {
+  if (!IsNamedPlainly(name)) return false;
   Objects().RemoveDeadObjects();
   char digits[64];
   std::snprintf(digits, sizeof digits, "%f", static_cast<double>(duration));
@@ -53,7 +61,7 @@ bool SaveLevelWithAutosave(const std::string& name, float duration, int autosave
   const bool saved = Save(name);
   std::error_code error;
   std::filesystem::create_directories(kAutosaveFolder, error);
-  Save(std::string(kAutosaveFolder) + "/autosave-" + std::to_string(autosave) + "-" + name);
+  Save(std::string(kAutosaveFolder) + "/autosave-" + std::to_string(autosave++) + "-" + name);
   last.alive = false;
   return saved;
 }
@@ -79,7 +87,7 @@ void LoadLevelFile(const std::string& name, float& duration) {
 
 bool SaveArchetype(const std::string& name, GameObject& object) {
   if (name.empty()) Print("no archetype name, nothing is saved\n");
-  if (name.empty() || !MayBeWritten(name)) return false;
+  if (name.empty() || !IsNamedPlainly(name) || !IsLevelOrNothing(name)) return false;
   Serializer writer;
   writer.OpenForWrite(name);
   writer.BeginBlock(object.id);

@@ -7,12 +7,13 @@
 #include "core/game_object.h"
 
 /// Writes the scene under `name` and again into autosaves/ under the number `autosave`, with a last object that carries
-/// `duration` as its name. What is dead goes first. True when the level itself was written.
-bool SaveLevelWithAutosave(const std::string& name, float duration, int autosave);
+/// `duration` as its name, and counts the number on. What is dead goes first. True when the level itself was written.
+/// Nothing happens, with a message, under a name that is not plain.
+bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave);
 
 /// Marks what is not Core dead and loads the level. When its last object is named by a number alone, that is the
 /// duration: the object goes, every DeathTimer of the level gets it, and so does `duration`.
 void LoadLevelFile(const std::string& name, float& duration);
 
-/// Writes the object alone. False when the name is empty or the file cannot be written.
+/// Writes the object alone. False when the name is empty or not plain, or the file cannot be written.
 bool SaveArchetype(const std::string& name, GameObject& object);

@@ -43,6 +43,12 @@ void TweakBar::AddButton(std::string_view name, std::string_view label, std::fun
   Append(Entry::Kind::kButton, name, label).press = std::move(press);
 }
 
+void TweakBar::AddInsertButton(std::string_view name, std::string_view label, Insertion insertion) {
+  Entry& entry = Append(Entry::Kind::kButton, name, label);
+  entry.press = [insert = insertion.insert] { insert(Insertion::kNowhere); };
+  entry.insertion = std::move(insertion);
+}
+
 void TweakBar::AddText(std::string_view line) { entries_.push_back({Entry::Kind::kText, std::string(line)}); }
 
 void TweakBar::RemoveAll() {

@@ -22,6 +22,7 @@ class TweakBar final : public FieldBar {
     std::string path = {};             ///< groups and name, with "#2" and so on after the first: unique on the bar
     Field field = {};                  ///< of a variable
     std::function<void()> press = {};  ///< of a button
+    Insertion insertion = {};          ///< of a button that puts something into a list
   };
 
   explicit TweakBar(std::string name) : name_(std::move(name)) {}
@@ -30,6 +31,7 @@ class TweakBar final : public FieldBar {
   void EndGroup() override;
   void Add(Field field) override;
   void AddButton(std::string_view name, std::string_view label, std::function<void()> press) override;
+  void AddInsertButton(std::string_view name, std::string_view label, Insertion insertion) override;
   using FieldBar::Add;
   using FieldBar::AddButton;
   /// A line to read.

@@ -9,6 +9,8 @@
 #include <fstream>
 #include <memory>
 
+#include "core/file_name.h"
+
 namespace {
 
 constexpr char kFolder[] = "Texture/";
@@ -35,10 +37,6 @@ bool IsLoadablePng(const std::string& path) {
   return width > 0 && height > 0 && width <= kMaxSide && height <= kMaxSide;
 }
 
-bool StaysInFolder(const std::string& name) {
-  return name.find('/') == std::string::npos && name.find("..") == std::string::npos;
-}
-
 bool IsOpaque(const unsigned char* pixels, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i)
     if (pixels[kChannels * i + 3] != 0xff) return false;
@@ -53,7 +51,7 @@ struct FreeImage {
 
 Texture LoadTextureFile(const std::string& name) {
   const std::string path = kFolder + name;
-  if (name.empty() || !StaysInFolder(name) || !IsLoadablePng(path)) return {};
+  if (name.empty() || !IsPlainName(name) || !IsLoadablePng(path)) return {};
   if (!gl::HasContext()) return {.name = 1};
   int width = 0;
   int height = 0;

@@ -15,6 +15,7 @@ void MouseComponent::Update(float /*step*/) {
 
 void MouseComponent::OnCollision(const CollisionPair& pair) {
   if (!Input::IsMouseButtonTriggered(Input::MouseButton::kLeft)) return;
+  // Both Shift keys extend: a hand on the keyboard's right half has no other.
   if (!Input::IsKeyDown("shift") && !Input::IsKeyDown("rshift")) ClearSelection();
   AddToSelection((pair.self == owner ? pair.other : pair.self)->id);
 }

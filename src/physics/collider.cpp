@@ -35,6 +35,7 @@ void Collider::AddToTweakBar(FieldBar& bar) {
   bar.AddLimited("broad phase size", &broadPhaseSize, 0.0, std::numeric_limits<float>::max());
   bar.Add("restitution", &restitution);
   bar.Add("isGhost", &ghost);
+  // The table of groups ends there. A higher one from a file is kept, and counts as the last.
   bar.AddLimited("collision group", &collisionGroup, 0, kMaxCollisionGroup);
 }
 

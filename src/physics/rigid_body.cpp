@@ -136,14 +136,14 @@ void RigidBody::Deserialize(Serializer& reader) {
   rotationLocked = reader.ReadBool();
   const auto readList = [&](auto link) {
     int left = reader.ReadCount();
-    if (left > kMaxGenerators && reader.MayComplain())
+    if (left > kMaxGenerators)
       Print("%s: more than %d force generators, the rest is skipped\n", reader.Where().c_str(), kMaxGenerators);
     for (int number = 0; left > 0 && reader.NextIsValue(); --left, ++number) {
       const int id = reader.ReadInt();
       if (number >= kMaxGenerators) continue;
       if (ForceGenerator* generator = LoadedGenerator(id))
         link(*generator);
-      else if (reader.MayComplain())
+      else
         Print("%s: no force generator %d in this file, skipped\n", reader.Where().c_str(), id);
     }
   };

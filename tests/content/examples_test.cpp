@@ -8,8 +8,8 @@
 #include "folders.h"
 #include "frame.h"
 #include "game_events.h"
+#include "lint/lint.h"
 #include "test_world.h"
-#include "tools/lint/lint.h"
 
 namespace fs = std::filesystem;
 

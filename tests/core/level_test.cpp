@@ -3,7 +3,9 @@
 #include <random>
 #include <sstream>
 
+#include "core/file_name.h"
 #include "core/object_manager.h"
+#include "core/print.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "core/world_fixture.h"
@@ -147,6 +149,52 @@ TEST_F(LevelTest, ALevelThatLoadsItselfStopsAtTheDepthLimit) {
   EXPECT_EQ(Objects().GetObjects().size(), static_cast<std::size_t>(ObjectManager::kMaxLoadDepth));
   EXPECT_EQ(Count(world.text(), "\n"), 1);
   EXPECT_EQ(Objects().LoadLevel("self").size(), 1u) << "the depth is counted down again";
+}
+
+// Each load by itself would be small; what one file can cost is bounded for all that it brings together.
+TEST_F(LevelTest, LevelsThatMultiplyEachOtherAreBoundedTogether) {
+  GameObject& nest = world.Add("nest");
+  for (int i = 0; i < 12; ++i) AddHook(nest).level = "many";
+  Objects().SaveLevel("many");
+  world.Restart();
+  Objects().LoadLevel("many");
+  EXPECT_LE(Objects().GetObjects().size(), std::size_t{ObjectManager::kMaxScripts});
+  EXPECT_EQ(Count(world.text(), "more than 20000 scripts"), 1);
+  EXPECT_EQ(Count(world.text(), "levels load each other"), 1);
+
+  world.Restart();
+  AddHook(world.Add("nest")).level = "large";
+  Objects().SaveLevel("large");
+  world.WriteFile("large", world.ReadFile("large") + std::string(ObjectManager::kMaxLoadBytes / 4, '\n'));
+  world.Restart();
+  Objects().LoadLevel("large");
+  EXPECT_EQ(Objects().GetObjects().size(), 4u);
+  EXPECT_EQ(Count(world.text(), "have more than 33554432 bytes"), 1);
+
+  world.Restart();
+  world.ClearText();
+  std::string objects = kEmptyObject;
+  for (int i = 0; i < 200; ++i) objects += "\tComponent: \"" + std::string(5000, 'x') + "\" {\n\t}\n";
+  Objects().LoadText("wordy", Level(objects));
+  EXPECT_EQ(Count(world.text(), "skipped"), 0) << "cut before";
+  EXPECT_EQ(Count(world.text(), "\n"), ObjectManager::kMaxMessages + 1);
+  EXPECT_LT(world.text().size(), 2 * PrintLimit::kMaxBytes * ObjectManager::kMaxMessages);
+}
+
+TEST_F(LevelTest, NothingIsReadFromOutsideOfTheFolder) {
+  const std::string here = std::filesystem::current_path().string();
+  std::filesystem::create_directories("examples/deeper");
+  for (const char* name : {"examples/stage", "examples/deeper/stage", "stage"})
+    world.WriteFile(name, Level(kEmptyObject));
+  for (const std::string& name : {std::string("stage"), std::string("examples/stage")})
+    EXPECT_EQ(Objects().LoadLevel(name).size(), 1u) << name;
+  for (const std::string& name : {here + "/stage", std::string("examples/../stage"), std::string("./stage"),
+                                  std::string("examples/deeper/stage"), std::string("autosaves/"), std::string("..")})
+    EXPECT_TRUE(Objects().LoadLevel(name).empty()) << name;
+  for (const char* name : {"", ".", "..", "a/b", "a\\b", "C:a", "a\nb", "a\x7f"})
+    EXPECT_FALSE(IsPlainName(name)) << name;
+  for (const char* name : {".hidden", "12:30 race", "Enter File Name Here", "caf\xc3\xa9"})
+    EXPECT_TRUE(IsPlainName(name)) << name;
 }
 
 TEST_F(LevelTest, SavingSkipsCoreObjectsAndNamesTheNameless) {

@@ -3,9 +3,11 @@
 #include <cmath>
 #include <filesystem>
 #include <limits>
+#include <thread>
 
 #include "core/file_cache.h"
 #include "core/object_manager.h"
+#include "core/print.h"
 #include "core/world_fixture.h"
 
 namespace {
@@ -68,6 +70,14 @@ TEST_F(SerializerTest, NotFiniteNumbersBecomeZeroWithAMessage) {
   EXPECT_EQ(Count(world.text(), "\n"), 2) << "one message for a document";
 }
 
+TEST_F(SerializerTest, EveryKindOfBadTextIsToldOnceASave) {
+  writer.OpenForWrite("out");
+  for (const char* text : {"a\tb", "brace{{", "c\nd{"}) writer.WriteString("key", text);
+  writer.Close();
+  EXPECT_EQ(world.ReadFile("out"), "{\n\tkey: ab\n\tkey: brace\n\tkey: cd\n}\n");
+  EXPECT_EQ(Count(world.text(), "\n"), 2);
+}
+
 TEST_F(SerializerTest, LeavesStrippedAndForeignLinesHarmless) {
   Read("Name:\nno colon\n\n\t\r\n\tkey: windows\r\nb: True\nb: t\nb: yes\nb: true\n");
   EXPECT_EQ(reader.ReadString(), "");
@@ -113,6 +123,18 @@ TEST_F(SerializerTest, AFailedSaveKeepsTheOldFile) {
   EXPECT_EQ(world.ReadFile("taken/inside"), "x");
   EXPECT_FALSE(std::filesystem::exists("taken.tmp"));
   EXPECT_NE(world.text().find("taken"), std::string::npos);
+}
+
+// The thread that loads sounds prints too, while the editor listens to what its own actions say.
+TEST_F(SerializerTest, AListenerHearsItsOwnThreadAlone) {
+  static int heard;
+  heard = 0;
+  SetPrintListener([](std::string_view) { ++heard; });
+  std::thread([] { Print("elsewhere\n"); }).join();
+  Print("here\n");
+  SetPrintListener(nullptr);
+  EXPECT_EQ(heard, 1);
+  EXPECT_EQ(world.text(), "elsewhere\nhere\n");
 }
 
 TEST_F(FileCacheTest, ReadsAFileOnceAndKeepsWhatItRead) {

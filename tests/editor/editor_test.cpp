@@ -36,9 +36,11 @@ TEST_F(EditorTest, ClicksPickAndShiftAddsAndTheBarShowsThem) {
   Run();
   EXPECT_EQ(editor.Get("left/name"), "") << "the last one that was picked goes";
   EXPECT_EQ(editor.Get("name"), "right");
-  for (int presses = 2; presses > 0; --presses) Press("Kill Selected Object");
-  EXPECT_EQ(Find("right"), nullptr) << "then the one before it";
-  ExpectStatus("nothing is selected");
+  for (const char* button : {"Kill Selected Object", "Save Archetype", "Add Script"}) {
+    Press(button);
+    ExpectStatus("nothing is selected");
+  }
+  EXPECT_NE(Find("right"), nullptr) << "none stands in for the one that is gone";
 }
 
 TEST_F(EditorTest, OfTwoUnderTheCursorTheLastPairIsPickedAndShiftPicksEachOnce) {
@@ -68,7 +70,7 @@ TEST_F(EditorTest, ComponentsGoToTheFirstScriptsToTheLastSelected) {
   EXPECT_EQ(last.Get<ScriptBox>(), nullptr);
   Set("Script Name", "dizzy");
   Press("Add Script");
-  EXPECT_EQ(editor.GetStatus().back(), "last has no ScriptBox, so it takes no script");
+  EXPECT_EQ(editor.GetStatus().back(), "last has no ScriptBox, so it takes no script: add a ScriptBox first");
   last.AddComponent("ScriptBox");
   Press("Add Script");
   EXPECT_NE(last.Get<ScriptBox>()->GetScript("dizzy"), nullptr);
@@ -155,6 +157,15 @@ TEST_F(EditorTest, WritesOverLevelsOnlyAndTellsWhyNot) {
   EXPECT_EQ(world.ReadFile("level"), "{\n}\n");
   EXPECT_EQ(editor.GetStatus().front().substr(0, 6), "level:");
   EXPECT_FALSE(std::filesystem::exists("autosaves/autosave-0-")) << "a level without a name is nowhere saved";
+  std::filesystem::create_directory("other");
+  world.WriteFile("other/settings.json", "{}");
+  const char* outside = "autosaves/../other/settings.json";
+  SaveAs(outside);
+  ExpectStatus("autosaves/../other/settings.json: is no plain name in the game's folder, not written");
+  Set("ArchetypeName", outside);
+  Select(world.Add("thing"));
+  Press("Save Archetype");
+  EXPECT_EQ(world.ReadFile("other/settings.json"), "{}");
 }
 
 TEST_F(EditorTest, SegmentsAndObjectivesGrowFromTheBar) {

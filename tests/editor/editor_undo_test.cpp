@@ -4,6 +4,8 @@
 #include "editor/editor_scene.h"
 #include "editor/object_fields.h"
 #include "editor/test_objects.h"
+#include "graphics/sprite_text.h"
+#include "match/rules/objective_manager.h"
 #include "physics/box_collider.h"
 #include "physics/primitive_assemblage.h"
 
@@ -33,6 +35,43 @@ TEST_F(EditorTest, AKilledWhaleComesBackWithItsBody) {
   Press("Undo");
   ASSERT_NE(Objects().GetObject(id), nullptr);
   EXPECT_EQ(before, bodyOf(*Objects().GetObject(id)));
+}
+
+// What runs goes on, and what was added and runs by then ends as a rule ends.
+TEST_F(EditorTest, UndoOfAdditionsLeavesTheRunningRuleAlone) {
+  Press("Make segment manager");
+  ScriptBox& scripts = *Select(*Find("segmentmanager")).Get<ScriptBox>();
+  scripts.AddScript("SegmentManager");
+  Set("ObjectiveName", "Crown");
+  Run(5);
+  const auto& rules = static_cast<ObjectiveManager&>(*scripts.GetScript("ObjectiveManager"));
+  const Objective* running = rules.GetCurrentObjective();
+  ASSERT_NE(running, nullptr);
+  const float elapsed = rules.GetElapsed();
+  const std::size_t objects = Objects().GetObjects().size();
+  const char* const buttons[] = {"Add Objective", "Add Segment", "Insert Segment Before 1"};
+  for (const char* button : buttons) Press(button);
+  for (const char* way : {"Undo", "Redo", "Undo"}) {
+    for (int i = 0; i < 3; ++i) Press(way);
+    EXPECT_EQ(editor.Get("Sections"), std::string(way) == "Undo" ? "1" : "2");
+    EXPECT_EQ(editor.Get("Segment2/duration"), std::string(way) == "Undo" ? "" : "10");
+    EXPECT_EQ(Find("segmentmanager")->Get<ScriptBox>(), &scripts);
+    EXPECT_EQ(rules.GetCurrentObjective(), running);
+    EXPECT_EQ(rules.GetElapsed(), elapsed);
+    EXPECT_EQ(Objects().GetObjects().size(), objects);
+  }
+  Press("Redo");
+  SetKey(SDLK_LSHIFT, true);
+  SetKey(SDLK_l, true);
+  Run();
+  EXPECT_EQ(rules.GetCurrentObjective()->typeName, "Crown");
+  Press("Undo");
+  EXPECT_EQ(rules.GetCurrentObjective(), nullptr);
+  Run();
+  for (const auto& object : Objects().GetObjects()) {
+    const auto* text = object->Get<SpriteText>();
+    EXPECT_TRUE(text == nullptr || text->text != "Steal the Crown!");
+  }
 }
 
 // A save sorts the scene by depth; the order under the old depth comes back with it, and values beyond the limits too.

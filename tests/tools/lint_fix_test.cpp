@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/object_manager.h"
+#include "tools/lint/fix.h"
 #include "tools/lint_scene.h"
 
 namespace fs = std::filesystem;

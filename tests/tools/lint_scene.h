@@ -11,8 +11,8 @@
 
 #include "core/script_box.h"
 #include "folders.h"
+#include "lint/lint.h"
 #include "test_world.h"
-#include "tools/lint/lint.h"
 #include "tools/printed.h"
 
 inline std::string RunTool(int (*tool)(const std::vector<std::string>&, std::FILE*), const std::string& file,

@@ -1,4 +1,4 @@
-#include "tools/lint/lint.h"
+#include "lint/lint.h"
 
 #include <filesystem>
 #include <set>
@@ -9,9 +9,10 @@
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
+#include "lint/report.h"
 #include "match/episode_scene.h"
 #include "match/score/give_points.h"
-#include "tools/lint/report.h"
+#include "tools/lint/fix.h"
 #include "tools/lint_scene.h"
 
 namespace fs = std::filesystem;
@@ -109,7 +110,8 @@ const Damage kValueDamages[] = {
     {"mesh type: 0", {"mesh type: 2", "mesh type: 4"}, "mesh-type"},
     {"mesh type: 0", {"mesh type: 3"}, "not-16-9"},
     {"shader name: default", {"shader name: shiny"}, "unknown-shader"},
-    {"texture path: chainfront.png", {"texture path: nothing.png", "texture path: .."}, "missing-picture"},
+    {"texture path: chainfront.png", {"texture path: nothing.png"}, "missing-picture"},
+    {"texture path: chainfront.png", {"texture path: ..", "texture path: sub/crate1.png"}, "unsafe-name"},
     {"texture path: chainfront.png", {"texture path: NULLSTRING"}, "no-picture"},
     {"texture path: chainfront.png", {"texture path: ship.png"}, "not-preloaded"},
     {"texture path: chainfront.png", {"texture path: drawn.png"}, "bad-picture"},
@@ -130,6 +132,8 @@ const Damage kValueDamages[] = {
 const Damage kMatchDamages[] = {
     {"levelName_: piece", {"levelName_: nowhere", "levelName_: hollow"}, "missing-piece"},
     {"levelName_: piece", {"levelName_: level1"}, "piece-of-itself"},
+    {"levelName_: piece", {"levelName_: ../piece", "levelName_: /piece", "levelName_: C:piece"}, "unsafe-name"},
+    {"archtypename: fish2", {"archtypename: examples/../fish2", "archtypename: .\\fish2"}, "unsafe-name"},
     {"duration_: 10", {"duration_: 0"}, "no-time"},
     {"duration_: 10", {"duration_: nan"}, "bad-value"},
     {"SentinelSegment: NoMoreSegments", {"SentinelSegment: End"}, "bad-value"},
@@ -225,6 +229,13 @@ void LintTest::BreakEpisodes() {
               "Sections: 0"),
       "no-objective");
   Say(Document({&world.Add("5.000000"), &world.Add("crate")}), "duration-last");
+
+  SayAlone(Document({&world.AddSphere("shadow", {}, {.ghost = true})}), "needs-scriptbox", "shadow");
+  const char* kCannonFall = "Objective: CannonFall\nRate: 1\nRateVariation: 0\nSpeed: 1\nspeedVariation: 0";
+  Say(Changed(good, "Objective: HitObjects", kCannonFall), "needs-scriptbox");
+  for (const char* archetype : {"cannonball", "stunstars", "shadow"}) std::filesystem::remove(archetype);
+  for (const char* rule : {"Objective: WhaleBoss", "Objective: KingOfTheHill", "Objective: OctoMiners"})
+    EXPECT_GT(Count(LintText(Changed(good, "Objective: HitObjects", rule)), ": missing-archetype: "), 0) << rule;
 }
 
 void LintTest::BreakObjects() {

@@ -12,10 +12,10 @@
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "editor/tweak_bar.h"
+#include "lint/block_reader.h"
+#include "lint/number.h"
 #include "match/rules/objective_factory.h"
 #include "test_world.h"
-#include "tools/lint/block_reader.h"
-#include "tools/lint/canonical.h"
 
 namespace {
 

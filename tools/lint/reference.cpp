@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "tools/lint/key_table.h"
+#include "lint/key_table.h"
 
 namespace {
 
 constexpr const char* kHead =
     "# Blocks of a level file\n\n"
-    "<!-- Made by `brinewhirl-tool reference`; change tools/lint/key_table.cpp and rules.h, not this page. -->\n\n"
+    "<!-- Made by `brinewhirl-tool reference`; change src/lint/key_table.cpp and rules.h, not this page. -->\n\n"
     "Every component, script and objective that a file may name, with its values in the order in which they stand in\n"
     "a file, and what the editor calls them. [level-format.md](level-format.md) tells how a file is built, and what\n"
     "happens to a bad one.\n";

@@ -12,6 +12,7 @@
 
 #include "audio/audio.h"
 #include "build_world.h"
+#include "core/file_cache.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/print.h"
@@ -26,7 +27,7 @@
 #include "match/episode/new_game.h"
 #include "match/players.h"
 #include "screens/logo_screen_script.h"
-#include "tools/lint/lint.h"
+#include "screens/start_up.h"
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
 #include "tools/simulate/match_recorder.h"
@@ -60,10 +61,10 @@ bool ReadText(const std::string& path, std::string& text) {
   return true;
 }
 
+// As the game reads it, which then has it already.
 bool IsReadableLevel(const std::string& name) {
-  std::error_code error;
-  return std::filesystem::is_regular_file(name, error) && std::filesystem::file_size(name, error) > 0 &&
-         std::ifstream(name).is_open();
+  const std::string* text = ReadCachedFile(name);
+  return text != nullptr && !text->empty();
 }
 
 // The same steps as the game's start, without a window.
@@ -76,7 +77,6 @@ void StartGame(ScriptedPlatform& platform, const SimulateOptions& options) {
   Audio::Init(options.wavFile.empty() ? Audio::Output::kNone : Audio::Output::kLoopback);
   BindKeys();
   GetEditor().Init();
-  GetEditor().SetLevelChecker(LintLines);
   GetRenderer().Init();
   SetDemoMode(options.pilots || options.matches > 0);
   if (options.boot) CreateLogoScreen();
@@ -175,6 +175,7 @@ class Run {
 }  // namespace
 
 int Simulate(const SimulateOptions& options) {
+  Audio::SilenceLibraries();
   SetPrintTarget(stderr);
   InputScript input;
   if (!options.inputFile.empty()) {
@@ -198,7 +199,8 @@ int Simulate(const SimulateOptions& options) {
   std::filesystem::current_path(options.dataFolder, error);
   if (error) return Fail(options.dataFolder, "is no folder that can be entered");
   const std::string level = options.level.empty() ? "level1" : options.level;
-  if (!IsReadableLevel(level)) return Fail(level, "no such level, or an empty one, in the data folder");
+  if (!IsReadableLevel(level))
+    return Fail(level, "no such level in the data folder, or an empty one, or one that cannot be read");
 
   std::optional<Trace> trace;
   if (traceFile) trace.emplace(traceFile.get());

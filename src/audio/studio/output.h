@@ -21,8 +21,7 @@ class Output {
 
   /// The device that the system plays on; null when there is none.
   static std::unique_ptr<Output> OpenDevice();
-  /// Keeps the libraries from telling on standard error that there is no device. Changes the environment, so it must be
-  /// called before the first thread that looks for a device.
+  /// See Audio::SilenceLibraries.
   static void SilenceLibraries();
   /// A device that plays nothing by itself and is asked for its sound; null when the library has none.
   static std::unique_ptr<Output> OpenLoopback();

@@ -11,10 +11,7 @@ constexpr int kUpdatesBetween = 120;  // 2 s
 constexpr std::chrono::milliseconds kLongestFarewell{500};
 }  // namespace
 
-OutputWatch::OutputWatch(OutputOpener opener) : opener_(std::move(opener)) {
-  Output::SilenceLibraries();
-  BeginToLook();
-}
+OutputWatch::OutputWatch(OutputOpener opener) : opener_(std::move(opener)) { BeginToLook(); }
 
 // A sound server that hangs can keep its caller for minutes: the end of the game must not wait for that.
 OutputWatch::~OutputWatch() {

@@ -74,6 +74,7 @@ void SegmentManager::Update(float step) {
 
 // Loads first and acts on the segment's copy afterwards: reading a piece may run any script.
 void SegmentManager::BeginSegment() {
+  segments_[static_cast<std::size_t>(currentSegment_)].begun = true;
   const Segment segment = segments_[static_cast<std::size_t>(currentSegment_)];
   auto& reading = PiecesBeingRead();
   if (std::find(reading.begin(), reading.end(), segment.levelName) != reading.end()) {
@@ -141,7 +142,8 @@ void SegmentManager::AddToTweakBar(FieldBar& bar) {
   bar.AddLimited("current segment", &currentSegment_, 0, static_cast<double>(segments_.size()));
   bar.AddButton("Test Episode", [this] { RestartEpisode(); });
   for (std::size_t i = 0; i < segments_.size(); ++i) AddSegmentToBar(bar, i);
-  bar.AddButton("Add Segment", [this] { segments_.emplace_back(); });
+  const auto remove = [this](int place) { RemoveSegment(static_cast<std::size_t>(place)); };
+  bar.AddInsertButton("Add Segment", "Add Segment", {[this](int) { return AppendSegment(); }, remove});
   bar.EndGroup();
 }
 
@@ -154,21 +156,47 @@ void SegmentManager::AddSegmentToBar(FieldBar& bar, std::size_t index) {
   bar.Add("rotation", &segment.rotationAngle);
   bar.Add("distance", &segment.distance);
   bar.EndGroup();
-  bar.AddButton("Insert Segment Before " + number, [this, index] { InsertSegment(index); });
+  const std::string label = "Insert Segment Before " + number;
+  bar.AddInsertButton(label, label,
+                      {[this, index](int) { return InsertSegment(index); },
+                       [this](int place) { RemoveSegment(static_cast<std::size_t>(place)); }});
 }
 
 // The running segment goes on running, at its new place.
-void SegmentManager::InsertSegment(std::size_t index) {
+int SegmentManager::InsertSegment(std::size_t index) {
   segments_.emplace(segments_.begin() + static_cast<std::ptrdiff_t>(index));
   if (currentSegment_ >= static_cast<int>(index)) ++currentSegment_;
+  return static_cast<int>(index);
 }
 
-// What the present piece brought goes, as far as it would go by its time; then the first one comes again.
-void SegmentManager::RestartEpisode() {
+// After an episode that is over it runs next.
+int SegmentManager::AppendSegment() {
+  segments_.emplace_back();
+  return static_cast<int>(segments_.size()) - 1;
+}
+
+// Another one that runs goes on running; after this one the next begins.
+void SegmentManager::RemoveSegment(std::size_t index) {
+  if (index >= segments_.size()) return;
+  const bool runs = currentSegment_ == static_cast<int>(index) && segments_[index].begun;
+  segments_.erase(segments_.begin() + static_cast<std::ptrdiff_t>(index));
+  if (currentSegment_ > static_cast<int>(index)) --currentSegment_;
+  if (!runs) return;
+  RemovePiece();
+  elapsed_ = 0.0f;
+  if (IsRunning()) BeginSegment();
+}
+
+// What the present piece brought goes, as far as it would go by its time.
+void SegmentManager::RemovePiece() {
   for (const std::uint32_t id : pieceIds_) {
     GameObject* object = Objects().GetObject(id);
     if (object != nullptr && FindDeathTimer(*object) != nullptr) object->alive = false;
   }
+}
+
+void SegmentManager::RestartEpisode() {
+  RemovePiece();
   currentSegment_ = 0;
   elapsed_ = 0.0f;
   active_ = true;

@@ -13,6 +13,7 @@ struct Segment {
   float duration = 10.0f;      ///< seconds of game time
   float rotationAngle = 0.0f;  ///< degrees about z, of places and velocities; orientations stay
   float distance = 0.0f;       ///< world units along the turned y axis
+  bool begun = false;          ///< its piece has been brought
 };
 
 class SegmentManager final : public Script {
@@ -40,7 +41,10 @@ class SegmentManager final : public Script {
   bool IsRunning() const { return currentSegment_ < static_cast<int>(segments_.size()); }
   void BeginSegment();
   void AddSegmentToBar(FieldBar& bar, std::size_t index);
-  void InsertSegment(std::size_t index);
+  int InsertSegment(std::size_t index);
+  int AppendSegment();
+  void RemoveSegment(std::size_t index);
+  void RemovePiece();
   void RestartEpisode();
   void WatchPads();
 

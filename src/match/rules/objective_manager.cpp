@@ -173,16 +173,31 @@ void ObjectiveManager::AddToTweakBar(FieldBar& bar) {
   bar.AddReadOnlyCopy("Sections", static_cast<int>(objectives_.size()));
   bar.Add("SectionTime", &sectionTime_);
   bar.Add("ObjectiveName", &objectiveName_);
-  bar.AddButton("Add Objective", "Add above objective", [this] { AddNamedObjective(); });
+  bar.AddInsertButton("Add Objective", "Add above objective",
+                      {[this](int place) { return AddNamedObjective(place); },
+                       [this](int place) { RemoveObjective(static_cast<std::size_t>(place)); }});
   bar.EndGroup();
 }
 
-// In front of the next one to start.
-void ObjectiveManager::AddNamedObjective() {
+// In front of the next one to start, or further behind.
+int ObjectiveManager::AddNamedObjective(int place) {
   auto objective = CreateObjective(objectiveName_);
   if (objective == nullptr) {
     Print("no objective is called \"%s\"\n", objectiveName_.c_str());
-    return;
+    return Insertion::kNowhere;
   }
-  objectives_.insert(objectives_.begin() + static_cast<std::ptrdiff_t>(nextIndex_), std::move(objective));
+  place = std::clamp(place, static_cast<int>(nextIndex_), static_cast<int>(objectives_.size()));
+  objectives_.insert(objectives_.begin() + place, std::move(objective));
+  return place;
+}
+
+// Another one that runs goes on running; after this one the next begins.
+void ObjectiveManager::RemoveObjective(std::size_t place) {
+  if (place >= objectives_.size()) return;
+  const std::unique_ptr<Objective> removed = std::move(objectives_[place]);
+  objectives_.erase(objectives_.begin() + static_cast<std::ptrdiff_t>(place));
+  if (place < nextIndex_) --nextIndex_;
+  if (removed.get() != currentObjective_) return;
+  elapsed_ = 0.0f;
+  EndSection();
 }

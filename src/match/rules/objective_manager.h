@@ -37,7 +37,8 @@ class ObjectiveManager final : public Script {
   float GetEpisodeLength() const { return episodeLength_; }
 
  private:
-  void AddNamedObjective();
+  int AddNamedObjective(int place);
+  void RemoveObjective(std::size_t place);
   bool IsAnyLeft() const { return nextIndex_ < objectives_.size(); }
   bool IsDone() const;
   void BeginWaiting();

@@ -1,28 +1,16 @@
-#include "tools/lint/lint.h"
+#include "tools/lint/fix.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <sstream>
 #include <system_error>
 
 #include "core/replace_file.h"
-#include "tools/lint/canonical.h"
-#include "tools/lint/level_rules.h"
+#include "lint/canonical.h"
+#include "lint/level_file.h"
+#include "lint/lint.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-bool LintFile(const std::string& file, std::FILE* out) {
-  LintReport report(file, out);
-  LintLevel level(file);
-  if (ReadLevel(level, report)) {
-    LevelFolder folder(GameFolderOf(file));
-    CheckLevel({level, folder, report});
-  }
-  return !report.HasFaults();
-}
 
 // The file that a link leads to is replaced, not the link, and keeps who may do what with it.
 std::string Replace(const std::string& file, const std::string& text) {
@@ -55,31 +43,11 @@ bool FixFile(const std::string& file, std::FILE* out) {
 
 }  // namespace
 
-int LintFiles(const std::vector<std::string>& files, std::FILE* out) {
-  bool good = true;
-  for (const std::string& file : files) good = LintFile(file, out) && good;
-  return good ? 0 : 1;
-}
-
 int FixFiles(const std::vector<std::string>& files, std::FILE* out) {
   bool good = true;
   for (const std::string& file : files) {
     const bool fixed = FixFile(file, out);
-    good = LintFile(file, out) && fixed && good;
+    good = LintFiles({file}, out) == 0 && fixed && good;
   }
   return good ? 0 : 1;
-}
-
-std::vector<std::string> LintLines(const std::string& file) {
-  char* text = nullptr;
-  std::size_t size = 0;
-  std::FILE* out = ::open_memstream(&text, &size);
-  if (out == nullptr) return {file + ": not checked, no memory"};
-  LintFiles({file}, out);
-  std::fclose(out);
-  std::istringstream all(std::string(text, size));
-  std::free(text);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(all, line);) lines.push_back(line);
-  return lines;
 }

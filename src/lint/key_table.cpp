@@ -1,11 +1,11 @@
-#include "tools/lint/key_table.h"
+#include "lint/key_table.h"
 
 #include <array>
 
 #include "graphics/particle_emitter.h"
+#include "lint/number.h"
 #include "match/score/give_points.h"
 #include "physics/collider.h"
-#include "tools/lint/canonical.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/lint/key_table.h"
-#include "tools/lint/scanner.h"
+#include "lint/key_table.h"
+#include "lint/scanner.h"
 
 /// A level piece of an episode; the numbers are null when they are none.
 struct LintSegment {

@@ -1,4 +1,4 @@
-#include "tools/lint/scanner.h"
+#include "lint/scanner.h"
 
 #include <algorithm>
 

@@ -113,6 +113,9 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     // pictures
     {"no-picture", RuleKind::kFault, "Every start prints an error for it.", "`texture path: NULLSTRING`"},
     {"missing-picture", RuleKind::kFault, "No such file in `Texture/`.", "`texture path: nothing.png`"},
+    {"unsafe-name", RuleKind::kFault,
+     "Names of levels and pictures are plain; a level's may stand behind `examples/` or `autosaves/`.",
+     "`levelName_: ../stage`"},
     {"bad-picture", RuleKind::kFault, "The file is no PNG picture.", "a JPEG called `crate1.png`"},
     {"not-preloaded", RuleKind::kNote, "The picture is read in mid-match, or not at all by an emitter.",
      "`texture path: ship.png`"},
@@ -161,6 +164,8 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     {"missing-archetype", RuleKind::kFault, "An archetype is not there, or holds nothing.", "`archtypename: kraken`"},
     {"archetype-of-itself", RuleKind::kFault, "A spawner spawns itself, over others or at once.",
      "`archtypename: fish` in `fish`"},
+    {"needs-scriptbox", RuleKind::kFault, "Without a ScriptBox the shadow of a cannonball does not grow.",
+     "`shadow` without one"},
     {"second-object", RuleKind::kNote, "Of an archetype only the first object is placed.", "an archetype of two"},
     {"never-leaves", RuleKind::kNote, "What is spawned without a DeathTimer piles up.", "a crate without DeathTimer"},
     {"spawn-rate", RuleKind::kFault, "Or it spawns in every frame.", "`spawnrate: 0`"},

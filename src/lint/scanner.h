@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/lint/report.h"
+#include "lint/report.h"
 
 struct LintLine {
   enum class Kind { kBlockOpen, kComponentOpen, kValue, kClose };

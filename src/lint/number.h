@@ -1,8 +1,9 @@
-// Numbers of a level file, read strictly and without regard to the locale.
+// Numbers of a level file, read strictly and written as the game writes them, without regard to the locale.
 #pragma once
 
 #include <charconv>
 #include <cmath>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
@@ -14,3 +15,6 @@ bool ParsesWhole(std::string_view text, Number& number) {
   if constexpr (std::is_floating_point_v<Number>) return std::isfinite(number);
   return true;
 }
+
+/// A number as the game writes it: 6 significant digits.
+std::string CanonicalNumber(float number);

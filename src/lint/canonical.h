@@ -5,11 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/lint/key_table.h"
-#include "tools/lint/scanner.h"
+#include "lint/key_table.h"
+#include "lint/scanner.h"
 
-/// A number as the game writes it: 6 significant digits.
-std::string CanonicalNumber(float number);
 /// What the game would write for that value; the text itself when it is no such value.
 std::string CanonicalValue(FieldType type, std::string_view text);
 

@@ -2,8 +2,8 @@
 #include <array>
 #include <cmath>
 
+#include "lint/level_rules.h"
 #include "physics/math/vec3.h"
-#include "tools/lint/level_rules.h"
 
 namespace {
 

@@ -1,10 +1,9 @@
-#include "tools/lint/canonical.h"
+#include "lint/canonical.h"
 
-#include <charconv>
 #include <map>
 
+#include "lint/number.h"
 #include "physics/generator_host.h"
-#include "tools/lint/number.h"
 
 namespace {
 
@@ -99,11 +98,6 @@ class Writer {
 };
 
 }  // namespace
-
-std::string CanonicalNumber(float number) {
-  char digits[48];
-  return {digits, std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general, 6).ptr};
-}
 
 std::string CanonicalValue(FieldType type, std::string_view text) {
   float number = 0.0f;

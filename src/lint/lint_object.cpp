@@ -1,4 +1,4 @@
-#include "tools/lint/lint_object.h"
+#include "lint/lint_object.h"
 
 #include "physics/generator_host.h"
 

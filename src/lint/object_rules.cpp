@@ -4,10 +4,10 @@
 
 #include "core/object_manager.h"
 #include "core/player_name.h"
+#include "lint/level_rules.h"
+#include "lint/number.h"
 #include "physics/math/matrix33.h"
 #include "physics/math/quaternion.h"
-#include "tools/lint/canonical.h"
-#include "tools/lint/level_rules.h"
 
 namespace {
 

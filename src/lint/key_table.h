@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/lint/rules.h"
+#include "lint/rules.h"
 
 enum class FieldType {
   kFloat,

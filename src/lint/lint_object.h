@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/lint/block_reader.h"
+#include "lint/block_reader.h"
 
 struct LintObject {
   int line = 0;

@@ -1,7 +1,7 @@
-#include "tools/lint/block_reader.h"
+#include "lint/block_reader.h"
 
-#include "tools/lint/canonical.h"
-#include "tools/lint/number.h"
+#include "lint/canonical.h"
+#include "lint/number.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
 
-#include "tools/lint/level_rules.h"
+#include "lint/level_rules.h"
 
 namespace {
 

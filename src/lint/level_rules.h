@@ -2,7 +2,7 @@
 // that they name.
 #pragma once
 
-#include "tools/lint/level_file.h"
+#include "lint/level_file.h"
 
 /// The level that every match begins with. It is read before anything moves, all others in mid-match.
 inline constexpr char kMatchLevel[] = "level1";

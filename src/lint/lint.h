@@ -11,10 +11,5 @@
 /// 0.
 int LintFiles(const std::vector<std::string>& files, std::FILE* out);
 
-/// Writes each file anew in the form in which the game saves it, numbers, blanks and IDs and nothing else, and says
-/// so; then the same as LintFiles. A file whose lines cannot be told apart without guessing, or that cannot be written,
-/// is left as it is, with a line.
-int FixFiles(const std::vector<std::string>& files, std::FILE* out);
-
 /// The same lines for one file, each without its end.
 std::vector<std::string> LintLines(const std::string& file);

@@ -1,4 +1,4 @@
-#include "tools/lint/report.h"
+#include "lint/report.h"
 
 void LintReport::Say(int line, RuleName rule, const std::string& text) {
   const RuleKind kind = rule.Get().kind;

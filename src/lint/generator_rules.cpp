@@ -2,7 +2,7 @@
 #include <initializer_list>
 #include <map>
 
-#include "tools/lint/level_rules.h"
+#include "lint/level_rules.h"
 
 namespace {
 

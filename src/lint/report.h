@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "tools/lint/rules.h"
+#include "lint/rules.h"
 
 /// Lists what is found in one file. After kMaxLines lines it goes on counting, but prints no more.
 class LintReport {

@@ -6,10 +6,11 @@
 #include <fstream>
 #include <set>
 
+#include "core/file_name.h"
 #include "graphics/particle_emitter.h"
 #include "graphics/preload_list.h"
 #include "graphics/sprite.h"
-#include "tools/lint/level_rules.h"
+#include "lint/level_rules.h"
 
 namespace {
 
@@ -102,7 +103,10 @@ class PictureRules {
     std::error_code error;
     if (name == "NULLSTRING" || name.empty()) {
       report_.Say(picture.number, "no-picture", whenNone);
-    } else if (name.find('/') != std::string::npos || !std::filesystem::is_regular_file(path, error)) {
+    } else if (!IsPlainName(name)) {
+      report_.Say(picture.number, "unsafe-name",
+                  "\"" + name + "\" is not read: name a picture in Texture/ without folder");
+    } else if (!std::filesystem::is_regular_file(path, error)) {
       report_.Say(picture.number, "missing-picture",
                   "\"" + name + "\" is no picture in Texture/: name one that is there, without folder");
     } else if (!ReadSize(path, size)) {

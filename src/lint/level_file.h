@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/lint/lint_object.h"
+#include "lint/lint_object.h"
 
 /// One file. Its parts point into its text, so it stays where it is.
 struct LintLevel {
@@ -38,7 +38,7 @@ class LevelFolder {
  public:
   explicit LevelFolder(std::string folder) : folder_(std::move(folder)) {}
 
-  /// The level or archetype of that plain name; null when it is missing or holds no object.
+  /// The level or archetype of that name; null when it is missing or holds no object.
   const LintLevel* Find(std::string_view name);
   /// Where a file of the game's folder is.
   std::string PathOf(std::string_view name) const;

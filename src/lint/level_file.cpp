@@ -1,4 +1,4 @@
-#include "tools/lint/level_file.h"
+#include "lint/level_file.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "core/file_cache.h"
+#include "core/file_name.h"
 
 namespace {
 
@@ -139,7 +140,7 @@ std::string GameFolderOf(const std::string& file) {
 }
 
 const LintLevel* LevelFolder::Find(std::string_view name) {
-  if (name.empty() || name.find('/') != std::string_view::npos || name.front() == '.') return nullptr;
+  if (!IsLevelName(name)) return nullptr;
   auto found = levels_.find(name);
   if (found == levels_.end()) {
     auto level = std::make_unique<LintLevel>(PathOf(name));

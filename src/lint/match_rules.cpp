@@ -3,20 +3,23 @@
 #include <optional>
 #include <set>
 
-#include "tools/lint/level_rules.h"
-#include "tools/lint/number.h"
+#include "core/file_name.h"
+#include "lint/level_rules.h"
+#include "lint/number.h"
 
 namespace {
 
 constexpr char kController[] = "segmentmanager";
+constexpr char kShadow[] = "shadow";
 
 struct RuleArchetype {
   std::string_view objective;
   const char* archetype;
 };
-constexpr RuleArchetype kRuleArchetypes[] = {{"CannonFall", "cannonball"}, {"CannonFall", "shadow"},
-                                             {"Crown", "starsonfish"},     {"CollectTheRings", "ringstatic"},
-                                             {"OctoMiners", "miner"},      {"lotbb", "theball"}};
+constexpr RuleArchetype kRuleArchetypes[] = {
+    {"CannonFall", "cannonball"},      {"CannonFall", "shadow"},    {"KingOfTheHill", "stunstars"},
+    {"OctoMiners", "stunstars"},       {"WhaleBoss", "cannonball"}, {"Crown", "starsonfish"},
+    {"CollectTheRings", "ringstatic"}, {"OctoMiners", "miner"},     {"lotbb", "theball"}};
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
@@ -60,6 +63,7 @@ class MatchRules {
     if (level_.GetName() == kMatchLevel && controller == nullptr)
       report_.Say(1, "no-controller", "the match needs an object " + Quoted(kController) + ", or it never ends");
     CheckDuration();
+    if (level_.GetName() == kShadow && LacksBox(level_)) SayNoBox(level_.GetFirst()->line);
   }
 
  private:
@@ -90,9 +94,25 @@ class MatchRules {
     if (script.name == "spawner") CheckSpawner(script);
   }
 
+  // Whether that names no file which the game would read; said then.
+  bool IsUnsafe(const LintLine& name) {
+    if (name.value.empty() || IsLevelName(name.value)) return false;
+    report_.Say(name.number, "unsafe-name", Quoted(name.value) + " is not read: name a file of this folder");
+    return true;
+  }
+
+  static bool LacksBox(const LintLevel& shadow) {
+    return shadow.GetFirst() != nullptr && shadow.GetFirst()->Find("ScriptBox") == nullptr;
+  }
+
+  void SayNoBox(int line) {
+    report_.Say(line, "needs-scriptbox", "the archetype \"shadow\" does not grow: give its object a ScriptBox");
+  }
+
   void CheckSegment(const LintSegment& segment) {
     const std::string_view name = segment.levelName->value;
     const int line = segment.levelName->number;
+    if (IsUnsafe(*segment.levelName)) return;
     const LintLevel* piece = folder_.Find(name);
     if (name == level_.GetName() || Reaches(name, level_.GetName(), Pieces) || Reaches(name, name, Pieces)) {
       report_.Say(line, "piece-of-itself", "a level cannot bring itself in: name another");
@@ -120,11 +140,14 @@ class MatchRules {
       if (objective.name == name && folder_.Find(archetype) == nullptr)
         report_.Say(objective.line, "missing-archetype",
                     "it needs the archetype " + Quoted(archetype) + ", which is missing here or empty");
+    if (objective.name != "CannonFall") return;
+    if (const LintLevel* shadow = folder_.Find(kShadow); shadow != nullptr && LacksBox(*shadow))
+      SayNoBox(objective.line);
   }
 
   void CheckSpawner(const LintBlock& spawner) {
     const LintLine* name = ValueOf(&spawner, "archtypename");
-    if (name == nullptr) return;
+    if (name == nullptr || IsUnsafe(*name)) return;
     const LintLevel* archetype = folder_.Find(name->value);
     if (name->value == level_.GetName() || Reaches(name->value, level_.GetName(), Archetypes) ||
         Reaches(name->value, name->value, Archetypes)) {
