@@ -33,13 +33,14 @@ bool ObjectManager::MayLoad(const std::string& fileName) {
   if (loadDepth_ == 0) load_ = {};
   if (loadDepth_ >= kMaxLoadDepth) {
     if (!load_.toldDepth)
-      Print("%s: more than %d levels load each other, not loaded\n", fileName.c_str(), kMaxLoadDepth);
+      PrintPastLimit("%s: more than %d levels load each other, not loaded\n", fileName.c_str(), kMaxLoadDepth);
     load_.toldDepth = true;
     return false;
   }
   if (load_.bytes >= kMaxLoadBytes) {
     if (!load_.toldBytes)
-      Print("%s: levels that load each other have more than %zu bytes, not loaded\n", fileName.c_str(), kMaxLoadBytes);
+      PrintPastLimit("%s: levels that load each other have more than %zu bytes, not loaded\n", fileName.c_str(),
+                     kMaxLoadBytes);
     load_.toldBytes = true;
     return false;
   }
@@ -48,7 +49,7 @@ bool ObjectManager::MayLoad(const std::string& fileName) {
 
 bool ObjectManager::TakeScriptSlot(const Serializer& reader) {
   if (++load_.scripts == kMaxScripts + 1)
-    Print("%s: more than %d scripts, the rest is skipped\n", reader.Where().c_str(), kMaxScripts);
+    PrintPastLimit("%s: more than %d scripts, the rest is skipped\n", reader.Where().c_str(), kMaxScripts);
   return load_.scripts <= kMaxScripts;
 }
 
@@ -106,7 +107,8 @@ void ObjectManager::ReadObjects(Serializer& reader, std::vector<GameObject*>& cr
 
 GameObject* ObjectManager::BeginObject(Serializer& reader, std::vector<GameObject*>& created) {
   if (objects_.size() >= kMaxObjects) {
-    if (!reportedFull_) Print("%s: more than %zu objects, the load stops\n", reader.Where().c_str(), kMaxObjects);
+    if (!reportedFull_)
+      PrintPastLimit("%s: more than %zu objects, the load stops\n", reader.Where().c_str(), kMaxObjects);
     reportedFull_ = true;
     return nullptr;
   }

@@ -42,19 +42,19 @@ void Write(const char* format, std::va_list arguments) {
     std::vfprintf(printTarget, format, arguments);
   std::fflush(printTarget);
 }
+}  // namespace
 
-[[gnu::format(printf, 1, 2)]] void WriteLast(const char* format, ...) {
+void PrintPastLimit(const char* format, ...) {
   std::va_list arguments;
   va_start(arguments, format);
   Write(format, arguments);
   va_end(arguments);
 }
-}  // namespace
 
 void Print(const char* format, ...) {
   if (limit.name != nullptr && ++limit.printed > limit.texts) {
     if (limit.printed == limit.texts + 1)
-      WriteLast("%s: more than %d faults, the rest is not told\n", limit.name, limit.texts);
+      PrintPastLimit("%s: more than %d faults, the rest is not told\n", limit.name, limit.texts);
     return;
   }
   std::va_list arguments;
