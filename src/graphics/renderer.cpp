@@ -15,7 +15,8 @@ Renderer& GetRenderer() {
 
 void Renderer::Init() {
   gl::SetEnabled(GL_DEPTH_TEST, true);
-  if (FT_Init_FreeType(&fontLibrary_) != 0) Print("Could not init freetype library\n");
+  fontLibrary_ = OpenFontLibrary();
+  if (fontLibrary_ == nullptr) Print("Could not init freetype library\n");
   CreateProgram("default", "dvert.glsl", "dfrag.glsl");
   CreateProgram("debug", "dvert.glsl", "debug_frag.glsl");
   CreateProgram("screen", "screen_vert.glsl", "screen_frag.glsl");
@@ -34,7 +35,7 @@ void Renderer::Shutdown() {
   for (Mesh& mesh : meshes_) DeleteMesh(mesh);
   for (auto& [name, font] : fonts_) FreeFont(font);
   DeleteSceneTarget();
-  if (fontLibrary_ != nullptr) FT_Done_FreeType(fontLibrary_);
+  CloseFontLibrary(fontLibrary_);
   *this = Renderer{};
 }
 
