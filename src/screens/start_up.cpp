@@ -8,6 +8,7 @@
 #include "core/run_log.h"
 #include "core/script_box.h"
 #include "core/transform.h"
+#include "graphics/mesh_type.h"
 #include "graphics/preload_list.h"
 #include "graphics/renderer.h"
 #include "graphics/sprite.h"
@@ -46,7 +47,7 @@ GameObject& CreatePicture(const char* name, const char* texture) {
 
 GameObject& CreateFullScreenPicture(const char* name, const char* texture) {
   GameObject& object = CreatePicture(name, texture);
-  object.Get<Sprite>()->meshType = Sprite::kFullScreen;
+  object.Get<Sprite>()->meshType = MeshType::kFullScreen;
   return object;
 }
 

@@ -6,9 +6,9 @@
 #include <fstream>
 #include <set>
 
+#include "graphics/mesh_type.h"
 #include "graphics/particle_emitter.h"
 #include "graphics/preload_list.h"
-#include "graphics/sprite.h"
 #include "tools/lint/level_rules.h"
 
 namespace {
@@ -65,7 +65,7 @@ class PictureRules {
     if (picture == nullptr || !CheckPicture(*picture, size, "every start prints an error for it: name a picture",
                                             "is read when the level is, which may stall a frame"))
       return;
-    if (mesh != nullptr && NumberOf(*mesh) == float{Sprite::kFullScreen} &&
+    if (mesh != nullptr && NumberOf(*mesh) == float{MeshType::kFullScreen} &&
         std::abs(size.width / size.height / kWide - 1.0f) > kWideTolerance)
       report_.Say(picture->number, "not-16-9", "over the whole screen it is stretched to 16:9");
   }
