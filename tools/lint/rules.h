@@ -113,7 +113,9 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     // pictures
     {"no-picture", RuleKind::kFault, "Every start prints an error for it.", "`texture path: NULLSTRING`"},
     {"missing-picture", RuleKind::kFault, "No such file in `Texture/`.", "`texture path: nothing.png`"},
-    {"bad-picture", RuleKind::kFault, "The file is no PNG picture.", "a JPEG called `crate1.png`"},
+    {"bad-picture", RuleKind::kFault,
+     "The file is no PNG that can be read to its end, or above 8192 pixels a side or 4096 x 4096 in all.",
+     "a JPEG called `crate1.png`"},
     {"not-preloaded", RuleKind::kNote, "The picture is read in mid-match, or not at all by an emitter.",
      "`texture path: ship.png`"},
     {"not-16-9", RuleKind::kNote, "A picture over the whole screen is stretched to 16:9.",
