@@ -1,5 +1,7 @@
 #include "graphics/font.h"
 
+#include FT_MODULE_H
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -8,13 +10,26 @@
 namespace {
 
 constexpr char kFolder[] = "Texture/Fonts/";
+constexpr char kNotLoaded[] = "Error trying to load a new font.\n";
+// A compressed font names the size that it will have: a kilobyte of file could ask for gigabytes.
+constexpr long kMaxBlock = 64L * 1024 * 1024;
 constexpr FT_ULong kFirstCode = 32;
 constexpr FT_ULong kLastCode = 127;
 // A damaged font can ask for a bitmap of any size; a sound glyph is about as large as the font.
-constexpr FT_Pos kMaxGlyphSide = 8 * Font::kPixels;
+constexpr FT_Pos kMaxGlyphSide = FT_Pos{8} * Font::kPixels;
 constexpr int kFixedPoint = 6;  // FreeType's 26.6 numbers
 // Empty pixels around every bitmap: filtering reaches half a pixel past its edge, where the neighbour would show.
 constexpr int kMargin = 1;
+
+void* Allocate(FT_Memory /*memory*/, long size) {
+  return size <= kMaxBlock ? std::malloc(static_cast<std::size_t>(size)) : nullptr;
+}
+
+void Free(FT_Memory /*memory*/, void* block) { std::free(block); }
+
+void* Resize(FT_Memory /*memory*/, long /*size*/, long newSize, void* block) {
+  return newSize <= kMaxBlock ? std::realloc(block, static_cast<std::size_t>(newSize)) : nullptr;
+}
 
 bool IsInProportion(const FT_GlyphSlotRec& slot) {
   const auto isSmall = [](FT_Pos fixed) { return std::abs(fixed >> kFixedPoint) <= kMaxGlyphSide; };
@@ -110,14 +125,33 @@ void AddRectangle(float left, float top, const Glyph& glyph, const Font& font, s
 
 }  // namespace
 
+FT_Library OpenFontLibrary() {
+  static FT_MemoryRec_ memory = {nullptr, Allocate, Free, Resize};
+  FT_Library library = nullptr;
+  if (FT_New_Library(&memory, &library) != 0) return nullptr;
+  FT_Add_Default_Modules(library);
+  FT_Set_Default_Properties(library);
+  return library;
+}
+
+void CloseFontLibrary(FT_Library library) {
+  if (library != nullptr) FT_Done_Library(library);
+}
+
 Font LoadFontFile(FT_Library library, const std::string& name) {
+  FT_Face face = nullptr;
+  if (FT_New_Face(library, (kFolder + name).c_str(), 0, &face) != 0) face = nullptr;
+  return RasteriseFont(face, name);
+}
+
+Font RasteriseFont(FT_Face face, const std::string& name) {
   Font font;
-  if (FT_New_Face(library, (kFolder + name).c_str(), 0, &font.face) != 0) {
-    font.face = nullptr;
-    Print("Error trying to load a new font.\n");
-  }
-  if (font.face != nullptr) FT_Set_Pixel_Sizes(font.face, 0, Font::kPixels);
+  font.face = face;
+  if (face == nullptr) Print(kNotLoaded);
+  if (face != nullptr) FT_Set_Pixel_Sizes(face, 0, Font::kPixels);
   MeasureAtlas(font);
+  // A file that was cut opens as long as its tables' list is there, and its glyphs are all empty.
+  if (face != nullptr && font.atlasWidth == 0) Print(kNotLoaded);
   if (!AtlasFits(font, name)) {
     FreeFont(font);
     return font;

@@ -12,11 +12,12 @@
 
 #include "graphics/gl.h"
 
-/// In pixels at the size of rasterising; one that is not in the font is all zeros.
+/// In pixels at the size of rasterising; one that is not in the font is all zeros. The bitmap's measures hold its empty
+/// margin too: the rectangle that is drawn must show it, or filtering would cut the ink hard at its edge.
 struct Glyph {
   float advanceX = 0.0f;
   float advanceY = 0.0f;
-  float width = 0.0f;  ///< of the bitmap, with an empty margin
+  float width = 0.0f;  ///< of the bitmap
   float rows = 0.0f;
   float left = 0.0f;    ///< from the pen to the bitmap
   float top = 0.0f;     ///< from the baseline up to the bitmap's first row
@@ -40,9 +41,16 @@ struct TextVertex {
   float x, y, z, u, v;
 };
 
-/// Rasterises the codes 32 to 127 of a font in Texture/Fonts/. What fails is printed; a missing file gives a font
-/// without glyphs, and so does an atlas larger than the context takes.
+/// FreeType with a limit on what a file's numbers can make it allocate; null when it cannot be had.
+FT_Library OpenFontLibrary();
+/// After all its fonts are freed. Null is nothing to do.
+void CloseFontLibrary(FT_Library library);
+
+/// Rasterises the codes 32 to 127 of a font in Texture/Fonts/. What fails is printed; a file that is missing, or has no
+/// ink for any of them, gives a font that shows nothing, and so does an atlas larger than the context takes.
 Font LoadFontFile(FT_Library library, const std::string& name);
+/// The same from an open face, which the font owns from then on; null for none. `name` is for messages.
+Font RasteriseFont(FT_Face face, const std::string& name);
 /// Frees what the font holds and empties it.
 void FreeFont(Font& font);
 

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <cstdint>
 
-#include "graphics/renderer.h"
-
 namespace {
 
 constexpr int kTexturedStride = 5 * sizeof(float);  // x, y, z, u, v

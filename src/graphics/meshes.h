@@ -1,7 +1,13 @@
 // The four fixed meshes.
 #pragma once
 
-struct Mesh;
+#include "graphics/gl.h"
+
+struct Mesh {
+  GLuint vertexBuffer = 0;
+  GLuint vertexArray = 0;
+  GLuint indexBuffer = 0;  ///< 0: drawn without indices
+};
 
 inline constexpr int kQuadIndices = 6;
 inline constexpr int kCirclePoints = 32;

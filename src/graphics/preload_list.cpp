@@ -8,7 +8,7 @@ namespace {
 
 constexpr char kFont[] = "OctoBubble.ttf";
 
-std::size_t assetIndex = 0;
+std::size_t assetIndex = 0;  // over the fonts as long as fontPhase is true, then over the pictures
 bool fontPhase = true;
 
 }  // namespace

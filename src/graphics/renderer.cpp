@@ -4,9 +4,7 @@
 #include "core/print.h"
 #include "core/transform.h"
 #include "graphics/camera.h"
-#include "graphics/meshes.h"
-#include "graphics/sprite.h"
-#include "graphics/texture_file.h"
+#include "graphics/mesh_type.h"
 
 Renderer& GetRenderer() {
   static Renderer& renderer = *new Renderer;
@@ -15,7 +13,8 @@ Renderer& GetRenderer() {
 
 void Renderer::Init() {
   gl::SetEnabled(GL_DEPTH_TEST, true);
-  if (FT_Init_FreeType(&fontLibrary_) != 0) Print("Could not init freetype library\n");
+  fontLibrary_ = OpenFontLibrary();
+  if (fontLibrary_ == nullptr) Print("Could not init freetype library\n");
   CreateProgram("default", "dvert.glsl", "dfrag.glsl");
   CreateProgram("debug", "dvert.glsl", "debug_frag.glsl");
   CreateProgram("screen", "screen_vert.glsl", "screen_frag.glsl");
@@ -34,7 +33,7 @@ void Renderer::Shutdown() {
   for (Mesh& mesh : meshes_) DeleteMesh(mesh);
   for (auto& [name, font] : fonts_) FreeFont(font);
   DeleteSceneTarget();
-  if (fontLibrary_ != nullptr) FT_Done_FreeType(fontLibrary_);
+  CloseFontLibrary(fontLibrary_);
   *this = Renderer{};
 }
 
@@ -185,33 +184,6 @@ ShaderProgram* Renderer::UseInScene(const std::string& shaderName) {
   return inScene_;
 }
 
-// State stands from one sprite to the next; the screen pass switches blending off.
-void Renderer::DrawSprite(const GameObject& object) {
-  static const std::string kFullScreenShader = "screen";
-  const Sprite* sprite = object.Get<Sprite>();
-  if (sprite == nullptr || !sprite->visible || !gl::HasContext()) return;
-  const int type = sprite->meshType;
-  if (type != Sprite::kQuad && type != Sprite::kCircle && type != Sprite::kFullScreen) return;
-  ShaderProgram* program = UseInScene(type == Sprite::kFullScreen ? kFullScreenShader : sprite->shaderName);
-  if (program == nullptr) return;
-  const Texture texture = FindTexture(sprite->texturePath);
-  // Blending an opaque picture gives the picture and costs a reading of what is behind it, the whole view for the
-  // background.
-  if (texture.opaque && sprite->a == 1.0f) gl::SetEnabled(GL_BLEND, false);
-  gl::BindTexture(texture.name);
-  gl::BindVertexArray(meshes_[static_cast<std::size_t>(type)].vertexArray);
-  if (type != Sprite::kFullScreen) {
-    gl::UniformMatrix4(program->model, true, object.GetTransform().GetModelMatrix().data());
-    program->SendColour({sprite->r, sprite->g, sprite->b, sprite->a});
-  }
-  if (type == Sprite::kQuad)
-    program->SendTextureWindow({sprite->row, sprite->columns, sprite->startFrame, sprite->endFrame});
-  if (type == Sprite::kCircle)
-    gl::DrawArrays(GL_LINE_LOOP, kCirclePoints);
-  else
-    gl::DrawIndexedTriangles(kQuadIndices);
-}
-
 void Renderer::ComposeScreen() {
   inScene_ = nullptr;
   gl::BindFramebuffer(0);
@@ -231,7 +203,7 @@ void Renderer::ComposeScreen() {
   gl::Uniform(program.frameTime, frameTime);
   gl::Uniform3(program.cPoint, &wavePoint_.x);
   gl::Uniform(program.gTime, waveTime_);
-  gl::BindVertexArray(meshes_[Sprite::kFullScreen].vertexArray);
+  gl::BindVertexArray(meshes_[MeshType::kFullScreen].vertexArray);
   gl::BindTexture(sceneTexture_);
   gl::DrawIndexedTriangles(kQuadIndices);
 }

@@ -12,16 +12,11 @@
 #include "core/game_object.h"
 #include "graphics/font.h"
 #include "graphics/gl.h"
+#include "graphics/meshes.h"
 #include "graphics/shader_program.h"
 #include "graphics/texture_file.h"
 #include "graphics/viewport.h"
 #include "physics/math/vec3.h"
-
-struct Mesh {
-  GLuint vertexBuffer = 0;
-  GLuint vertexArray = 0;
-  GLuint indexBuffer = 0;  ///< 0: drawn without indices
-};
 
 class Renderer {
  public:
@@ -89,7 +84,7 @@ class Renderer {
   std::unordered_map<std::string, Texture> textures_;
   std::vector<GLuint> newTextures_;  // without their smaller levels yet
   bool shown_ = false;               // a picture has been composed
-  std::array<Mesh, 4> meshes_;       // by mesh type
+  std::array<Mesh, 4> meshes_;       // by MeshType
   std::unordered_map<std::string, ShaderProgram> shaders_;
   ShaderProgram* inScene_ = nullptr;  // in use, with this frame's camera; none after anything else was used
   std::string inSceneName_;

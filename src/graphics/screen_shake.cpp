@@ -46,5 +46,3 @@ void ScreenShake::Update(float step) {
 void StartShake(const Vec3& direction, float magnitude, float decay, float duration) {
   Current() = {true, Normalised(direction), magnitude, decay, duration};
 }
-
-void StopShake() { Current() = Shake{}; }

@@ -13,6 +13,3 @@ class ScreenShake final : public Script {
 /// Starts a shake along `direction`, in place of a running one. `magnitude` in world units, `decay` in units per
 /// second, `duration` in seconds of game time. A zero direction displaces nothing.
 void StartShake(const Vec3& direction, float magnitude, float decay, float duration);
-
-/// Ends the shake.
-void StopShake();

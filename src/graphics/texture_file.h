@@ -1,4 +1,4 @@
-// Picture files: checked before anything is decoded, then handed to GL first row at the top of the quad.
+// Picture files on their way to GL.
 #pragma once
 
 #include <string>
@@ -10,6 +10,6 @@ struct Texture {
   bool opaque = false;  ///< no pixel lets anything through
 };
 
-/// Loads a PNG from Texture/ into a new GL texture; name 0 when it is missing, no PNG, or larger than 8192 on a side,
-/// or when the name leads out of the folder. Without a GL context a readable PNG gives name 1 and nothing is decoded.
+/// Loads a picture from Texture/ into a new GL texture; name 0 when ReadPicture cannot read it. Without a GL
+/// context one that can be read gives name 1.
 Texture LoadTextureFile(const std::string& name);

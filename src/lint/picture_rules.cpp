@@ -1,15 +1,13 @@
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <set>
 
 #include "core/file_name.h"
+#include "graphics/mesh_type.h"
 #include "graphics/particle_emitter.h"
+#include "graphics/picture.h"
 #include "graphics/preload_list.h"
-#include "graphics/sprite.h"
 #include "lint/level_rules.h"
 
 namespace {
@@ -21,26 +19,6 @@ constexpr float kPartTolerance = 0.001f;
 constexpr std::string_view kShaders[] = {"default", "debug", "fisheye"};  // those that draw sprites
 
 constexpr char kReadWithLevel[] = "is read when the level is, which may stall a frame";
-
-struct PictureSize {
-  float width = 0.0f;
-  float height = 0.0f;
-};
-
-// From the header of a PNG file; false when it is none.
-bool ReadSize(const std::string& path, PictureSize& size) {
-  constexpr std::string_view kStart("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
-  std::array<char, 24> header = {};
-  std::ifstream file(path, std::ios::binary);
-  if (!file.read(header.data(), header.size()) || std::string_view(header.data(), 16) != kStart) return false;
-  const auto number = [&](std::size_t at) {
-    std::uint32_t value = 0;
-    for (std::size_t i = at; i < at + 4; ++i) value = value * 256u + static_cast<unsigned char>(header[i]);
-    return static_cast<float>(value);
-  };
-  size = {number(16), number(20)};
-  return size.width > 0.0f && size.height > 0.0f;
-}
 
 class PictureRules {
  public:
@@ -65,12 +43,12 @@ class PictureRules {
     if (shader != nullptr && std::find(std::begin(kShaders), std::end(kShaders), shader->value) == std::end(kShaders))
       report_.Say(shader->number, "unknown-shader", "nothing is drawn: write default");
     const LintLine* picture = ValueOf(&sprite, "texture path");
-    PictureSize size;
-    if (picture == nullptr || !CheckPicture(*picture, size, "every start prints an error for it: name a picture",
-                                            isMatchLevel_ ? nullptr : kReadWithLevel))
+    Picture image;
+    if (picture == nullptr || !CheckPicture(*picture, image, "every start prints an error for it: name a picture",
+                                            "is read when the level is, which may stall a frame"))
       return;
-    if (mesh != nullptr && NumberOf(*mesh) == float{Sprite::kFullScreen} &&
-        std::abs(size.width / size.height / kWide - 1.0f) > kWideTolerance)
+    if (mesh != nullptr && NumberOf(*mesh) == float{MeshType::kFullScreen} &&
+        std::abs(static_cast<float>(image.width) / static_cast<float>(image.height) / kWide - 1.0f) > kWideTolerance)
       report_.Say(picture->number, "not-16-9", "over the whole screen it is stretched to 16:9");
   }
 
@@ -83,8 +61,8 @@ class PictureRules {
   void CheckEmitter(const LintBlock& script) {
     const LintLine* picture = ValueOf(&script, "textureName");
     if (picture == nullptr) return;
-    PictureSize size;
-    CheckPicture(*picture, size, "its particles are black: name a picture",
+    Picture image;
+    CheckPicture(*picture, image, "its particles are black: name a picture",
                  "is not loaded by an emitter: its particles are black unless a sprite loads it");
     const float count = NumberOf(&script, "particleCount", 1.0f);
     if (count == 0.0f || NumberOf(&script, "maxLifeSpan", 1.0f) == 0.0f)
@@ -97,20 +75,22 @@ class PictureRules {
   }
 
   // Without `whenNotPreloaded` it may be read at any time.
-  bool CheckPicture(const LintLine& picture, PictureSize& size, const char* whenNone, const char* whenNotPreloaded) {
+  bool CheckPicture(const LintLine& picture, Picture& image, const char* whenNone, const char* whenNotPreloaded) {
     const std::string name(picture.value);
-    const std::string path = context_.folder.PathOf("Texture/" + name);
+    const std::string folder = context_.folder.PathOf("Texture");
     std::error_code error;
     if (name == "NULLSTRING" || name.empty()) {
       report_.Say(picture.number, "no-picture", whenNone);
     } else if (!IsPlainName(name)) {
       report_.Say(picture.number, "unsafe-name",
                   "\"" + name + "\" is not read: name a picture in Texture/ without folder");
-    } else if (!std::filesystem::is_regular_file(path, error)) {
+    } else if (!std::filesystem::is_regular_file(folder + "/" + name, error)) {
       report_.Say(picture.number, "missing-picture",
                   "\"" + name + "\" is no picture in Texture/: name one that is there, without folder");
-    } else if (!ReadSize(path, size)) {
-      report_.Say(picture.number, "bad-picture", "\"" + name + "\" is no PNG picture");
+    } else if (!ReadPicture(folder, name, PictureUse::kCheck, image)) {
+      report_.Say(
+          picture.number, "bad-picture",
+          "\"" + name + "\" is no PNG picture that the game can read: it is damaged, too large or something else");
     } else {
       if (whenNotPreloaded != nullptr &&
           std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end() &&

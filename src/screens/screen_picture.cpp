@@ -4,6 +4,7 @@
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
+#include "graphics/mesh_type.h"
 #include "graphics/sprite.h"
 
 GameObject& CreatePicture(const char* name, const char* texture) {
@@ -16,6 +17,6 @@ GameObject& CreatePicture(const char* name, const char* texture) {
 
 GameObject& CreateFullScreenPicture(const char* name, const char* texture) {
   GameObject& object = CreatePicture(name, texture);
-  object.Get<Sprite>()->meshType = Sprite::kFullScreen;
+  object.Get<Sprite>()->meshType = MeshType::kFullScreen;
   return object;
 }

@@ -84,7 +84,10 @@ TEST_F(FontTest, ASpoiledFileIsToldAndHarmless) {
   std::filesystem::create_directories("Texture/Fonts");
   const std::string whole = world.ReadFile(BuildFolder() + "/" + path);
   ASSERT_FALSE(whole.empty());
-  for (std::size_t part = 1; part < 16; ++part) tryFile(whole.substr(0, whole.size() * part / 16));
+  for (std::size_t part = 1; part < 15; ++part) {  // the last tables hold no outlines
+    tryFile(whole.substr(0, whole.size() * part / 16));
+    EXPECT_TRUE(world.text().starts_with("Error trying to load a new font.\n")) << part;
+  }
   for (int damage = 0; damage < 100; ++damage) {
     std::string bytes = whole;
     for (int i = 0; i < 20; ++i) bytes[static_cast<std::size_t>(Random()) % bytes.size()] = static_cast<char>(Random());

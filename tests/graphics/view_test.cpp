@@ -7,6 +7,7 @@
 #include "core/pause.h"
 #include "core/transform.h"
 #include "core/world_fixture.h"
+#include "folders.h"
 #include "graphics/camera.h"
 #include "graphics/renderer.h"
 #include "graphics/screen_shake.h"
@@ -82,12 +83,14 @@ TEST_F(RendererTest, ClocksAdvancePerComposedFrameAndARippleRestartsOne) {
   EXPECT_EQ(frames, 121);
 }
 
-// Names cannot lead out of the folder, and what is no PNG fails without being decoded.
+// Names cannot lead out of the folder, and a picture is read to its end without a context too.
 TEST_F(RendererTest, ReportsAPictureThatIsMissingOrNone) {
   std::filesystem::create_directory("Texture");
   world.WriteFile("Texture/fake.png", "no picture at all, but long enough for a header");
   world.WriteFile("Texture/huge.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR\x7f\xff\xff\xff\0\0\0\1", 24));
-  for (const std::string name : {"../../etc/passwd", "nothing.png", "fake.png", "huge.png"}) {
+  const std::string whole = world.ReadFile(BuildFolder() + "/Texture/crown.png");
+  world.WriteFile("Texture/cut.png", whole.substr(0, whole.size() / 2));
+  for (const std::string name : {"../../etc/passwd", "nothing.png", "fake.png", "huge.png", "cut.png"}) {
     world.ClearText();
     GetRenderer().LoadTexture(name);
     EXPECT_EQ(world.text(), "Error Loading Texture" + name + "\n");
