@@ -30,13 +30,13 @@ void ScriptBox::OnContact(const GalePhysics::Contact& contact) {
   for (std::size_t i = 0; i < entries_.size(); ++i) entries_[i].script->OnContact(contact);
 }
 
+// What two have borrowed is the own one's again when the first of them has given it back: the first gives last.
 void ScriptBox::GiveBack() {
-  for (const Entry& entry : entries_) entry.script->GiveBack();
+  for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) entry->script->GiveBack();
 }
 
-// The last to borrow gave back last: it takes first.
 void ScriptBox::TakeAgain() {
-  for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) entry->script->TakeAgain();
+  for (const Entry& entry : entries_) entry.script->TakeAgain();
 }
 
 void ScriptBox::Serialize(Serializer& writer) {

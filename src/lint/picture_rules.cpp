@@ -45,7 +45,7 @@ class PictureRules {
     const LintLine* picture = ValueOf(&sprite, "texture path");
     Picture image;
     if (picture == nullptr || !CheckPicture(*picture, image, "every start prints an error for it: name a picture",
-                                            "is read when the level is, which may stall a frame"))
+                                            isMatchLevel_ ? nullptr : kReadWithLevel))
       return;
     if (mesh != nullptr && NumberOf(*mesh) == float{MeshType::kFullScreen} &&
         std::abs(static_cast<float>(image.width) / static_cast<float>(image.height) / kWide - 1.0f) > kWideTolerance)

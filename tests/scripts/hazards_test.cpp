@@ -102,6 +102,7 @@ TEST_F(HazardTest, AFountainEruptsUpwardsForItsBurstWhenTriggeredAndTurnedOn) {
 TEST_F(HazardTest, WhatScriptsBorrowOfTheirOwnerIsNeverSaved) {
   auto& sprite = holder.Insert(std::make_unique<Sprite>());
   PositionOf(holder).x = 20.0f;
+  holder.GetTransform().Rebuild();
   BodyOf(holder).inverseMass = 0.5f;
   for (const char* name : {"onewayintostage", "barnaclelogic", "spawner", "color-changer", "squishy"}) Carry(name);
   const std::string own = Document({&holder});
