@@ -1,0 +1,28 @@
+// Finds in the log of a run what is worth a picture: each screen, piece, rule, stun and menu, and the podium.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/run_log.h"
+
+class Moments final : public RunLogListener {
+ public:
+  /// Events from here on belong to this frame.
+  void BeginFrame(int frame) { frame_ = frame; }
+  void OnEvent(std::string_view text) override;
+
+  /// Whether the present frame's picture is one of them; so may be said as late as in the middle of the frame.
+  bool IsDue() const;
+  /// The names of those that this frame shows, for files: its number, then the event's words. They are done with.
+  std::vector<std::string> TakeDue();
+
+ private:
+  struct Moment {
+    int frame;  // that shows it
+    std::string name;
+  };
+  int frame_ = 0;
+  std::vector<Moment> waiting_;
+};
