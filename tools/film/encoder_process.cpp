@@ -13,13 +13,12 @@ extern char** environ;
 
 namespace {
 
-constexpr std::array<int, 2> kTheirEnds = {0, 3};
-
-// What the program finds when it starts: our pipes, nothing to say on standard output, and signals as usual.
+// What the program finds when it starts: our pipe, nothing to say on standard output, and signals as usual.
 class SpawnPlan {
  public:
-  SpawnPlan() {
+  explicit SpawnPlan(int input) {
     posix_spawn_file_actions_init(&actions_);
+    posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO);
     posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawnattr_init(&attributes_);
     sigset_t usual;
@@ -35,7 +34,6 @@ class SpawnPlan {
     posix_spawnattr_destroy(&attributes_);
   }
 
-  void Give(int ours, int theirs) { posix_spawn_file_actions_adddup2(&actions_, ours, theirs); }
   int Spawn(pid_t* process, std::vector<char*>& words) const {
     return posix_spawnp(process, words[0], &actions_, &attributes_, words.data(), environ);
   }
@@ -49,39 +47,29 @@ class SpawnPlan {
 
 EncoderProcess::~EncoderProcess() {
   Kill();
-  Close(kPictures);
-  Close(kSound);
-  Wait();
+  Finish();
 }
 
-std::string EncoderProcess::Start(const std::vector<std::string>& words, bool withSound) {
+std::string EncoderProcess::Start(const std::vector<std::string>& words) {
   std::signal(SIGPIPE, SIG_IGN);
-  SpawnPlan plan;
-  std::array<int, 2> theirs = {kNone, kNone};
-  int failure = 0;
-  for (std::size_t i = 0; i < (withSound ? 2u : 1u); ++i) {
-    int ends[2];
-    if (::pipe2(ends, O_CLOEXEC) != 0) return std::strerror(errno);
-    theirs[i] = ends[0];
-    pipes_[i] = ends[1];
-    plan.Give(theirs[i], kTheirEnds[i]);
-  }
+  int ends[2];
+  if (::pipe2(ends, O_CLOEXEC) != 0) return std::strerror(errno);
+  pipe_ = ends[1];
   std::vector<char*> arguments;
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
-  failure = plan.Spawn(&process_, arguments);
-  for (const int end : theirs)
-    if (end != kNone) ::close(end);
+  const int failure = SpawnPlan(ends[0]).Spawn(&process_, arguments);
+  ::close(ends[0]);
   if (failure == 0) return {};
   process_ = 0;
   if (failure == ENOENT) return "needs the program " + words[0] + ", which is not installed";
   return words[0] + " cannot be started: " + std::strerror(failure);
 }
 
-std::string EncoderProcess::Write(Pipe pipe, const void* data, std::size_t size) {
+std::string EncoderProcess::Write(const void* data, std::size_t size) {
   const char* next = static_cast<const char*>(data);
   while (size > 0) {
-    const ssize_t written = ::write(pipes_[pipe], next, size);
+    const ssize_t written = ::write(pipe_, next, size);
     if (written < 0 && errno == EINTR) continue;
     if (written < 0)
       return errno == EPIPE ? "the encoder ended before the film did"
@@ -92,16 +80,13 @@ std::string EncoderProcess::Write(Pipe pipe, const void* data, std::size_t size)
   return {};
 }
 
-void EncoderProcess::Close(Pipe pipe) {
-  if (pipes_[pipe] != kNone) ::close(pipes_[pipe]);
-  pipes_[pipe] = kNone;
-}
-
 void EncoderProcess::Kill() {
   if (process_ != 0) ::kill(process_, SIGKILL);
 }
 
-std::string EncoderProcess::Wait() {
+std::string EncoderProcess::Finish() {
+  if (pipe_ != kNone) ::close(pipe_);
+  pipe_ = kNone;
   if (process_ == 0) return {};
   int status = 0;
   while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {

@@ -6,9 +6,13 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <initializer_list>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "audio/audio.h"
+#include "audio/studio/wav_writer.h"
 #include "core/replace_file.h"
 #include "tools/film/encoder_process.h"
 #include "tools/film/worker.h"
@@ -28,63 +32,67 @@ bool EndsWith(std::string_view text, std::string_view end) {
 // Pictures are of the colours that televisions of high definition have, as players take for granted.
 constexpr char kColours[] = "scale=out_color_matrix=bt709:out_range=tv,format=yuv420p";
 
-Words PictureCoding(const std::string& file) {
+// How the pictures of a format are encoded, how its sound, and what the format is called.
+struct Coding {
+  Words pictures;
+  Words sound;
+  Words container;
+};
+
+Coding ChooseCoding(const std::string& file) {
   if (IsGifName(file))
-    return {"-filter_complex",
-            "split[a][b];[a]palettegen=stats_mode=diff[p];[b][p]paletteuse=dither=bayer:bayer_scale=4", "-f", "gif"};
-  Words words = {"-vf", kColours, "-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709"};
-  const Words coding = EndsWith(file, ".webm")
-                           ? Words{"-c:v", "libvpx-vp9",    "-deadline", "realtime", "-cpu-used", "7",    "-row-mt",
-                                   "1",    "-tile-columns", "2",         "-crf",     "33",        "-b:v", "0",
-                                   "-c:a", "libopus",       "-b:a",      "128k",     "-f",        "webm"}
-                           : Words{"-c:v", "libx264", "-preset", "veryfast",  "-crf",       "21", "-c:a",
-                                   "aac",  "-b:a",    "160k",    "-movflags", "+faststart", "-f", "mp4"};
-  words.insert(words.end(), coding.begin(), coding.end());
-  return words;
+    return {
+        {"-filter_complex", "split[a][b];[a]palettegen=stats_mode=diff[p];[b][p]paletteuse=dither=bayer:bayer_scale=4"},
+        {},
+        {"-f", "gif"}};
+  Words pictures = {"-vf", kColours, "-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709"};
+  if (EndsWith(file, ".webm")) {
+    for (const char* word : {"-c:v", "libvpx-vp9", "-deadline", "realtime", "-cpu-used", "7", "-row-mt", "1",
+                             "-tile-columns", "2", "-crf", "33", "-b:v", "0"})
+      pictures.emplace_back(word);
+    return {pictures, {"-c:a", "libopus", "-b:a", "128k"}, {"-f", "webm"}};
+  }
+  for (const char* word : {"-c:v", "libx264", "-preset", "veryfast", "-crf", "21"}) pictures.emplace_back(word);
+  return {pictures, {"-c:a", "aac", "-b:a", "160k"}, {"-movflags", "+faststart", "-f", "mp4"}};
 }
 
-Words CommandLine(const std::string& file, const FilmFormat& format) {
-  Words words = {"ffmpeg",
-                 "-hide_banner",
-                 "-loglevel",
-                 "error",
-                 "-y",
-                 "-f",
-                 "rawvideo",
-                 "-pix_fmt",
-                 "rgb24",
-                 "-video_size",
-                 std::to_string(format.width) + "x" + std::to_string(format.height),
-                 "-framerate",
-                 std::to_string(format.rate) + "/" + std::to_string(format.rateBase),
-                 "-i",
-                 "pipe:0"};
-  if (format.sound)
-    for (const char* word : {"-f", "s16le", "-ar", "48000", "-ac", "2", "-i", "pipe:3"}) words.emplace_back(word);
-  const Words coding = PictureCoding(file);
-  words.insert(words.end(), coding.begin(), coding.end());
-  words.push_back(TemporaryOf(file));
-  return words;
+Words Join(std::initializer_list<Words> parts) {
+  Words all = {"ffmpeg", "-hide_banner", "-loglevel", "error", "-y"};
+  for (const Words& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
 }
 
+// The sound is added when all pictures are there. Through a second pipe it could be had in one go, but the encoder
+// reads the two as it likes, and waits for one while we wait until it takes the other.
 class FilmFile final : public Output {
  public:
-  FilmFile(std::string file, const FilmFormat& format) : file_(std::move(file)), format_(format) {}
+  FilmFile(std::string file, const FilmFormat& format)
+      : file_(std::move(file)),
+        picturesFile_(format.sound ? file_ + ".pictures.tmp" : TemporaryOf(file_)),
+        soundFile_(file_ + ".sound.tmp"),
+        format_(format),
+        coding_(ChooseCoding(file_)) {}
   ~FilmFile() override {
     if (!opened_) return;
     encoder_.Kill();
     pictures_.Finish();
-    sound_.Finish();
-    ::unlink(TemporaryOf(file_).c_str());
+    for (const std::string& file : {TemporaryOf(file_), picturesFile_, soundFile_}) ::unlink(file.c_str());
   }
 
   std::string Open() override {
     // Said before the run, which may be long, and in words of its own.
-    const int file = ::open(TemporaryOf(file_).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    const int file = ::open(picturesFile_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     if (file < 0) return std::string("cannot be written: ") + std::strerror(errno);
     ::close(file);
     opened_ = true;
-    return encoder_.Start(CommandLine(file_, format_), format_.sound);
+    if (format_.sound && !wav_.emplace().Open(soundFile_, Audio::kRate, 2)) return "its sound cannot be written";
+    const std::string size = std::to_string(format_.width) + "x" + std::to_string(format_.height);
+    const std::string rate = std::to_string(format_.rate) + "/" + std::to_string(format_.rateBase);
+    return encoder_.Start(
+        Join({{"-f", "rawvideo", "-pix_fmt", "rgb24", "-video_size", size, "-framerate", rate, "-i", "pipe:0"},
+              coding_.pictures,
+              coding_.container,
+              {picturesFile_}}));
   }
 
   void AddPicture(const std::string& /*name*/, WindowPixels pixels) override {
@@ -93,50 +101,52 @@ class FilmFile final : public Output {
       held_ += 4LL * picture.width * picture.height;
       if (IsGifName(file_) && held_ > kMostGifBytes)
         return "a GIF of so many pictures does not fit into memory; fewer, smaller ones, or a .webm";
-      return encoder_.Write(EncoderProcess::kPictures, picture.rgb.data(), picture.rgb.size());
+      return encoder_.Write(picture.rgb.data(), picture.rgb.size());
     });
   }
 
-  // Any number of sound jobs may wait: the encoder asks for whichever of the two it lacks, and a caller who waited for
-  // room on one side would keep the other from it.
   void AddSound(std::span<const std::int16_t> stereo) override {
-    if (!format_.sound) return;
-    sound_.Add([this, samples = std::vector<std::int16_t>(stereo.begin(), stereo.end())] {
-      return encoder_.Write(EncoderProcess::kSound, samples.data(), samples.size() * sizeof samples[0]);
-    });
+    if (wav_ && !wav_->Write(stereo)) soundError_ = "its sound cannot be written to its end";
   }
 
   std::string GetError() override {
     const std::string error = pictures_.GetError();
-    return error.empty() ? sound_.GetError() : error;
+    return error.empty() ? soundError_ : error;
   }
 
   std::string Finish() override {
-    // Each pipe is closed as soon as it is empty: the encoder may wait for the end of one before it reads the other.
-    sound_.Add([this] {
-      encoder_.Close(EncoderProcess::kSound);
-      return std::string{};
-    });
     std::string error = pictures_.Finish();
     if (!error.empty()) encoder_.Kill();
-    encoder_.Close(EncoderProcess::kPictures);
-    const std::string soundError = sound_.Finish();
-    encoder_.Close(EncoderProcess::kSound);  // after a failure nobody else did
-    if (error.empty()) error = soundError;
-    const std::string ended = encoder_.Wait();
+    const std::string ended = encoder_.Finish();
     if (error.empty()) error = ended;
+    if (error.empty()) error = soundError_;
+    if (error.empty() && wav_) error = JoinSound();
     if (error.empty() && std::rename(TemporaryOf(file_).c_str(), file_.c_str()) != 0) error = std::strerror(errno);
     return error;
   }
 
  private:
+  std::string JoinSound() {
+    wav_.reset();
+    const std::string error = encoder_.Start(
+        Join({{"-f", coding_.container.back(), "-i", picturesFile_, "-f", "wav", "-i", soundFile_, "-c:v", "copy"},
+              coding_.sound,
+              coding_.container,
+              {TemporaryOf(file_)}}));
+    return error.empty() ? encoder_.Finish() : error;
+  }
+
   std::string file_;
+  std::string picturesFile_;
+  std::string soundFile_;
   FilmFormat format_;
+  Coding coding_;
   bool opened_ = false;
   long long held_ = 0;  // bytes of the pictures so far
+  std::optional<Studio::WavWriter> wav_;
+  std::string soundError_;
   EncoderProcess encoder_;
   Worker pictures_{kRoom};
-  Worker sound_{0};
 };
 
 }  // namespace

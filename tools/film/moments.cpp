@@ -4,21 +4,23 @@
 #include <cctype>
 #include <cstdio>
 
+#include "graphics/renderer.h"
+
 namespace {
 
 // How an event begins, and after how many frames it is best seen: titles and pieces come into the picture by and by.
-struct Kind {
+struct Sight {
   std::string_view words;
   int delay;
 };
-constexpr Kind kKinds[] = {
+constexpr Sight kSights[] = {
     {"screen podium", 0},  // where a run to the end ends
     {"screen ", 90},      {"segment begin ", 150}, {"objective begin ", 60}, {"stun ", 10}, {"menu open ", 5},
 };
 
-const Kind* FindKind(std::string_view text) {
-  for (const Kind& kind : kKinds)
-    if (text.substr(0, kind.words.size()) == kind.words) return &kind;
+const Sight* FindSight(std::string_view text) {
+  for (const Sight& sight : kSights)
+    if (text.substr(0, sight.words.size()) == sight.words) return &sight;
   return nullptr;
 }
 
@@ -33,7 +35,10 @@ std::string FileName(int frame, std::string_view text) {
 }  // namespace
 
 void Moments::OnEvent(std::string_view text) {
-  if (const Kind* kind = FindKind(text)) waiting_.push_back({frame_ + kind->delay, FileName(frame_, text)});
+  const Sight* sight = FindSight(text);
+  if (sight == nullptr) return;
+  waiting_.push_back({frame_ + sight->delay, FileName(frame_, text)});
+  if (sight->delay == 0) GetRenderer().SetDrawing(true);
 }
 
 bool Moments::IsDue() const {

@@ -13,7 +13,8 @@ class Moments final : public RunLogListener {
   void BeginFrame(int frame) { frame_ = frame; }
   void OnEvent(std::string_view text) override;
 
-  /// Whether the present frame's picture is one of them; so may be said as late as in the middle of the frame.
+  /// Whether the present frame's picture is one of them, as far as is known. What turns up in the frame and is best
+  /// seen at once has the frame drawn.
   bool IsDue() const;
   /// The names of those that this frame shows, for files: its number, then the event's words. They are done with.
   std::vector<std::string> TakeDue();
