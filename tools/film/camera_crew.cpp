@@ -20,7 +20,9 @@ void CameraCrew::EndFrame(int frame) {
     if (frame >= schedule_.from && frame <= schedule_.to) output_->AddSound(stereo_);
   }
   progress_.Show(frame + 1);
-  if (output_ != nullptr && !output_->GetError().empty()) GetPlatform().running = false;
+  // With video SDL turns the signals that end a program into this request.
+  if (SDL_QuitRequested()) interrupted_ = true;
+  if (interrupted_ || (output_ != nullptr && !output_->GetError().empty())) GetPlatform().running = false;
 }
 
 void CameraCrew::TakePicture(int frame) {

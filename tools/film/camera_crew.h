@@ -29,6 +29,8 @@ class CameraCrew final : public RunObserver {
   void BeginFrame(int frame) override;
   void EndFrame(int frame) override;
 
+  /// Somebody asked the program to end, which ended the run.
+  bool IsInterrupted() const { return interrupted_; }
   int CountPictures() const { return static_cast<int>(times_.size()); }
   /// Milliseconds in which that share of the filmed frames was through, from their input to their last pixel.
   double TimeOf(double share) const;
@@ -44,6 +46,7 @@ class CameraCrew final : public RunObserver {
   Moments* moments_;
   Output* output_;
   bool sound_;
+  bool interrupted_ = false;
   Progress progress_;
   Clock::time_point frameStart_;
   std::vector<double> times_;  // milliseconds

@@ -130,6 +130,7 @@ int Film(FilmOptions options) {
   CameraCrew crew(lens, PlanFrames(options, total), moments ? &*moments : nullptr, output.get(), format.sound, total);
   int result = run.Go(crew);
   if (result == kUsage) return result;
+  if (crew.IsInterrupted()) return FailFile(options.out, "interrupted after frame " + std::to_string(run.GetFrames()));
   if (crew.CountPictures() == 0)
     result = FailFile(options.out, "no frame was filmed: the run ended after " + std::to_string(run.GetFrames()));
   else if (const std::string error = output ? output->Finish() : std::string{}; !error.empty())

@@ -48,11 +48,11 @@ Coding ChooseCoding(const std::string& file) {
   Words pictures = {"-vf", kColours, "-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709"};
   if (EndsWith(file, ".webm")) {
     for (const char* word : {"-c:v", "libvpx-vp9", "-deadline", "realtime", "-cpu-used", "7", "-row-mt", "1",
-                             "-tile-columns", "2", "-crf", "33", "-b:v", "0"})
+                             "-tile-columns", "2", "-crf", "42", "-b:v", "0"})
       pictures.emplace_back(word);
     return {pictures, {"-c:a", "libopus", "-b:a", "128k"}, {"-f", "webm"}};
   }
-  for (const char* word : {"-c:v", "libx264", "-preset", "veryfast", "-crf", "21"}) pictures.emplace_back(word);
+  for (const char* word : {"-c:v", "libx264", "-preset", "veryfast", "-crf", "24"}) pictures.emplace_back(word);
   return {pictures, {"-c:a", "aac", "-b:a", "160k"}, {"-movflags", "+faststart", "-f", "mp4"}};
 }
 

@@ -9,6 +9,12 @@
 
 class Moments final : public RunLogListener {
  public:
+  Moments() = default;
+  Moments(const Moments&) = delete;
+  Moments& operator=(const Moments&) = delete;
+  /// Whoever was told to listen before it is told no more.
+  ~Moments() override { SetRunLogListener(nullptr); }
+
   /// Events from here on belong to this frame.
   void BeginFrame(int frame) { frame_ = frame; }
   void OnEvent(std::string_view text) override;
