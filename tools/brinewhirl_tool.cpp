@@ -2,6 +2,7 @@
 #include <SDL.h>
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
@@ -15,6 +16,7 @@
 #include "lint/lint.h"
 #include "script_table.h"
 #include "tools/bank/bank_tool.h"
+#include "tools/film/film.h"
 #include "tools/lint/fix.h"
 #include "tools/lint/reference.h"
 #include "tools/simulate/simulate.h"
@@ -49,37 +51,100 @@ int PrintScripts() {
   return 0;
 }
 
-void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
-  CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
-  command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
-  auto* what = command->add_option_group("what to run");
+// What two commands share: which run, from which input.
+struct RunGroups {
+  CLI::Option_group* what;
+  CLI::Option_group* howLong;
+  CLI::Option* level;
+  CLI::Option* boot;
+};
+
+RunGroups AddRun(CLI::App& command, RunOptions& options) {
+  command.add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
+  auto* what = command.add_option_group("what to run");
   CLI::Option* level = what->add_option("--level", options.level, "Load one level into an empty scene");
   level->check(CheckLevelName);
   what->add_flag("--match", options.match, "Start a match");
   CLI::Option* boot = what->add_flag("--boot", options.boot, "Begin with the start-up screens, as the game does");
-  what->require_option(0, 1);  // --matches starts matches by itself
-  auto* howLong = command->add_option_group("for how long");
+  what->require_option(0, 1);
+  auto* howLong = command.add_option_group("for how long");
   howLong->add_option("--frames", options.frames, "How many frames to run; 0 only loads")
       ->check(CLI::Range(0, std::numeric_limits<int>::max()));
   howLong->add_flag("--until-end", options.untilEnd, "Until the win screen waits for a button");
-  howLong->add_option("--matches", options.matches, "That many whole matches of four pilots, with tables at the end")
+  command.add_flag("--pilots", options.pilots, "The computer flies player 1 too");
+  command.add_option("--input", options.inputFile, "Scripted input, one event a line (docs/input-files.md)");
+  command.add_flag("--digest", options.digest, "Print a hash of the final state");
+  return {what, howLong, level, boot};
+}
+
+void CompleteRun(RunOptions& options) {
+  options.dataFolder = Absolute(options.dataFolder.empty() ? OwnFolder() : options.dataFolder);
+}
+
+void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
+  CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
+  const RunGroups run = AddRun(*command, options);
+  run.howLong
+      ->add_option("--matches", options.matches, "That many whole matches of four pilots, with tables at the end")
       ->check(CLI::Range(1, kMostMatches))
-      ->excludes(level)
-      ->excludes(boot);
-  howLong->require_option(1);
-  command->add_flag("--pilots", options.pilots, "The computer flies player 1 too");
-  command->add_option("--input", options.inputFile, "Scripted input, one event a line (docs/input-files.md)");
+      ->excludes(run.level)
+      ->excludes(run.boot);
+  run.howLong->require_option(1);
   command->add_option("--trace", options.traceFile,
                       "Write contacts, overlaps, events and objects; - for standard output");
   command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
-  command->add_flag("--digest", options.digest, "Print a hash of the final state");
   command->callback([&] {
-    options.match = options.match || options.matches > 0;
+    options.match = options.match || options.matches > 0;  // --matches starts matches by itself
     if (!options.match && !options.boot && options.level.empty())
       throw CLI::RequiredError("--level, --match or --boot");
-    options.dataFolder = Absolute(options.dataFolder.empty() ? OwnFolder() : options.dataFolder);
+    CompleteRun(options);
     result = Simulate(options);
+  });
+}
+
+// Two numbers with an x between, each from 1 to `most`.
+void AddPair(CLI::App& command, const std::string& name, int& first, int& second, int most, const std::string& help) {
+  command.add_option_function<std::string>(
+      name,
+      [&first, &second, most, name](const std::string& text) {
+        const char* end = text.data() + text.size();
+        const auto one = std::from_chars(text.data(), end, first);
+        const bool split = one.ec == std::errc{} && one.ptr != end && *one.ptr == 'x';
+        const auto other = split ? std::from_chars(one.ptr + 1, end, second) : one;
+        const bool whole = split && other.ec == std::errc{} && other.ptr == end;
+        if (!whole || first < 1 || second < 1 || first > most || second > most)
+          throw CLI::ValidationError(name, "must be two numbers from 1 to " + std::to_string(most) + ", as in 4x3");
+      },
+      help);
+}
+
+void AddFilm(CLI::App& app, FilmOptions& options, int& result) {
+  CLI::App* command = app.add_subcommand("film", "Draw a run's frames without a window: pictures, a film, one sheet");
+  options.frames = -1;
+  AddRun(*command, options).howLong->require_option(0, 1);
+  CLI::Option* out = command->add_option("--out", options.out,
+                                         "Folder for PNG files, or FILE.webm, FILE.mp4, FILE.gif; a sheet's FILE.png");
+  const auto frame = CLI::Range(0, kMostFrames);
+  command->add_option("--from", options.from, "First frame, counted from 0")->check(frame);
+  command->add_option("--to", options.to, "Last frame (default: the run's); ends the run too, if nothing else does")
+      ->check(frame);
+  command->add_option("--every", options.every, "One frame in so many")->check(CLI::Range(1, kMostFrames));
+  command->add_option("--fps", options.rate, "Pictures a second (default: 30; GIF 15; PNG files 60)")
+      ->check(CLI::Range(1, kFramesASecond));
+  AddPair(*command, "--size", options.width, options.height, kLongestSide,
+          "WxH of each picture (default: 1280x720; GIF 480x270; in a sheet 320x180)");
+  CLI::Option* sheet = command->add_flag("--moments", options.moments,
+                                         "One PNG file of each screen, piece, rule, stun and menu, and of the podium");
+  AddPair(*command, "--sheet", options.rows, options.columns, kLongestSide,
+          "ROWSxCOLS of evenly spaced frames in one picture");
+  command->add_flag("--times", options.times, "Measure only: how long frames take, with nothing written")
+      ->excludes(sheet)
+      ->excludes(out);
+  command->callback([&] {
+    CompleteRun(options);
+    if (!options.out.empty()) options.out = Absolute(options.out);
+    result = Film(options);
   });
 }
 
@@ -119,6 +184,8 @@ int main(int argc, char** argv) {
   int result = 0;
   SimulateOptions simulate;
   AddSimulate(app, simulate, result);
+  FilmOptions film;
+  AddFilm(app, film, result);
   BankOptions bank;
   AddBank(app, bank, result);
   std::vector<std::string> files;

@@ -235,6 +235,8 @@ BarActions BarView::Run(std::span<const TweakBar* const> bars, std::span<const O
   return actions;
 }
 
-void BarView::Draw() {
-  if (shown_ && drawable_ && glReady_) ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
+void BarView::Draw(float pixelScale) {
+  if (!shown_ || !drawable_ || !glReady_) return;
+  ImGui::GetDrawData()->FramebufferScale = {pixelScale, pixelScale};
+  ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
 }

@@ -8,6 +8,7 @@
 #include "core/transform.h"
 #include "editor/object_fields.h"
 #include "editor/outlines.h"
+#include "graphics/renderer.h"
 #include "input/input.h"
 
 namespace {
@@ -111,6 +112,11 @@ const TweakBar* Editor::FindBarOf(std::string_view label, const TweakBar::Entry*
   for (const TweakBar* bar : {&tools_, &properties_})
     if ((*entry = bar->Find(label)) != nullptr) return bar;
   return nullptr;
+}
+
+void Editor::Draw() {
+  const Renderer& renderer = GetRenderer();
+  if (IsShown() && renderer.IsDrawing()) view_.Draw(renderer.GetPixelScale());
 }
 
 std::string Editor::Press(std::string_view label) {

@@ -32,7 +32,7 @@ class Editor {
   /// After the events of a frame: what was done on the bars happens.
   void Update();
   /// Over the composed picture.
-  void Draw() { view_.Draw(); }
+  void Draw();
   bool IsShown() const { return view_.IsShown(); }
 
   /// Presses the first button, or sets the first variable from text, of this label on "options", else on "GaleEditor";

@@ -76,6 +76,19 @@ void Clear(GLbitfield buffers) {
   if (hasContext) glClear(buffers);
 }
 
+void Finish() {
+  if (hasContext) glFinish();
+}
+
+void ReadWindow(int width, int height, void* rgba) {
+  if (hasContext) glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
+}
+
+std::string DriverName() {
+  const GLubyte* name = hasContext ? glGetString(GL_RENDERER) : nullptr;
+  return name == nullptr ? std::string{} : reinterpret_cast<const char*>(name);
+}
+
 GLuint GenTexture() {
   GLuint name = 0;
   if (hasContext) glGenTextures(1, &name);

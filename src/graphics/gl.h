@@ -26,6 +26,12 @@ void BlendAlpha();
 void Viewport(int x, int y, int width, int height);
 void ClearColor(float r, float g, float b, float a);
 void Clear(GLbitfield buffers);
+/// Waits until all that was drawn stands.
+void Finish();
+/// Copies the lower left part of the window, that large, to `rgba`: 4 bytes a pixel, the bottom row first.
+void ReadWindow(int width, int height, void* rgba);
+/// What draws, as the driver calls itself; empty without a context.
+std::string DriverName();
 
 // --- textures ---
 GLuint GenTexture();

@@ -80,17 +80,24 @@ Texture Renderer::FindTexture(const std::string& name) const {
 
 void Renderer::FitWindow() {
   const WindowRect window = GetPlatform().GetWindowRect();
-  if (window.width <= 0 || window.height <= 0) return;
-  const Viewport fitted = FitViewport(window.width, window.height);
-  if (fitted.width <= 0 || fitted.height <= 0) return;
-  viewport_ = fitted;
-  gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
-  if (window.width != targetWidth_ || window.height != targetHeight_) {
-    CreateSceneTarget(window.width, window.height);
-  }
+  if (!FitPicture(window.width, window.height)) return;
   if (Camera* camera = GetMainCamera())
     camera->SetPerspective(camera->GetFov(), static_cast<float>(viewport_.width) / static_cast<float>(viewport_.height),
                            camera->GetNear(), camera->GetFar());
+}
+
+bool Renderer::FitPicture(int width, int height) {
+  if (width <= 0 || height <= 0) return false;
+  const Viewport fitted = FitViewport(width, height);
+  if (fitted.width <= 0 || fitted.height <= 0) return false;
+  viewport_ = fitted;
+  gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
+  if (width != targetWidth_ || height != targetHeight_) CreateSceneTarget(width, height);
+  return true;
+}
+
+float Renderer::GetPixelScale() const {
+  return static_cast<float>(targetWidth_) / static_cast<float>(GetPlatform().GetWindowRect().width);
 }
 
 void Renderer::CreateSceneTarget(int width, int height) {
@@ -160,6 +167,7 @@ void Renderer::ReportFramebufferStatus() const {
 // The scene fills its target, and only the screen pass keeps the window's bars: a letterbox in both would squeeze
 // twice.
 void Renderer::BeginScene() {
+  if (!IsDrawing()) return;
   inScene_ = nullptr;
   if (shown_) MakeSmallerLevels();
   gl::BindFramebuffer(sceneFramebuffer_);
@@ -185,16 +193,17 @@ ShaderProgram* Renderer::UseInScene(const std::string& shaderName) {
 }
 
 void Renderer::ComposeScreen() {
+  const float frameTime = screenTime_;
+  screenTime_ += kClockStep;
+  waveTime_ += kClockStep;
+  if (!IsDrawing()) return;
   inScene_ = nullptr;
+  shown_ = true;
   gl::BindFramebuffer(0);
   gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
   gl::ClearColor(0.0f, 0.0f, 0.0f, 1.0f);
   gl::Clear(GL_COLOR_BUFFER_BIT);
   const ShaderProgram& program = GetShader(screenShaderName_);
-  const float frameTime = screenTime_;
-  screenTime_ += kClockStep;
-  waveTime_ += kClockStep;
-  shown_ = true;
   gl::SetEnabled(GL_DEPTH_TEST, false);
   gl::SetEnabled(GL_BLEND, false);
   // With program 0 a compatibility context would draw a white quad; the cleared window stays instead.

@@ -32,6 +32,15 @@ class Renderer {
   void CreateProgram(const std::string& name, const std::string& vertexFile, const std::string& fragmentFile);
   /// Fits everything to the platform's present window: viewport, scene target, camera. Sizes of 0 are ignored.
   void FitWindow();
+  /// Draws pictures of that size, in pixels, whatever the window's; the camera stays as it is. False for a size that
+  /// has no room for a picture.
+  bool FitPicture(int width, int height);
+  /// While off nothing is drawn, and all else goes on: for frames that nobody looks at. On at first.
+  void SetDrawing(bool drawing) { drawing_ = drawing; }
+  /// Whether somebody could see what is drawn.
+  bool IsDrawing() const { return drawing_ && gl::HasContext(); }
+  /// How many pixels of the picture a pixel of the platform's window takes.
+  float GetPixelScale() const;
 
   /// Loads, or loads again, one picture from Texture/.
   void LoadTexture(const std::string& name);
@@ -71,6 +80,7 @@ class Renderer {
   ShaderProgram* UseInScene(const std::string& shaderName);
   void ReportFramebufferStatus() const;
 
+  bool drawing_ = true;
   float waveTime_ = 0.0f;
   float screenTime_ = 0.0f;
   FT_Library fontLibrary_ = nullptr;

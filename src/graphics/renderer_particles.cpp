@@ -4,7 +4,7 @@
 
 // Instances stand in the world already: there is no model matrix.
 void Renderer::DrawParticles() {
-  if (!gl::HasContext()) return;
+  if (!IsDrawing()) return;
   for (const ParticleEmitter* emitter : ParticleEmitters()) {
     if (emitter->CountLive() == 0 || UseInScene("particles") == nullptr) continue;
     gl::BindTexture(GetTexture(emitter->textureName));

@@ -41,7 +41,7 @@ const Font& Renderer::GetFont(const std::string& name) const {
 
 void Renderer::DrawText(const GameObject& object) {
   const SpriteText* text = object.Get<SpriteText>();
-  if (text == nullptr || !text->visible || !gl::HasContext()) return;
+  if (text == nullptr || !text->visible || !IsDrawing()) return;
   const Font& font = GetFont(text->fontName);
   LayOutText(font, text->text, textVertices_);
   if (textVertices_.empty()) return;

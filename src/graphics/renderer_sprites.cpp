@@ -7,7 +7,7 @@
 void Renderer::DrawSprite(const GameObject& object) {
   static const std::string kFullScreenShader = "screen";
   const Sprite* sprite = object.Get<Sprite>();
-  if (sprite == nullptr || !sprite->visible || !gl::HasContext()) return;
+  if (sprite == nullptr || !sprite->visible || !IsDrawing()) return;
   const int type = sprite->meshType;
   if (type != MeshType::kQuad && type != MeshType::kCircle && type != MeshType::kFullScreen) return;
   ShaderProgram* program = UseInScene(type == MeshType::kFullScreen ? kFullScreenShader : sprite->shaderName);

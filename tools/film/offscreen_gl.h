@@ -1,0 +1,22 @@
+// A GL context on a window that no display shows, for as long as it lives.
+#pragma once
+
+#include <SDL.h>
+
+#include <string>
+
+class OffscreenGl {
+ public:
+  OffscreenGl() = default;
+  OffscreenGl(const OffscreenGl&) = delete;
+  OffscreenGl& operator=(const OffscreenGl&) = delete;
+  /// Frees what the editor and the renderer hold, then the context.
+  ~OffscreenGl();
+
+  /// Before the renderer starts; sizes in pixels. What went wrong, or empty.
+  std::string Open(int width, int height);
+
+ private:
+  SDL_Window* window_ = nullptr;
+  SDL_GLContext context_ = nullptr;
+};

@@ -1,0 +1,87 @@
+// A run of the game without window, device or sleeping: what to run, from which input, for how long. Every command that
+// runs the game does it through this, so the same options give the same run.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "audio/audio.h"
+#include "core/scripted_platform.h"
+#include "frame.h"
+#include "game_events.h"
+#include "tools/simulate/input_script.h"
+#include "tools/simulate/match_recorder.h"
+
+inline constexpr int kFramesASecond = 60;
+inline constexpr int kMostFrames = 200000;  ///< of a match that does not end
+
+struct RunOptions {
+  std::string dataFolder;  ///< absolute
+  std::string level;       ///< one level into an empty scene; empty: one of the two below
+  bool match = false;
+  bool boot = false;    ///< begin with the start-up screens
+  bool pilots = false;  ///< the computer flies player 1 too
+  int frames = 0;
+  bool untilEnd = false;  ///< instead of a number of frames: until the win screen waits for a button
+  int matches = 0;        ///< above 0: that many whole matches one after the other
+  std::string inputFile;  ///< empty: none
+  bool digest = false;    ///< print a hash of the final state
+};
+
+/// Who looks on, frame by frame. Frames count from 0.
+class RunObserver {
+ public:
+  virtual ~RunObserver() = default;
+  /// Before the frame's input; also before a further match is set up, which belongs to the frame after it.
+  virtual void BeginFrame(int /*frame*/) {}
+  virtual void EndFrame(int /*frame*/) {}
+};
+
+/// Says on standard error what is wrong with a file; gives the exit code 1.
+int FailFile(const std::string& name, const std::string& why);
+
+/// Reads the input file, if there is one, whose name is meant relative to the present folder. An exit code: 2 for a
+/// wrong line.
+int ReadInput(const RunOptions& options, InputScript& input);
+
+/// Enters the data folder and looks for the level there. An exit code.
+int EnterDataFolder(const RunOptions& options);
+
+class GameRun {
+ public:
+  /// Tables and summary go to `out`; `log` hears the run's events, null for none. Only `input` is taken over.
+  GameRun(const RunOptions& options, InputScript input, std::FILE* out, RunLogListener* log)
+      : options_(options), input_(std::move(input)), out_(out), match_(log) {}
+
+  /// The same steps as the game's start, without a window. A GL context, if there shall be one, is there already.
+  void Start(Audio::Output output);
+  /// Runs all frames. An exit code: 1 when a match does not end, 2 when the editor has not what an input line asks for.
+  int Go(RunObserver& observer);
+  /// The digest, if it was asked for.
+  void PrintDigest() const;
+  /// The summary, and the ranking after a match.
+  void PrintSummary() const;
+  /// Ends what the start began.
+  static void Shutdown();
+
+  int GetFrames() const { return done_; }
+
+ private:
+  bool RunAll();
+  void RunFrame();
+  bool PlayToTheEnd();
+  bool PlayMatches();
+
+  const RunOptions& options_;
+  InputScript input_;
+  std::FILE* out_;
+  ScriptedPlatform platform_;
+  std::string inputError_;  // of the input line that ended the run
+  MatchRecorder match_;
+  GameEvents events_;
+  Frame frame_{events_};
+  RunObserver* observer_ = nullptr;  // during Go
+  int done_ = 0;
+  double wallSeconds_ = 0.0;
+};
