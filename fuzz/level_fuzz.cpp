@@ -93,9 +93,13 @@ void ClearWorld() {
 // what it finds are named relative to where it was started.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
   static std::vector<std::string> arguments(*argv, *argv + *argc);
-  for (std::size_t i = 1; i < arguments.size(); ++i)
-    if (!arguments[i].starts_with('-')) arguments[i] = fs::absolute(arguments[i]).string();
-  arguments.insert(arguments.begin() + 1, "-artifact_prefix=" + fs::current_path().string() + "/");
+  const std::string prefix = "-artifact_prefix=";
+  arguments.insert(arguments.begin() + 1, prefix + "./");
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    std::string& argument = arguments[i];
+    if (!argument.starts_with('-')) argument = fs::absolute(argument).string();
+    if (argument.starts_with(prefix)) argument = prefix + fs::absolute(argument.substr(prefix.size())).string();
+  }
   static std::vector<char*> pointers;
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   *argc = static_cast<int>(pointers.size());

@@ -14,8 +14,8 @@
 #include "graphics/gl.h"
 #include "test_world.h"
 #include "tools/film/film.h"
+#include "tools/film/image.h"
 #include "tools/film/offscreen_gl.h"
-#include "tools/film/picture.h"
 
 namespace {
 
@@ -25,12 +25,12 @@ constexpr int kBlock = 8;  // pixels each way; what differs by less than its pla
 // Of 255, in the mean colour of a block; drivers of one kind stay below 1, a lost bubble is above 30.
 constexpr double kTolerance = 12.0;
 
-Picture ReadPng(const fs::path& file) {
+Image ReadPng(const fs::path& file) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
   if (png_image_begin_read_from_file(&image, file.c_str()) == 0) return {};
   image.format = PNG_FORMAT_RGB;
-  Picture picture(static_cast<int>(image.width), static_cast<int>(image.height));
+  Image picture(static_cast<int>(image.width), static_cast<int>(image.height));
   png_image_finish_read(&image, nullptr, picture.rgb.data(), 0, nullptr);
   return picture;
 }
@@ -42,7 +42,7 @@ double Distance(const std::array<double, 3>& d) {
 }
 
 // The greatest distance of two blocks; `shown` becomes black where there is none.
-double Compare(const Picture& a, const Picture& b, Picture& shown) {
+double Compare(const Image& a, const Image& b, Image& shown) {
   double worst = 0.0;
   for (int top = 0; top < a.height; top += kBlock)
     for (int left = 0; left < a.width; left += kBlock) {
@@ -87,10 +87,10 @@ TEST(Golden, ARunLooksAsItDid) {
     if (entry.path().extension() != ".png") continue;
     ++compared;
     const std::string name = entry.path().stem();
-    const Picture expected = ReadPng(entry.path());
-    const Picture seen = ReadPng(options.out + "/" + name + ".png");
+    const Image expected = ReadPng(entry.path());
+    const Image seen = ReadPng(options.out + "/" + name + ".png");
     ASSERT_EQ(seen.rgb.size(), expected.rgb.size()) << name;
-    Picture difference = expected;
+    Image difference = expected;
     const double distance = Compare(expected, seen, difference);
     RecordProperty(name, std::to_string(distance));
     if (distance <= kTolerance) continue;

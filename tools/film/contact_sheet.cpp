@@ -37,7 +37,7 @@ class ContactSheet final : public Output {
   }
 
  private:
-  void Place(const Picture& picture, int place) {
+  void Place(const Image& picture, int place) {
     const int left = place % columns_ * (picture.width + kSheetGap);
     const int top = place / columns_ * (picture.height + kSheetGap);
     for (int y = 0; y < picture.height; ++y)
@@ -48,7 +48,7 @@ class ContactSheet final : public Output {
   int columns_;
   int cells_;
   int placed_ = 0;
-  Picture sheet_;
+  Image sheet_;
   Worker worker_{kRoom};
 };
 

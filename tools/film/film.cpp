@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -52,7 +53,8 @@ int CheckOptions(const FilmOptions& options) {
   if (options.rows > 0 && !IsPngName(options.out)) return RefuseUsage("--sheet makes one picture: --out FILE.png");
   if (IsFilm(options) && !IsGifName(options.out) && (options.width % 2 != 0 || options.height % 2 != 0))
     return RefuseUsage("a film's width and height must be even");
-  if (options.rows == 0 && !IsFilm(options) && HasFileEnding(options.out))
+  const bool folder = !HasFileEnding(options.out) || std::filesystem::is_directory(options.out);
+  if (options.rows == 0 && !IsFilm(options) && !folder)
     return RefuseUsage("--out is a folder, or a FILE.webm, FILE.mp4 or FILE.gif");
   if (options.columns * (options.width + kSheetGap) > kLongestSide ||
       options.rows * (options.height + kSheetGap) > kLongestSide)

@@ -97,7 +97,7 @@ class FilmFile final : public Output {
 
   void AddPicture(const std::string& /*name*/, WindowPixels pixels) override {
     pictures_.Add([this, pixels = std::move(pixels)]() -> std::string {
-      const Picture picture = Reduce(pixels);
+      const Image picture = Reduce(pixels);
       held_ += 4LL * picture.width * picture.height;
       if (IsGifName(file_) && held_ > kMostGifBytes)
         return "a GIF of so many pictures does not fit into memory; fewer, smaller ones, or a .webm";

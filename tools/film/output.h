@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-#include "tools/film/picture.h"
+#include "tools/film/image.h"
 
 inline constexpr int kSheetGap = 4;  ///< pixels between the pictures of a contact sheet
 

@@ -1,4 +1,4 @@
-#include "tools/film/picture.h"
+#include "tools/film/image.h"
 
 #include <png.h>
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-// Sums a row of squares of the window's pixels into one row of the picture; `lines` are the window's, top first.
+// Sums a row of squares of the window's pixels into one row of the image; `lines` are the window's, top first.
 void ReduceRow(const WindowPixels& window, const std::uint8_t* lines, std::uint8_t* row) {
   const auto scale = static_cast<std::size_t>(window.scale);
   const std::size_t stride = 4 * scale * static_cast<std::size_t>(window.width);
@@ -22,30 +22,30 @@ void ReduceRow(const WindowPixels& window, const std::uint8_t* lines, std::uint8
 
 }  // namespace
 
-Picture Reduce(const WindowPixels& window) {
-  Picture picture(window.width, window.height);
+Image Reduce(const WindowPixels& window) {
+  Image image(window.width, window.height);
   const std::size_t square = 4 * static_cast<std::size_t>(window.width) * static_cast<std::size_t>(window.scale) *
                              static_cast<std::size_t>(window.scale);
   for (int y = 0; y < window.height; ++y)
-    ReduceRow(window, window.rgba.data() + square * static_cast<std::size_t>(window.height - 1 - y), picture.Row(y));
-  return picture;
+    ReduceRow(window, window.rgba.data() + square * static_cast<std::size_t>(window.height - 1 - y), image.Row(y));
+  return image;
 }
 
-std::string EncodePng(const Picture& picture) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(picture.width);
-  image.height = static_cast<png_uint_32>(picture.height);
-  image.format = PNG_FORMAT_RGB;
+std::string EncodePng(const Image& image) {
+  png_image png{};
+  png.version = PNG_IMAGE_VERSION;
+  png.width = static_cast<png_uint_32>(image.width);
+  png.height = static_cast<png_uint_32>(image.height);
+  png.format = PNG_FORMAT_RGB;
   // The bound instead of a first pass that only measures.
-  png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+  png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(png);
   std::string file(size, '\0');
-  if (png_image_write_to_memory(&image, file.data(), &size, 0, picture.rgb.data(), 0, nullptr) == 0) return {};
+  if (png_image_write_to_memory(&png, file.data(), &size, 0, image.rgb.data(), 0, nullptr) == 0) return {};
   file.resize(size);
   return file;
 }
 
-std::string WritePng(const std::string& fileName, const Picture& picture) {
-  const std::string file = EncodePng(picture);
-  return file.empty() ? "the picture cannot be encoded" : ReplaceFile(fileName, file);
+std::string WritePng(const std::string& fileName, const Image& image) {
+  const std::string file = EncodePng(image);
+  return file.empty() ? "the image cannot be encoded" : ReplaceFile(fileName, file);
 }
