@@ -21,7 +21,8 @@ void GameEvents::BeginFrame() {
 }
 
 void GameEvents::Route(const SDL_Event& event) {
-  if (GetEditor().HandleEvent(event)) return;
+  Editor& editor = GetEditor();
+  if (withBars_ ? editor.HandleEvent(event) : editor.HandleShortcut(event)) return;
   Input::TrackMouseEvent(event);
   switch (event.type) {
     case SDL_QUIT:

@@ -5,6 +5,9 @@
 
 class GameEvents final : public EventRouter {
  public:
+  /// Without bars the editor takes its keys only: in a run whose input is what the bars have left over.
+  explicit GameEvents(bool withBars = true) : withBars_(withBars) {}
+
   void BeginFrame() override;
   void Route(const SDL_Event& event) override;
   void EndFrame() override;
@@ -14,4 +17,6 @@ class GameEvents final : public EventRouter {
   void RouteKey(const SDL_KeyboardEvent& event);
   void RouteMouseMotion(const SDL_MouseMotionEvent& event);
   void RouteMouseButton(const SDL_MouseButtonEvent& event);
+
+  const bool withBars_;
 };

@@ -19,12 +19,14 @@
 #include "tools/film/film.h"
 #include "tools/lint/fix.h"
 #include "tools/lint/reference.h"
+#include "tools/record/record.h"
+#include "tools/record/watch.h"
 #include "tools/simulate/simulate.h"
 
 namespace {
 
-constexpr int kWrongUsage = 2;
 constexpr int kMostMatches = 100000;
+constexpr int kMostKept = 1000;
 
 std::string OwnFolder() {
   const std::unique_ptr<char, decltype(&SDL_free)> folder(SDL_GetBasePath(), SDL_free);
@@ -35,6 +37,9 @@ std::string Absolute(const std::string& path) {
   std::error_code error;
   return std::filesystem::absolute(path, error).string();
 }
+
+// Absolute; the tool's own for an empty name.
+std::string DataFolder(const std::string& given) { return Absolute(given.empty() ? OwnFolder() : given); }
 
 std::string CheckPlainName(const std::string& name) {
   return IsPlainName(name) ? "" : "must be a plain name in the data folder";
@@ -72,14 +77,12 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
       ->check(CLI::Range(0, std::numeric_limits<int>::max()));
   howLong->add_flag("--until-end", options.untilEnd, "Until the win screen waits for a button");
   command.add_flag("--pilots", options.pilots, "The computer flies player 1 too");
-  command.add_option("--input", options.inputFile, "Scripted input, one event a line (docs/input-files.md)");
+  command.add_option("--input", options.inputFile, "Scripted input, one event a line, or a recording (docs/input-files.md)");
   command.add_flag("--digest", options.digest, "Print a hash of the final state");
   return {what, howLong, level, boot};
 }
 
-void CompleteRun(RunOptions& options) {
-  options.dataFolder = Absolute(options.dataFolder.empty() ? OwnFolder() : options.dataFolder);
-}
+void CompleteRun(RunOptions& options) { options.dataFolder = DataFolder(options.dataFolder); }
 
 void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
@@ -89,15 +92,12 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
       ->check(CLI::Range(1, kMostMatches))
       ->excludes(run.level)
       ->excludes(run.boot);
-  run.howLong->require_option(1);
+  run.howLong->require_option(0, 1);
   command->add_option("--trace", options.traceFile,
                       "Write contacts, overlaps, events and objects; - for standard output");
   command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
   command->callback([&] {
-    options.match = options.match || options.matches > 0;  // --matches starts matches by itself
-    if (!options.match && !options.boot && options.level.empty())
-      throw CLI::RequiredError("--level, --match or --boot");
     CompleteRun(options);
     result = Simulate(options);
   });
@@ -121,7 +121,6 @@ void AddPair(CLI::App& command, const std::string& name, int& first, int& second
 
 void AddFilm(CLI::App& app, FilmOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("film", "Draw a run's frames without a window: pictures, a film, one sheet");
-  options.frames = -1;
   AddRun(*command, options).howLong->require_option(0, 1);
   CLI::Option* out = command->add_option("--out", options.out,
                                          "Folder for PNG files, or FILE.webm, FILE.mp4, FILE.gif; a sheet's FILE.png");
@@ -145,6 +144,35 @@ void AddFilm(CLI::App& app, FilmOptions& options, int& result) {
     CompleteRun(options);
     if (!options.out.empty()) options.out = Absolute(options.out);
     result = Film(options);
+  });
+}
+
+void AddRecord(CLI::App& app, RecordOptions& options, int& result) {
+  CLI::App* command = app.add_subcommand("record", "Play the game in its window and record it as an input file");
+  command->add_option("FILE", options.file, "The recording; must not be there yet");
+  command->add_option("--keep", options.keep, "Keep the last so many matches in the user's state folder instead")
+      ->check(CLI::Range(1, kMostKept))
+      ->excludes("FILE");
+  command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
+  command->callback([&] {
+    if (options.file.empty() && options.keep == 0) throw CLI::RequiredError("FILE or --keep");
+    options.dataFolder = DataFolder(options.dataFolder);
+    if (!options.file.empty()) options.file = Absolute(options.file);
+    result = Record(options);
+  });
+}
+
+void AddWatch(CLI::App& app, WatchOptions& options, int& result) {
+  CLI::App* command = app.add_subcommand("watch", "Play a recording back in the window");
+  command->add_option("FILE", options.inputFile, "The recording")->required();
+  command->add_option("--from", options.from, "The first frame that is shown")->check(CLI::Range(0, kMostInputFrames));
+  command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
+  command->footer("Space pauses, + and - double and halve the speed, the arrow keys jump ten seconds, Escape ends.");
+  command->callback([&] {
+    options.dataFolder = DataFolder(options.dataFolder);
+    options.inputFile = Absolute(options.inputFile);
+    options.digest = true;
+    result = Watch(options);
   });
 }
 
@@ -186,6 +214,10 @@ int main(int argc, char** argv) {
   AddSimulate(app, simulate, result);
   FilmOptions film;
   AddFilm(app, film, result);
+  RecordOptions record;
+  AddRecord(app, record, result);
+  WatchOptions watch;
+  AddWatch(app, watch, result);
   BankOptions bank;
   AddBank(app, bank, result);
   std::vector<std::string> files;

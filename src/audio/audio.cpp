@@ -269,6 +269,10 @@ void SetBusMuted(std::string_view name, bool muted) {
   if (Studio::System* studio = GetStudio()) CheckResult(studio->SetMute(BusOf(name), muted));
 }
 
+void HoldOutput(bool held) {
+  if (Studio::System* studio = GetStudio()) CheckResult(studio->HoldOutput(held));
+}
+
 void Update() {
   if (Studio::System* studio = GetStudio()) CheckResult(studio->Update());
 }

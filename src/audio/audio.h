@@ -75,6 +75,8 @@ void StopLongLived(Sound id);
 void SetBusPaused(std::string_view name, bool paused);
 void SetBusMuted(std::string_view name, bool muted);
 
+/// While held, the device is let go as if it had been pulled out; afterwards it is looked for again.
+void HoldOutput(bool held);
 /// Once a frame.
 void Update();
 /// The next frames of the loopback output, two samples each; false, and silence, from any other.

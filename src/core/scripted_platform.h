@@ -1,8 +1,9 @@
-// A platform without window, clock and devices: a 1280 x 720 window that is never seen, events that a script queues,
-// and gamepads whose state it sets. Runs as fast as the machine allows.
+// A platform without window, clock and devices: a window that is never seen, at first of 1280 x 720, events that a
+// script queues, and gamepads whose state it sets. Runs as fast as the machine allows.
 #pragma once
 
 #include <array>
+#include <set>
 #include <vector>
 
 #include "core/platform.h"
@@ -11,9 +12,21 @@ class ScriptedPlatform final : public Platform {
  public:
   /// The raw axis value of a trigger at rest.
   static constexpr std::int16_t kTriggerRest = -32768;
+  /// Of any axis of a pad that has just come.
+  static constexpr std::int16_t AxisAtRest(int axis) { return axis < kFirstTrigger ? std::int16_t{0} : kTriggerRest; }
 
   /// Queues an event for the next PumpEvents.
   void Push(const SDL_Event& event) { events_.push_back(event); }
+  /// Queues a key; one that goes down while it is down repeats.
+  void PushKey(int keyCode, bool down);
+  /// Queues the mouse's move in the window, and a button where it is then.
+  void PushMouse(int x, int y);
+  void PushClick(std::uint8_t button, bool down);
+  void PushFocus(bool gained);
+  /// The window has another size; an event is queued.
+  void ResizeWindow(int width, int height);
+  /// How many devices there are beyond the pads.
+  void SetOtherDevices(int count) { otherDevices_ = count; }
   /// Connects an empty pad at rest or takes it away; a device event is queued. Slots 0 to 3.
   void ConnectPad(int slot, bool connected);
   /// Sets the state of a pad; nothing while it is not connected.
@@ -21,6 +34,7 @@ class ScriptedPlatform final : public Platform {
   void SetPadButton(int slot, int button, bool down);
 
   void PumpEvents(EventRouter& router) override;
+  WindowRect GetWindowRect() const override { return window_; }
   bool IsFullscreen() const override { return fullscreen_; }
   void SetFullscreen(bool fullscreen) override { fullscreen_ = fullscreen; }
   void ShowPointer(bool shown) override { pointerShown_ = shown; }
@@ -32,6 +46,8 @@ class ScriptedPlatform final : public Platform {
   std::int16_t GetGamepadAxis(int slot, int axis) const override;
 
  private:
+  static constexpr int kFirstTrigger = 4;
+
   struct Pad {
     bool present = false;
     bool open = false;
@@ -43,6 +59,11 @@ class ScriptedPlatform final : public Platform {
 
   std::vector<SDL_Event> events_;
   std::array<Pad, kGamepadSlots> pads_;
+  std::set<int> keysDown_;
+  int mouseX_ = 0;
+  int mouseY_ = 0;
+  WindowRect window_;
+  int otherDevices_ = 0;
   bool fullscreen_ = true;
   bool pointerShown_ = false;
 };

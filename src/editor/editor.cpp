@@ -26,6 +26,10 @@ void Hear(std::string_view text) {
   if (!text.empty()) Heard().emplace_back(text);
 }
 
+bool IsToggle(const SDL_Event& event) { return event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_F1; }
+
+std::string PathOf(const TweakBar& bar, const std::string& path) { return bar.GetName() + path; }
+
 // "before "label"after"
 std::string Telling(std::string_view before, std::string_view label, std::string_view after = {}) {
   std::string text(before);
@@ -60,14 +64,16 @@ void Editor::Init() {
   FillBars();
 }
 
-bool Editor::HandleEvent(const SDL_Event& event) {
-  const bool keyDown = event.type == SDL_KEYDOWN;
-  if (keyDown && event.key.keysym.sym == SDLK_F1) {
+bool Editor::HandleEvent(const SDL_Event& event) { return HandleBarEvent(event) || HandleShortcut(event); }
+
+bool Editor::HandleBarEvent(const SDL_Event& event) { return !IsToggle(event) && view_.HandleEvent(event); }
+
+bool Editor::HandleShortcut(const SDL_Event& event) {
+  if (IsToggle(event)) {
     if (event.key.repeat == 0) Toggle();
     return true;
   }
-  if (view_.HandleEvent(event)) return true;
-  if (!keyDown || !IsShown() || !(Input::IsKeyDown("ctrl") || Input::IsKeyDown("rctrl"))) return false;
+  if (event.type != SDL_KEYDOWN || !IsShown() || !(Input::IsKeyDown("ctrl") || Input::IsKeyDown("rctrl"))) return false;
   const int key = event.key.keysym.sym;
   if (key == SDLK_z) Do([this] { Hear(history_.Undo()); });
   if (key == SDLK_y) Do([this] { Hear(history_.Redo()); });
@@ -99,6 +105,13 @@ void Editor::Update() {
       if (entry.path == path) return &entry;
     return nullptr;
   };
+  if (hand_ != nullptr) {
+    for (const BarActions::Edit& edit : actions.edits)
+      if (const auto* entry = find(*edit.bar, edit.path))
+        hand_->Set(PathOf(*edit.bar, edit.path), TextOf(entry->field, edit.value), edit.done);
+    for (const BarActions::Press& press : actions.presses) hand_->Press(PathOf(*press.bar, press.path));
+    return;
+  }
   for (const BarActions::Edit& edit : actions.edits)
     if (const auto* entry = find(*edit.bar, edit.path)) ApplyEdit(*edit.bar, *entry, edit.value, edit.done);
   for (const BarActions::Press& press : actions.presses) {
@@ -119,10 +132,31 @@ void Editor::Draw() {
   if (IsShown() && renderer.IsDrawing()) view_.Draw(renderer.GetPixelScale());
 }
 
+const TweakBar* Editor::FindBarAt(std::string_view path, const TweakBar::Entry** entry) const {
+  for (const TweakBar* bar : {&tools_, &properties_})
+    for (const TweakBar::Entry& candidate : bar->GetEntries())
+      if (PathOf(*bar, candidate.path) == path) {
+        *entry = &candidate;
+        return bar;
+      }
+  return nullptr;
+}
+
 std::string Editor::Press(std::string_view label) {
   FillBars();
   const TweakBar::Entry* entry = nullptr;
   const TweakBar* bar = FindBarOf(label, &entry);
+  return PressEntry(bar, entry, label);
+}
+
+std::string Editor::PressAt(std::string_view path) {
+  FillBars();
+  const TweakBar::Entry* entry = nullptr;
+  const TweakBar* bar = FindBarAt(path, &entry);
+  return PressEntry(bar, entry, path);
+}
+
+std::string Editor::PressEntry(const TweakBar* bar, const TweakBar::Entry* entry, std::string_view label) {
   if (bar == nullptr || !entry->press) return Telling("the bars have no button ", label);
   PressButton(*bar, *entry);
   return {};
@@ -132,12 +166,24 @@ std::string Editor::Set(std::string_view label, std::string_view value) {
   FillBars();
   const TweakBar::Entry* entry = nullptr;
   const TweakBar* bar = FindBarOf(label, &entry);
+  return SetEntry(bar, entry, label, value, true);
+}
+
+std::string Editor::SetAt(std::string_view path, std::string_view value, bool done) {
+  FillBars();
+  const TweakBar::Entry* entry = nullptr;
+  const TweakBar* bar = FindBarAt(path, &entry);
+  return SetEntry(bar, entry, path, value, done);
+}
+
+std::string Editor::SetEntry(const TweakBar* bar, const TweakBar::Entry* entry, std::string_view label,
+                             std::string_view value, bool done) {
   if (bar == nullptr || entry->kind != TweakBar::Entry::Kind::kVariable)
     return Telling("the bars have no variable ", label);
   if (entry->field.readOnly) return Telling("", label, " can only be read");
   FieldValue parsed;
   if (!ParseValue(entry->field, value, parsed)) return Telling("", value, " is no value for ") + std::string(label);
-  ApplyEdit(*bar, *entry, parsed, true);
+  ApplyEdit(*bar, *entry, parsed, done);
   return {};
 }
 

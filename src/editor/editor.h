@@ -27,8 +27,12 @@ class Editor {
   /// Frees what showing the bars took; before the GL context goes.
   void Shutdown() { view_.Shutdown(); }
 
-  /// An event of the window, before anybody else: true when it was the editor's.
+  /// An event of the window, before anybody else: true when it was the editor's. It is the two below in turn.
   bool HandleEvent(const SDL_Event& event);
+  /// An event for what is under the mouse on the bars, or for a text that is being typed there.
+  bool HandleBarEvent(const SDL_Event& event);
+  /// The keys that show and hide the bars, undo and redo.
+  bool HandleShortcut(const SDL_Event& event);
   /// After the events of a frame: what was done on the bars happens.
   void Update();
   /// Over the composed picture.
@@ -39,6 +43,12 @@ class Editor {
   /// "GROUP/LABEL" chooses. What is wrong, or empty.
   std::string Press(std::string_view label);
   std::string Set(std::string_view label, std::string_view value);
+  /// The same by the bar's name and the entry's path on it, "options/File/Save Level", which no two entries share;
+  /// `done` is false while the mouse still pulls at the value, which makes one step of the history.
+  std::string PressAt(std::string_view path);
+  std::string SetAt(std::string_view path, std::string_view value, bool done);
+  /// Who hears of what is done on the shown bars and does it in the editor's stead, by the two above; null: nobody.
+  void SetHand(BarHand* hand) { hand_ = hand; }
   /// What the variable holds, as text; empty when there is none.
   std::string Get(std::string_view label);
   /// What the last action said, oldest line first.
@@ -60,6 +70,10 @@ class Editor {
   void FillPalette();
   void FillProperties();
   const TweakBar* FindBarOf(std::string_view label, const TweakBar::Entry** entry) const;
+  const TweakBar* FindBarAt(std::string_view path, const TweakBar::Entry** entry) const;
+  std::string PressEntry(const TweakBar* bar, const TweakBar::Entry* entry, std::string_view label);
+  std::string SetEntry(const TweakBar* bar, const TweakBar::Entry* entry, std::string_view label,
+                       std::string_view value, bool done);
   const ObjectRange* FindObjectOf(const TweakBar& bar, const TweakBar::Entry& entry) const;
   void ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done);
   void PressButton(const TweakBar& bar, const TweakBar::Entry& entry);
@@ -82,6 +96,7 @@ class Editor {
   TweakBar properties_{"GaleEditor"};
   std::vector<ObjectRange> ranges_;
   BarView view_;
+  BarHand* hand_ = nullptr;
   History history_;
   Drag drag_;
 

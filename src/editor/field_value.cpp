@@ -137,11 +137,13 @@ void PutBack(const Field& field, const FieldValue& value) {
       field.target);
 }
 
-std::string TextOf(const Field& field) {
-  if (int* const* chosen = std::get_if<int*>(&field.target))
-    for (const auto& [value, name] : field.choices)
-      if (value == **chosen) return std::string(name);
-  return std::visit([](auto* target) { return ToText(*target); }, field.target);
+std::string TextOf(const Field& field) { return TextOf(field, GetValue(field)); }
+
+std::string TextOf(const Field& field, const FieldValue& value) {
+  if (const int* chosen = std::get_if<int>(&value))
+    for (const auto& [number, name] : field.choices)
+      if (number == *chosen) return std::string(name);
+  return std::visit([](const auto& held) { return ToText(held); }, value);
 }
 
 bool ParseValue(const Field& field, std::string_view text, FieldValue& value) {

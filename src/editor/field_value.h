@@ -21,6 +21,8 @@ void PutBack(const Field& field, const FieldValue& value);
 
 /// As one writes it: "true", "1.5", "0 -1 0", the name of a choice, or the text itself.
 std::string TextOf(const Field& field);
+/// The same for a value that the field may get.
+std::string TextOf(const Field& field, const FieldValue& value);
 
 /// Reads a value for the field from text, as TextOf writes it; a choice also by its number, the numbers of a vector
 /// also with commas between. False when the text is none.

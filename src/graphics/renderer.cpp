@@ -80,20 +80,27 @@ Texture Renderer::FindTexture(const std::string& name) const {
 
 void Renderer::FitWindow() {
   const WindowRect window = GetPlatform().GetWindowRect();
-  if (!FitPicture(window.width, window.height)) return;
+  if (window.width <= 0 || window.height <= 0) return;
+  const Viewport seen = FitViewport(window.width, window.height);
+  if (seen.width <= 0 || seen.height <= 0) return;
+  if (!ownSize_) FitTarget(window.width, window.height);
   if (Camera* camera = GetMainCamera())
-    camera->SetPerspective(camera->GetFov(), static_cast<float>(viewport_.width) / static_cast<float>(viewport_.height),
+    camera->SetPerspective(camera->GetFov(), static_cast<float>(seen.width) / static_cast<float>(seen.height),
                            camera->GetNear(), camera->GetFar());
 }
 
-bool Renderer::FitPicture(int width, int height) {
-  if (width <= 0 || height <= 0) return false;
+void Renderer::FitPicture(int width, int height) {
+  if (width <= 0 || height <= 0) return;
+  ownSize_ = true;
+  FitTarget(width, height);
+}
+
+void Renderer::FitTarget(int width, int height) {
   const Viewport fitted = FitViewport(width, height);
-  if (fitted.width <= 0 || fitted.height <= 0) return false;
+  if (fitted.width <= 0 || fitted.height <= 0) return;
   viewport_ = fitted;
   gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
   if (width != targetWidth_ || height != targetHeight_) CreateSceneTarget(width, height);
-  return true;
 }
 
 float Renderer::GetPixelScale() const {

@@ -32,9 +32,8 @@ class Renderer {
   void CreateProgram(const std::string& name, const std::string& vertexFile, const std::string& fragmentFile);
   /// Fits everything to the platform's present window: viewport, scene target, camera. Sizes of 0 are ignored.
   void FitWindow();
-  /// Draws pictures of that size, in pixels, whatever the window's; the camera stays as it is. False for a size that
-  /// has no room for a picture.
-  bool FitPicture(int width, int height);
+  /// Draws pictures of that size, in pixels, whatever the window's is or becomes; only the camera goes with the window.
+  void FitPicture(int width, int height);
   /// While off nothing is drawn, and all else goes on: for frames that nobody looks at. On at first.
   void SetDrawing(bool drawing) { drawing_ = drawing; }
   /// Whether somebody could see what is drawn.
@@ -70,6 +69,7 @@ class Renderer {
   float GetWaveTime() const { return waveTime_; }
 
  private:
+  void FitTarget(int width, int height);
   void CreateSceneTarget(int width, int height);
   void DeleteSceneTarget();
   /// The program of that name; one without a GL name when there is none.
@@ -89,6 +89,7 @@ class Renderer {
   GLuint sceneDepthStencil_ = 0;
   int targetWidth_ = 0;
   int targetHeight_ = 0;
+  bool ownSize_ = false;  // of the picture, by FitPicture
   Viewport viewport_;
   std::string screenShaderName_;
   std::unordered_map<std::string, Texture> textures_;

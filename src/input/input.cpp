@@ -111,6 +111,14 @@ int KeyCodeFromName(std::string_view name) {
   return i < kNamedKeys.size() ? kNamedKeys[i].second : static_cast<int>(SDLK_UNKNOWN);
 }
 
+std::string_view NameOfKey(int keyCode) {
+  static constexpr std::string_view kAlphabet = "abcdefghijklmnopqrstuvwxyz";
+  if (keyCode >= 'a' && keyCode <= 'z') return kAlphabet.substr(static_cast<std::size_t>(keyCode - 'a'), 1);
+  for (const auto& [name, code] : kNamedKeys)
+    if (code == keyCode) return name;
+  return {};
+}
+
 void BindKeyDown(int keyCode, std::function<void()> callback) {
   auto& bindings = Get().keyDownBindings;
   for (KeyBinding& binding : bindings) {

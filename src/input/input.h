@@ -26,6 +26,8 @@ bool IsLetterDown(char letter);
 bool IsLetterTriggered(char letter);
 /// The SDL key code of a named key or of a one-letter name; SDLK_UNKNOWN for any other.
 int KeyCodeFromName(std::string_view name);
+/// The name of a key by its SDL key code, a letter's too; empty for any other.
+std::string_view NameOfKey(int keyCode);
 
 // --- bindings ---
 

@@ -16,22 +16,15 @@
 
 namespace {
 
-constexpr int kUsage = 2;
 constexpr Lens kWindow = {1280, 720, 1};
 constexpr int kFilmRate = 30;  // pictures a second, where nothing else is asked for
 constexpr int kGifRate = 15;
-
-int RefuseUsage(const char* why) {
-  std::fprintf(stderr, "%s\n", why);
-  return kUsage;
-}
 
 bool IsFilm(const FilmOptions& options) { return !options.moments && options.rows == 0 && IsFilmName(options.out); }
 
 // What was left open: the match, its whole length, and what suits the output.
 void FillIn(FilmOptions& options) {
   options.match = options.match || (options.level.empty() && !options.boot);
-  if (options.frames < 0 && options.to >= 0) options.frames = std::min(options.to, kMostFrames - 1) + 1;
   if (options.frames < 0 && options.match) options.untilEnd = true;
   if (options.to < 0) options.to = std::numeric_limits<int>::max() - 1;
   const bool gif = IsFilm(options) && IsGifName(options.out);
@@ -107,16 +100,17 @@ void PrintTimes(const CameraCrew& crew) {
 
 int Film(FilmOptions options) {
   SetPrintTarget(stderr);
-  FillIn(options);
-  if (const int wrong = CheckOptions(options); wrong != 0) return wrong;
+  if (options.frames < 0 && options.to >= 0) options.frames = std::min(options.to, kMostFrames - 1) + 1;
   InputScript input;
   if (const int result = ReadInput(options, input); result != 0) return result;
+  FillIn(options);
+  if (const int wrong = CheckOptions(options); wrong != 0) return wrong;
   const FilmFormat format = IsFilm(options) ? ChooseFormat(options) : FilmFormat{};
   const auto output = MakeOutput(options, format);
   if (output) {
     if (const std::string error = output->Open(); !error.empty()) return FailFile(options.out, error);
   }
-  if (const int result = EnterDataFolder(options); result != 0) return result;
+  if (const int result = EnterDataFolder(options, input); result != 0) return result;
   const bool lengthCounts = options.rows > 0 || Progress::IsSeen();
   const int total = !options.untilEnd ? options.frames : lengthCounts ? MeasureRunLength(options, input) : 0;
 
@@ -131,7 +125,7 @@ int Film(FilmOptions options) {
   GetRenderer().FitPicture(lens.width * lens.scale, lens.height * lens.scale);
   CameraCrew crew(lens, PlanFrames(options, total), moments ? &*moments : nullptr, output.get(), format.sound, total);
   int result = run.Go(crew);
-  if (result == kUsage) return result;
+  if (result == kWrongUsage) return result;
   if (crew.IsInterrupted()) return FailFile(options.out, "interrupted after frame " + std::to_string(run.GetFrames()));
   if (crew.CountPictures() == 0)
     result = FailFile(options.out, "no frame was filmed: the run ended after " + std::to_string(run.GetFrames()));

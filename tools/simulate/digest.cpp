@@ -1,5 +1,4 @@
 #include "tools/simulate/digest.h"
-#include "match/score/ranking.h"
 
 #include <string>
 #include <string_view>
@@ -19,6 +18,7 @@
 #include "match/episode/segment_manager.h"
 #include "match/match_controller.h"
 #include "match/rules/objective_manager.h"
+#include "match/score/ranking.h"
 #include "match/whale/barnacle_logic.h"
 #include "match/whale/boss_health.h"
 #include "match/whale/pirate_pathing.h"
@@ -27,28 +27,13 @@
 #include "screens/options.h"
 #include "screens/start_up.h"
 #include "scripts/hazards/broad_side.h"
+#include "tools/simulate/fnv_hash.h"
 
 namespace {
 
-constexpr std::uint64_t kFnvOffset = 14695981039346656037u;
-constexpr std::uint64_t kFnvPrime = 1099511628211u;
 constexpr int kExactDigits = 9;  // of a float's decimal text, enough to tell any two apart
 
-class Hash {
- public:
-  void Add(std::string_view bytes) {
-    for (const char byte : bytes) value_ = (value_ ^ static_cast<unsigned char>(byte)) * kFnvPrime;
-  }
-  template <class T>
-  requires std::is_trivially_copyable_v<T>
-  void AddValue(const T& value) { Add({reinterpret_cast<const char*>(&value), sizeof value}); }
-  std::uint64_t Get() const { return value_; }
-
- private:
-  std::uint64_t value_ = kFnvOffset;
-};
-
-void AddBody(Hash& hash, const GalePhysics::RigidBody& body) {
+void AddBody(FnvHash& hash, const GalePhysics::RigidBody& body) {
   for (const Vec3& v : {body.velocity, body.acceleration, body.forceTotal, body.angularVelocity, body.torqueTotal})
     hash.AddValue(v);
   for (const float f : {body.inverseMass, body.damping, body.storedDamping}) hash.AddValue(f);
@@ -57,7 +42,7 @@ void AddBody(Hash& hash, const GalePhysics::RigidBody& body) {
 }
 
 // Values as text at full precision. Bodies are left to AddBody: their text holds generator numbers, which count as IDs.
-void AddAsText(Hash& hash, Component* component) {
+void AddAsText(FnvHash& hash, Component* component) {
   if (component == nullptr) return;
   Serializer text;
   text.OpenInMemory(kExactDigits);
@@ -66,7 +51,7 @@ void AddAsText(Hash& hash, Component* component) {
 }
 
 // Files do not hold texts, so there is no block to take.
-void AddText(Hash& hash, const SpriteText& text) {
+void AddText(FnvHash& hash, const SpriteText& text) {
   hash.AddValue(text.visible);
   hash.AddValue(text.shape);
   for (const float f : {text.r, text.g, text.b, text.a, text.fontSize}) hash.AddValue(f);
@@ -75,12 +60,12 @@ void AddText(Hash& hash, const SpriteText& text) {
   hash.Add(text.fontName);
 }
 
-void AddParticles(Hash& hash, const ParticleEmitter& emitter) {
+void AddParticles(FnvHash& hash, const ParticleEmitter& emitter) {
   for (const Particle& particle : emitter.GetPool()) hash.AddValue(particle);
 }
 
 // What runs in the match and is in no file.
-void AddMatch(Hash& hash) {
+void AddMatch(FnvHash& hash) {
   for (const Rank& rank : RankPlayers()) {
     hash.AddValue(rank.player);
     hash.AddValue(rank.points);
@@ -96,7 +81,7 @@ void AddMatch(Hash& hash) {
   }
 }
 
-void AddClock(Hash& hash, const GameObject& object) {
+void AddClock(FnvHash& hash, const GameObject& object) {
   const auto* scripts = object.Get<ScriptBox>();
   const Script* clock = scripts == nullptr ? nullptr : scripts->GetScript("class GameTimer");
   if (clock != nullptr) hash.AddValue(static_cast<const GameTimer*>(clock)->GetRemainingTime());
@@ -107,7 +92,7 @@ const T* FindIn(const ScriptBox& scripts, const char* name) {
   return static_cast<const T*>(scripts.GetScript(name));
 }
 
-void AddWhaleCourse(Hash& hash, const WhaleCourse& course) {
+void AddWhaleCourse(FnvHash& hash, const WhaleCourse& course) {
   for (const float f : {course.pause, course.timer, course.stopX, course.cruiseSpeed}) hash.AddValue(f);
   for (const int i : {static_cast<int>(course.sweepState), course.taken}) hash.AddValue(i);
   hash.AddValue(course.patterns);
@@ -116,7 +101,7 @@ void AddWhaleCourse(Hash& hash, const WhaleCourse& course) {
 }
 
 // What hazards and the whale keep to themselves.
-void AddHazard(Hash& hash, const GameObject& object) {
+void AddHazard(FnvHash& hash, const GameObject& object) {
   const auto* scripts = object.Get<ScriptBox>();
   if (scripts == nullptr) return;
   if (FindIn<PiratePathing>(*scripts, "PiratePathing") != nullptr) AddWhaleCourse(hash, PiratePathing::GetCourse());
@@ -128,7 +113,7 @@ void AddHazard(Hash& hash, const GameObject& object) {
   }
 }
 
-void AddObject(Hash& hash, const GameObject& object) {
+void AddObject(FnvHash& hash, const GameObject& object) {
   hash.Add(object.name);
   hash.AddValue(object.alive);
   hash.AddValue(object.core);
@@ -145,7 +130,7 @@ void AddObject(Hash& hash, const GameObject& object) {
   AddHazard(hash, object);
 }
 
-void AddScreens(Hash& hash) {
+void AddScreens(FnvHash& hash) {
   hash.AddValue(Menus().CountOpen());
   if (const Menu* menu = Menus().GetCurrentMenu()) hash.AddValue(menu->GetSelectedIndex());
   const Options& options = GetOptions();
@@ -159,7 +144,7 @@ void AddScreens(Hash& hash) {
 }  // namespace
 
 std::uint64_t StateDigest() {
-  Hash hash;
+  FnvHash hash;
   for (const auto& object : Objects().GetObjects()) AddObject(hash, *object);
   for (const ParticleEmitter* emitter : ParticleEmitters()) AddParticles(hash, *emitter);
   AddMatch(hash);

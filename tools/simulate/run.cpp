@@ -20,6 +20,7 @@
 #include "match/episode/new_game.h"
 #include "match/players.h"
 #include "screens/logo_screen_script.h"
+#include "tools/simulate/data_folder.h"
 #include "tools/simulate/digest.h"
 
 namespace {
@@ -47,27 +48,46 @@ int FailFile(const std::string& name, const std::string& why) {
   return 1;
 }
 
-int ReadInput(const RunOptions& options, InputScript& input) {
+int RefuseUsage(const char* why) {
+  std::fprintf(stderr, "%s\n", why);
+  return kWrongUsage;
+}
+
+int ReadInput(RunOptions& options, InputScript& input) {
   if (options.inputFile.empty()) return 0;
   std::string text;
   if (!ReadText(options.inputFile, text)) return FailFile(options.inputFile, "cannot be read");
   std::string error;
-  if (input.Parse(text, error)) return 0;
-  FailFile(options.inputFile, error);
-  return 2;
+  if (!input.Parse(text, error)) {
+    FailFile(options.inputFile, error);
+    return kWrongUsage;
+  }
+  if (!input.IsRecording()) return 0;
+  if (options.match || options.matches > 0 || !options.level.empty())
+    return RefuseUsage("a recording begins with the start-up screens, not with --level, --match or --matches");
+  options.boot = true;
+  if (options.frames < 0 && !options.untilEnd) options.frames = input.CountFrames();
+  return 0;
 }
 
-int EnterDataFolder(const RunOptions& options) {
+int EnterDataFolder(const RunOptions& options, const InputScript& input) {
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);
   if (error) return FailFile(options.dataFolder, "is no folder that can be entered");
+  if (input.IsRecording()) {
+    TellOtherData(options.inputFile, input.GetHeader());
+    if (const std::string fault = EnterOverlay(); !fault.empty()) return FailFile("a folder of links", fault);
+  }
   const std::string level = options.level.empty() ? "level1" : options.level;
   if (IsReadableLevel(level)) return 0;
   return FailFile(level, "no such level in the data folder, or an empty one, or one that cannot be read");
 }
 
-void GameRun::Start(Audio::Output output) {
-  SetPlatform(platform_);
+void GameRun::Start(Audio::Output output, Platform* window) {
+  if (window == nullptr)
+    SetPlatform(platform_);
+  else
+    SetPlatform(*window);
   BuildWorld();
   SeedRandom(kFirstSeed);
   Input::ReopenGamepads();
@@ -96,20 +116,20 @@ int GameRun::Go(RunObserver& observer) {
   observer_ = nullptr;
   if (inputError_.empty()) return ended ? 0 : 1;
   FailFile(options_.inputFile, inputError_);
-  return 2;
+  return kWrongUsage;
 }
 
 bool GameRun::RunAll() {
   if (options_.matches > 0) return PlayMatches();
   if (options_.untilEnd) return PlayToTheEnd();
-  while (done_ < options_.frames && platform_.running) RunFrame();
+  while (done_ < options_.frames && GetPlatform().running) RunFrame();
   return true;
 }
 
 void GameRun::RunFrame() {
   observer_->BeginFrame(done_);
   if (!input_.Apply(done_, platform_, inputError_)) {
-    platform_.running = false;
+    GetPlatform().running = false;
     return;
   }
   frame_.Run();
@@ -120,7 +140,7 @@ void GameRun::RunFrame() {
 
 bool GameRun::PlayToTheEnd() {
   const int start = done_;
-  while (!match_.IsAtPodium() && platform_.running) {
+  while (!match_.IsAtPodium() && GetPlatform().running) {
     if (done_ - start == kMostFrames) {
       std::fprintf(stderr, "the match did not end in %d frames\n", kMostFrames);
       return false;
@@ -131,7 +151,7 @@ bool GameRun::PlayToTheEnd() {
 }
 
 bool GameRun::PlayMatches() {
-  for (int i = 0; i < options_.matches && platform_.running; ++i) {
+  for (int i = 0; i < options_.matches && GetPlatform().running; ++i) {
     if (i > 0) {
       observer_->BeginFrame(done_);
       NewGame();

@@ -15,6 +15,7 @@
 
 inline constexpr int kFramesASecond = 60;
 inline constexpr int kMostFrames = 200000;  ///< of a match that does not end
+inline constexpr int kWrongUsage = 2;       ///< exit code
 
 struct RunOptions {
   std::string dataFolder;  ///< absolute
@@ -22,11 +23,12 @@ struct RunOptions {
   bool match = false;
   bool boot = false;    ///< begin with the start-up screens
   bool pilots = false;  ///< the computer flies player 1 too
-  int frames = 0;
+  int frames = -1;        ///< -1: as many as a recording has
   bool untilEnd = false;  ///< instead of a number of frames: until the win screen waits for a button
   int matches = 0;        ///< above 0: that many whole matches one after the other
   std::string inputFile;  ///< empty: none
   bool digest = false;    ///< print a hash of the final state
+  bool live = false;      ///< a window's events come by GetGiven, after the editor's bars have had theirs
 };
 
 /// Who looks on, frame by frame. Frames count from 0.
@@ -41,12 +43,16 @@ class RunObserver {
 /// Says on standard error what is wrong with a file; gives the exit code 1.
 int FailFile(const std::string& name, const std::string& why);
 
-/// Reads the input file, if there is one, whose name is meant relative to the present folder. An exit code: 2 for a
-/// wrong line.
-int ReadInput(const RunOptions& options, InputScript& input);
+/// Says on standard error how the tool was called wrongly; gives the exit code 2.
+int RefuseUsage(const char* why);
 
-/// Enters the data folder and looks for the level there. An exit code.
-int EnterDataFolder(const RunOptions& options);
+/// Reads the input file, if there is one, whose name is meant relative to the present folder. A recording says itself
+/// what is run and for how long, if the options do not. An exit code: 2 for a wrong line.
+int ReadInput(RunOptions& options, InputScript& input);
+
+/// Enters the data folder and looks for the level there. An exit code. For a recording it is a folder of links to it, in
+/// which the run may save what it likes; that the data are others is told in a line.
+int EnterDataFolder(const RunOptions& options, const InputScript& input);
 
 class GameRun {
  public:
@@ -54,8 +60,9 @@ class GameRun {
   GameRun(const RunOptions& options, InputScript input, std::FILE* out, RunLogListener* log)
       : options_(options), input_(std::move(input)), out_(out), match_(log) {}
 
-  /// The same steps as the game's start, without a window. A GL context, if there shall be one, is there already.
-  void Start(Audio::Output output);
+  /// The same steps as the game's start. Without `window`, which hands on what the run is given, there is none. A GL
+  /// context, if there shall be one, is there already.
+  void Start(Audio::Output output, Platform* window = nullptr);
   /// Runs all frames. An exit code: 1 when a match does not end, 2 when the editor has not what an input line asks for.
   int Go(RunObserver& observer);
   /// The digest, if it was asked for.
@@ -66,6 +73,8 @@ class GameRun {
   static void Shutdown();
 
   int GetFrames() const { return done_; }
+  /// What the run stands on, or what stands behind its window.
+  ScriptedPlatform& GetGiven() { return platform_; }
 
  private:
   bool RunAll();
@@ -79,7 +88,7 @@ class GameRun {
   ScriptedPlatform platform_;
   std::string inputError_;  // of the input line that ended the run
   MatchRecorder match_;
-  GameEvents events_;
+  GameEvents events_{!options_.live && !input_.IsRecording()};
   Frame frame_{events_};
   RunObserver* observer_ = nullptr;  // during Go
   int done_ = 0;

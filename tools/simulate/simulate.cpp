@@ -35,11 +35,16 @@ struct Recorders final : RunObserver {
 
 }  // namespace
 
-int Simulate(const SimulateOptions& options) {
+int Simulate(SimulateOptions options) {
   Audio::SilenceLibraries();
   SetPrintTarget(stderr);
   InputScript input;
   if (const int result = ReadInput(options, input); result != 0) return result;
+  options.match = options.match || options.matches > 0;  // --matches starts matches by itself
+  if (!options.match && !options.boot && options.level.empty())
+    return RefuseUsage("what is run? --level, --match, --boot, or a recording as --input");
+  if (options.frames < 0 && !options.untilEnd && options.matches == 0)
+    return RefuseUsage("how long does it run? --frames, --until-end or --matches");
   const bool traceIsOutput = options.traceFile == "-";
   File traceFile;
   if (!options.traceFile.empty()) {
@@ -49,14 +54,14 @@ int Simulate(const SimulateOptions& options) {
   Recorders recorders;
   if (!options.wavFile.empty() && !recorders.sound.emplace().Open(options.wavFile))
     return FailFile(options.wavFile, "cannot be written");
-  if (const int result = EnterDataFolder(options); result != 0) return result;
+  if (const int result = EnterDataFolder(options, input); result != 0) return result;
 
   if (traceFile) recorders.trace.emplace(traceFile.get());
   GameRun run(options, std::move(input), traceIsOutput ? stderr : stdout,
               recorders.trace ? &*recorders.trace : nullptr);
   run.Start(recorders.sound ? Audio::Output::kLoopback : Audio::Output::kNone);
   int result = run.Go(recorders);
-  if (result == 2) return result;
+  if (result == kWrongUsage) return result;
   run.PrintDigest();
   if (!options.saveName.empty() && !Objects().SaveLevel(options.saveName))
     result = FailFile(options.saveName, "could not be saved in the data folder");

@@ -13,4 +13,4 @@ struct SimulateOptions : RunOptions {
 
 /// Files are meant relative to the working folder of the call. Returns the exit code: 0, 1 for what cannot be read or
 /// written, 2 for a wrong input file.
-int Simulate(const SimulateOptions& options);
+int Simulate(SimulateOptions options);

@@ -17,6 +17,8 @@ class OutputWatch {
   /// A look that does not come back within half a second is left to itself; what the opener needs must outlive it.
   ~OutputWatch();
 
+  /// Ends the pause between two looks.
+  void LookSoon() { updatesToNext_ = 0; }
   /// Once a system update while there is no output: one that was found since, or null.
   std::unique_ptr<Output> Poll();
 

@@ -55,6 +55,7 @@ struct System::State {
   int voices = 0;  // 0: not initialised
   VoicePool pool;
   std::optional<OutputWatch> watch;  // none for loopback
+  bool outputHeld = false;
   std::uint64_t updates = 0;
   Catalogue catalogue;
   std::array<Instance, kInstances> instances;
@@ -138,8 +139,8 @@ void System::State::DropOutput() {
 
 void System::State::UpdateOutput() {
   if (!watch) return;
-  if (pool.GetOutput() != nullptr && !pool.GetOutput()->IsConnected()) DropOutput();
-  if (pool.GetOutput() != nullptr) return;
+  if (pool.GetOutput() != nullptr && (outputHeld || !pool.GetOutput()->IsConnected())) DropOutput();
+  if (pool.GetOutput() != nullptr || outputHeld) return;
   std::unique_ptr<Output> output = watch->Poll();
   if (output == nullptr) return;
   pool.Open(std::move(output), voices);
@@ -318,6 +319,14 @@ Result System::SetPaused(Bus bus, bool paused) {
   BusState* state = state_->Find(bus);
   if (state == nullptr) return Result::kInvalidHandle;
   state->paused = paused;
+  return Result::kOk;
+}
+
+Result System::HoldOutput(bool held) {
+  const std::lock_guard lock(state_->mutex);
+  if (state_->voices == 0) return Result::kNotInitialised;
+  state_->outputHeld = held;
+  if (!held && state_->watch) state_->watch->LookSoon();
   return Result::kOk;
 }
 

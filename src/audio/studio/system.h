@@ -80,6 +80,8 @@ class System {
   Result SetMute(Bus bus, bool mute);
   Result SetPaused(Bus bus, bool paused);
 
+  /// While held, there is no output, as if the device had gone; then one is looked for at once. Nothing for loopback.
+  Result HoldOutput(bool held);
   /// Once a frame: loudness moves on, music is decoded ahead, what has ended is freed, outputs come and go.
   Result Update();
   /// The next frames, two samples each, of a loopback system.

@@ -1,0 +1,83 @@
+#include "tools/record/kept_matches.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kEnding[] = ".input";
+constexpr std::string_view kLastWord = " end\n";
+
+// By the XDG Base Directory Specification: a relative path does not count.
+fs::path StateFolder() {
+  if (const char* state = std::getenv("XDG_STATE_HOME"); state != nullptr && *state == '/')
+    return fs::path(state) / "brinewhirl" / "matches";
+  if (const char* home = std::getenv("HOME"); home != nullptr && *home == '/')
+    return fs::path(home) / ".local/state/brinewhirl/matches";
+  return {};
+}
+
+// Oldest first, since their names begin with the time.
+std::vector<fs::path> FindRecordings(const std::string& folder) {
+  std::vector<fs::path> found;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+    if (entry->path().extension() == kEnding) found.push_back(entry->path());
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+bool IsBeingWritten(const fs::path& file) {
+  const int opened = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  if (opened < 0) return false;
+  const bool locked = ::flock(opened, LOCK_SH | LOCK_NB) != 0;
+  ::close(opened);
+  return locked;
+}
+
+bool HasEnd(const fs::path& file) {
+  std::ifstream text(file, std::ios::binary);
+  std::string last(kLastWord.size(), '\0');
+  text.seekg(-static_cast<std::streamoff>(last.size()), std::ios::end);
+  text.read(last.data(), static_cast<std::streamsize>(last.size()));
+  return text && last == kLastWord;
+}
+
+}  // namespace
+
+KeptMatches::KeptMatches(int most) : most_(most), folder_(StateFolder()) {}
+
+std::string KeptMatches::FindInterrupted() const {
+  const std::vector<fs::path> found = FindRecordings(folder_);
+  if (found.empty() || HasEnd(found.back()) || IsBeingWritten(found.back())) return {};
+  return found.back();
+}
+
+std::string KeptMatches::MakeRoom() const {
+  std::error_code error;
+  if (folder_.empty() || (fs::create_directories(folder_, error), error)) return {};
+  std::vector<fs::path> found = FindRecordings(folder_);
+  const auto tooMany = static_cast<std::ptrdiff_t>(found.size()) - most_ + 1;
+  for (std::ptrdiff_t i = 0; i < tooMany; ++i)
+    if (!IsBeingWritten(found[static_cast<std::size_t>(i)])) fs::remove(found[static_cast<std::size_t>(i)], error);
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  char stamp[32];
+  std::strftime(stamp, sizeof stamp, "%Y-%m-%d-%H%M%S", ::localtime_r(&now, &local));
+  fs::path file = fs::path(folder_) / (std::string(stamp) + kEnding);
+  for (int i = 2; fs::exists(file, error); ++i)
+    file = fs::path(folder_) / (std::string(stamp) + "-" + std::to_string(i) + kEnding);
+  return file;
+}

@@ -1,0 +1,120 @@
+#include "tools/simulate/data_folder.h"
+
+#include <stdlib.h>
+
+#include <cinttypes>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <system_error>
+
+#include "core/file_cache.h"
+#include "tools/simulate/fnv_hash.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kAutosaves[] = "autosaves";
+constexpr std::string_view kPutAside = ".mine";  // what a build keeps of a level maker's file under a shipped name
+
+// Text of the game's own format; empty for any other file.
+std::string ReadLevel(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMaxFileBytes || error) return {};
+  std::ifstream file(path, std::ios::binary);
+  if (file.peek() != '{') return {};
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+void LinkAll(const fs::path& from, const fs::path& into, std::error_code& error) {
+  for (fs::directory_iterator entry(from, error), end; !error && entry != end; entry.increment(error)) {
+    const fs::path name = entry->path().filename();
+    if (name == kAutosaves) continue;
+    fs::create_symlink(entry->path(), into / name, error);
+  }
+}
+
+// Goes with the program.
+class Overlay {
+ public:
+  Overlay() = default;
+  Overlay(const Overlay&) = delete;
+  Overlay& operator=(const Overlay&) = delete;
+  ~Overlay() { Remove(); }
+
+  void Remove() {
+    std::error_code ignored;
+    if (!path_.empty()) fs::remove_all(path_, ignored);
+    path_.clear();
+  }
+
+  std::error_code Make() {
+    std::error_code error;
+    std::string pattern = (fs::temp_directory_path(error) / "brinewhirl-XXXXXX").string();
+    if (error) return error;
+    if (::mkdtemp(pattern.data()) == nullptr) return {errno, std::generic_category()};
+    path_ = pattern;
+    const fs::path data = fs::current_path(error);
+    if (!error) LinkAll(data, path_, error);
+    if (!error) fs::create_directory(path_ / kAutosaves, error);
+    std::error_code none;  // nothing was saved by itself yet
+    if (!error && fs::is_directory(data / kAutosaves, none)) LinkAll(data / kAutosaves, path_ / kAutosaves, error);
+    if (!error) fs::current_path(path_, error);
+    return error;
+  }
+
+ private:
+  fs::path path_;
+};
+
+Overlay& GetOverlay() {
+  static Overlay overlay;
+  return overlay;
+}
+
+}  // namespace
+
+std::string ProgramVersion() { return BRINEWHIRL_VERSION; }
+
+std::string DigestOfData() {
+  std::map<std::string, std::string> levels;
+  for (const char* folder : {"", "examples/"}) {
+    std::error_code error;
+    for (fs::directory_iterator entry(fs::path(".") / folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+      const std::string name = entry->path().filename().string();
+      if (name.find(kPutAside) != std::string::npos) continue;
+      if (std::string text = ReadLevel(entry->path()); !text.empty()) levels.emplace(folder + name, std::move(text));
+    }
+  }
+  FnvHash hash;
+  for (const auto& [name, text] : levels) {
+    hash.Add(name);
+    hash.AddValue(text.size());
+    hash.Add(text);
+  }
+  char digits[17];
+  std::snprintf(digits, sizeof digits, "%016" PRIX64, hash.Get());
+  return digits;
+}
+
+void TellOtherData(const std::string& recording, const RecordingHeader& header) {
+  const bool otherVersion = header.version != ProgramVersion();
+  const bool otherData = header.dataDigest != DigestOfData();
+  if (!otherVersion && !otherData) return;
+  std::fprintf(stderr, "%s: recorded with %s%s%s; it may go another way\n", recording.c_str(),
+               otherVersion ? ("version " + header.version).c_str() : "", otherVersion && otherData ? " and " : "",
+               otherData ? "other levels or archetypes" : "");
+}
+
+std::string EnterOverlay() {
+  const std::error_code error = GetOverlay().Make();
+  return error ? error.message() : std::string{};
+}
+
+void LeaveOverlay() { GetOverlay().Remove(); }
