@@ -77,7 +77,8 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
       ->check(CLI::Range(0, std::numeric_limits<int>::max()));
   howLong->add_flag("--until-end", options.untilEnd, "Until the win screen waits for a button");
   command.add_flag("--pilots", options.pilots, "The computer flies player 1 too");
-  command.add_option("--input", options.inputFile, "Scripted input, one event a line, or a recording (docs/input-files.md)");
+  command.add_option("--input", options.inputFile,
+                     "Scripted input, one event a line, or a recording (docs/input-files.md)");
   command.add_flag("--digest", options.digest, "Print a hash of the final state");
   return {what, howLong, level, boot};
 }

@@ -1,5 +1,5 @@
-// Writes down what a run is given, as an input file that plays it again. Lines reach the file once a second, at the end,
-// and when the program dies of a signal that it can catch, so a crash leaves all that led to it. One at a time.
+// Writes down what a run is given, as an input file that plays it again. Lines reach the file once a second, at the
+// end, and when the program dies of a signal that it can catch, so a crash leaves all that led to it. One at a time.
 #pragma once
 
 #include <array>

@@ -16,8 +16,8 @@ std::string DigestOfData();
 /// those of the working folder.
 void TellOtherData(const std::string& recording, const RecordingHeader& header);
 
-/// Makes a temporary folder of links to what the working folder holds and enters it: what is saved there takes the place
-/// of a link and nothing else. It goes when the program ends. The system's reason on failure, or empty.
+/// Makes a temporary folder of links to what the working folder holds and enters it: what is saved there takes the
+/// place of a link and nothing else. It goes when the program ends. The system's reason on failure, or empty.
 std::string EnterOverlay();
 /// Removes that folder before the program's end.
 void LeaveOverlay();

@@ -57,7 +57,8 @@ InputEvent ParseWindow(InputWords& words) {
   return Given::Window{width, words.Number("the height", 1, kLargestWindow)};
 }
 
-// "LABEL" presses a button, "LABEL = VALUE" sets a variable; between quotes, the label is a path, and "held" may follow.
+// "LABEL" presses a button, "LABEL = VALUE" sets a variable; between quotes, the label is a path, and "held" may
+// follow.
 InputEvent ParseBar(InputWords& words) {
   if (words.IsQuoted()) {
     Given::Bar bar{words.Quoted("the path"), true};
@@ -132,7 +133,9 @@ struct Formatter {
 struct Doer {
   ScriptedPlatform& platform;
 
-  std::string operator()(const Given::Key& key) const { return Well([&] { platform.PushKey(key.code, key.down); }); }
+  std::string operator()(const Given::Key& key) const {
+    return Well([&] { platform.PushKey(key.code, key.down); });
+  }
   std::string operator()(const Given::PadPresence& pad) const {
     return Well([&] { platform.ConnectPad(pad.slot, pad.connected); });
   }
@@ -151,7 +154,9 @@ struct Doer {
   std::string operator()(const Given::Click& click) const {
     return Well([&] { platform.PushClick(click.button, click.down); });
   }
-  std::string operator()(const Given::Focus& focus) const { return Well([&] { platform.PushFocus(focus.gained); }); }
+  std::string operator()(const Given::Focus& focus) const {
+    return Well([&] { platform.PushFocus(focus.gained); });
+  }
   std::string operator()(const Given::Window& window) const {
     return Well([&] { platform.ResizeWindow(window.width, window.height); });
   }

@@ -25,9 +25,7 @@ std::size_t FindComment(std::string_view line) {
 
 InputWords::InputWords(std::string_view line) : rest_(line.substr(0, FindComment(line))) { SkipBlanks(); }
 
-void InputWords::SkipBlanks() {
-  rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size()));
-}
+void InputWords::SkipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size())); }
 
 void InputWords::Fail(const std::string& error) {
   if (error_.empty()) error_ = error;

@@ -21,8 +21,8 @@ struct RunOptions {
   std::string dataFolder;  ///< absolute
   std::string level;       ///< one level into an empty scene; empty: one of the two below
   bool match = false;
-  bool boot = false;    ///< begin with the start-up screens
-  bool pilots = false;  ///< the computer flies player 1 too
+  bool boot = false;      ///< begin with the start-up screens
+  bool pilots = false;    ///< the computer flies player 1 too
   int frames = -1;        ///< -1: as many as a recording has
   bool untilEnd = false;  ///< instead of a number of frames: until the win screen waits for a button
   int matches = 0;        ///< above 0: that many whole matches one after the other
@@ -50,8 +50,8 @@ int RefuseUsage(const char* why);
 /// what is run and for how long, if the options do not. An exit code: 2 for a wrong line.
 int ReadInput(RunOptions& options, InputScript& input);
 
-/// Enters the data folder and looks for the level there. An exit code. For a recording it is a folder of links to it, in
-/// which the run may save what it likes; that the data are others is told in a line.
+/// Enters the data folder and looks for the level there. An exit code. For a recording it is a folder of links to it,
+/// in which the run may save what it likes; that the data are others is told in a line.
 int EnterDataFolder(const RunOptions& options, const InputScript& input);
 
 class GameRun {
