@@ -65,13 +65,18 @@ std::string KeptMatches::FindInterrupted() const {
   return found.back();
 }
 
-std::string KeptMatches::MakeRoom() const {
-  std::error_code error;
-  if (folder_.empty() || (fs::create_directories(folder_, error), error)) return {};
-  std::vector<fs::path> found = FindRecordings(folder_);
-  const auto tooMany = static_cast<std::ptrdiff_t>(found.size()) - most_ + 1;
+void KeptMatches::RemoveOldest() const {
+  const std::vector<fs::path> found = FindRecordings(folder_);
+  const auto tooMany = static_cast<std::ptrdiff_t>(found.size()) - most_;
+  std::error_code ignored;
   for (std::ptrdiff_t i = 0; i < tooMany; ++i)
-    if (!IsBeingWritten(found[static_cast<std::size_t>(i)])) fs::remove(found[static_cast<std::size_t>(i)], error);
+    if (const fs::path& old = found[static_cast<std::size_t>(i)]; !IsBeingWritten(old)) fs::remove(old, ignored);
+}
+
+std::string KeptMatches::NextName() const {
+  std::error_code error;
+  if (!folder_.empty()) fs::create_directories(folder_, error);
+  if (folder_.empty() || error) return {};
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   char stamp[32];

@@ -5,13 +5,15 @@
 
 class KeptMatches {
  public:
-  /// Keeps that many, the next one included.
+  /// Keeps that many.
   explicit KeptMatches(int most);
 
   /// The newest recording, when the program that wrote it did not come to its end and is gone; otherwise empty.
   std::string FindInterrupted() const;
-  /// Removes what is too much and gives the next recording a name that is not taken; empty where nothing can be kept.
-  std::string MakeRoom() const;
+  /// A name for the next recording that is not taken; empty where nothing can be kept.
+  std::string NextName() const;
+  /// Removes what is too much, the oldest first, and nothing that is still being written.
+  void RemoveOldest() const;
 
  private:
   int most_;

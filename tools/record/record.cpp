@@ -21,11 +21,10 @@ struct MatchWatcher final : RunLogListener {
 };
 
 // A place that takes nothing costs the recording, not the game.
-void OpenKept(int keep, Recorder& recorder) {
-  const KeptMatches kept(keep);
+void OpenKept(const KeptMatches& kept, Recorder& recorder) {
   if (const std::string file = kept.FindInterrupted(); !file.empty())
     Print("The game did not come to its end the last time; what it was given is in %s\n", file.c_str());
-  const std::string file = kept.MakeRoom();
+  const std::string file = kept.NextName();
   if (const std::string error = file.empty() ? "there is no folder for it" : recorder.Open(file); !error.empty())
     Print("This match is not recorded: %s\n", error.c_str());
 }
@@ -40,7 +39,8 @@ int Record(const RecordOptions& options) {
   run.frames = std::numeric_limits<int>::max();
   if (const int result = EnterDataFolder(run, {}); result != 0) return result;
   Recorder recorder;
-  if (options.keep > 0) OpenKept(options.keep, recorder);
+  const KeptMatches matches(options.keep);
+  if (options.keep > 0) OpenKept(matches, recorder);
   if (!options.file.empty())
     if (const std::string error = recorder.Open(options.file); !error.empty()) return FailFile(options.file, error);
 
@@ -53,10 +53,10 @@ int Record(const RecordOptions& options) {
   game.Go(nobody);
   const bool kept = recorder.IsOpen();
   recorder.Finish(game.GetFrames());
-  if (options.keep > 0 && kept && !watcher.played)
-    ::unlink(recorder.GetFileName().c_str());
-  else if (kept)
-    std::printf("recorded %s\n", recorder.GetFileName().c_str());
+  const bool toSay = kept && (options.keep == 0 || watcher.played);
+  if (kept && !toSay) ::unlink(recorder.GetFileName().c_str());
+  if (options.keep > 0) matches.RemoveOldest();
+  if (toSay) std::printf("recorded %s\n", recorder.GetFileName().c_str());
   game.PrintDigest();
   return 0;
 }

@@ -10,11 +10,11 @@
 
 #include "core/print.h"
 #include "tools/simulate/data_folder.h"
-#include "tools/simulate/run.h"
 
 namespace {
 
 constexpr mode_t kNewFileMode = 0644;
+constexpr std::chrono::milliseconds kFlushEvery{750};  // a frame that takes long included, a second
 constexpr std::array kCaught = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGHUP, SIGQUIT};
 
 // What the handler finds; null while nothing is recorded.
@@ -43,6 +43,7 @@ std::string Recorder::Open(const std::string& fileName) {
   fileName_ = fileName;
   length_ = reachedLength_ = 0;
   written_ = 0;
+  flushed_ = Clock::now();
   active = this;
   SetHandlers(HandleSignal);
   Append("# What a run of Brinewhirl was given; brinewhirl-tool watch, simulate and film play it again.\n");
@@ -77,7 +78,9 @@ void Recorder::BeginFrame(int frame) {
   const std::string line = FormatInputLine(frame + 1, Given::Mark{false}) + '\n';
   std::memcpy(reached_.data(), line.data(), line.size());
   reachedLength_ = line.size();
-  if (frame == 0 || frame % kFramesASecond != 0) return;
+  const Clock::time_point now = Clock::now();
+  if (now - flushed_ < kFlushEvery) return;
+  flushed_ = now;
   Write(frame, Given::Mark{false});
   Flush();
 }

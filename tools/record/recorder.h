@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -31,6 +32,8 @@ class Recorder {
   const std::string& GetFileName() const { return fileName_; }
 
  private:
+  using Clock = std::chrono::steady_clock;
+
   void Append(std::string_view line);
   void Flush();
   void Close();
@@ -45,4 +48,5 @@ class Recorder {
   std::array<char, 32> reached_;
   std::size_t reachedLength_ = 0;
   long long written_ = 0;  // bytes of whole lines in the file
+  Clock::time_point flushed_;
 };
