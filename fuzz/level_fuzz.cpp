@@ -10,8 +10,8 @@
 #include <fstream>
 #include <string>
 #include <system_error>
-#include <vector>
 
+#include "absolute_arguments.h"
 #include "build_world.h"
 #include "core/file_cache.h"
 #include "core/game_time.h"
@@ -89,21 +89,9 @@ void ClearWorld() {
 
 }  // namespace
 
-// The game reads plain names of its working folder, so the program moves there; the corpus folders and the place for
-// what it finds are named relative to where it was started.
+// The game reads plain names of its working folder, so the program moves there.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-  static std::vector<std::string> arguments(*argv, *argv + *argc);
-  const std::string prefix = "-artifact_prefix=";
-  arguments.insert(arguments.begin() + 1, prefix + "./");
-  for (std::size_t i = 1; i < arguments.size(); ++i) {
-    std::string& argument = arguments[i];
-    if (!argument.starts_with('-')) argument = fs::absolute(argument).string();
-    if (argument.starts_with(prefix)) argument = prefix + fs::absolute(argument.substr(prefix.size())).string();
-  }
-  static std::vector<char*> pointers;
-  for (std::string& argument : arguments) pointers.push_back(argument.data());
-  *argc = static_cast<int>(pointers.size());
-  *argv = pointers.data();
+  MakeArgumentsAbsolute(argc, argv);
   fs::current_path(Folder().GetPath());
   SetPrintTarget(std::fopen("/dev/null", "w"));
   BuildWorld();

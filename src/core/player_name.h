@@ -5,7 +5,7 @@
 
 /// A player index that says nobody: not set, in the rules that remember who holds something.
 inline constexpr int kNobody = -1337;
-/// Likewise for a name that is no player's.
+/// Likewise where rules ask anew in every frame, and for a name that is no player's.
 inline constexpr int kNotAPlayer = -1;
 
 /// Whether the name is a player's; false for the empty one.

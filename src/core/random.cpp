@@ -2,7 +2,7 @@
 
 namespace {
 
-std::uint32_t state = 1;
+std::uint32_t state = kFirstSeed;
 
 constexpr auto kMost = static_cast<float>(kRandomMax);
 

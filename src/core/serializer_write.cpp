@@ -96,10 +96,8 @@ void Serializer::WriteString(std::string_view key, std::string_view value) {
   std::string text(value);
   const bool hadControl =
       std::erase_if(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }) > 0;
-  if (hadControl)
-    Complain(Fault::kControlCharacter, key);
-  else if (text.ends_with('{'))
-    Complain(Fault::kFinalBrace, key);
+  if (hadControl) Complain(Fault::kControlCharacter, key);
+  if (text.ends_with('{')) Complain(Fault::kFinalBrace, key);
   while (text.ends_with('{')) text.pop_back();
   Line(key, text);
 }

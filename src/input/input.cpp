@@ -45,8 +45,8 @@ struct State {
   std::vector<KeyBinding> keyUpBindings;
   Pointer pointer;
   bool mouseEnabled = false;
-  float mousePixelX = 0.0f;
-  float mousePixelY = 0.0f;
+  float mousePixelX = 0.0f;  // where the cursor's last event was, in window pixels; kept and asked for by nobody:
+  float mousePixelY = 0.0f;  // the mouse's place is the Pointer's
   std::bitset<3> mouseButtons;
   std::bitset<3> previousMouseButtons;
   // click tracker

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <limits>
-#include <utility>
 
 #include "physics/math/vec3.h"
 

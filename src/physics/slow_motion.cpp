@@ -8,7 +8,7 @@ using GalePhysics::RigidBody;
 
 namespace {
 
-constexpr float kTimerStep = 0.017f;    // seconds per frame, whatever the frame step is
+constexpr float kTimerStep = 0.017f;    // real seconds a frame, whatever the frame step is
 constexpr float kRampOutStep = 0.017f;  // frame step that the ramp-out rises to
 
 enum class Phase { kRampIn, kHold, kRampOut };

@@ -1,6 +1,7 @@
 #include "physics/step.h"
 
 #include <cassert>
+#include <utility>
 
 #include "core/game_time.h"
 #include "core/object_manager.h"

@@ -12,9 +12,9 @@ from virtual_display import Game, VirtualDisplay
 class GameTest(unittest.TestCase):
     program = Path()  # set from the command line
 
-    def play(self, width=1280, height=720, managed=True, program=None):
+    def play(self, width=1280, height=720, managed=True, program=None, arguments=()):
         self.display = self.enterContext(VirtualDisplay(width, height, managed))
-        self.game = Game(self.display, program or self.program)
+        self.game = Game(self.display, program or self.program, *arguments)
         self.size = f"{width}x{height}"
 
     def look(self):

@@ -121,10 +121,10 @@ class VirtualDisplay:
 class Game:
     """The program on a virtual display, its lines of standard output gathered as they come. Ends with the display."""
 
-    def __init__(self, display, program):
+    def __init__(self, display, program, *arguments):
         self.display = display
         self.lines = []
-        self.process = display.start([str(program)], cwd="/", stdout=subprocess.PIPE, text=True, errors="replace")
+        self.process = display.start([str(program), *arguments], cwd="/", stdout=subprocess.PIPE, text=True, errors="replace")
         self.started = time.monotonic()
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()

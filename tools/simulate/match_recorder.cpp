@@ -1,15 +1,15 @@
 #include "tools/simulate/match_recorder.h"
-#include "match/score/point_bubble.h"
-#include "match/score/ranking.h"
 
 #include <algorithm>
 
 #include "match/episode/new_game.h"
+#include "match/score/point_bubble.h"
+#include "match/score/ranking.h"
 #include "physics/generator_host.h"
 
 namespace {
 
-constexpr int kNobody = -1;
+constexpr int kNone = -1;  // no index
 
 // The rest of the text behind the words, or nothing.
 std::string_view After(std::string_view words, std::string_view text) {
@@ -27,7 +27,7 @@ MatchRecorder::~MatchRecorder() { SetRunLogListener(next_); }
 
 void MatchRecorder::BeginMatch() {
   atPodium_ = begun_ = decided_ = false;
-  leader_ = running_ = kNobody;
+  leader_ = running_ = kNone;
   leadChanges_ = 0;
   awarded_ = GetPointsAwarded();
   for (Objective& objective : objectives_) objective.paid = false;
@@ -40,7 +40,7 @@ void MatchRecorder::OnEvent(std::string_view text) {
   const std::string_view begun = After("objective begin ", text);
   if (begun.empty() && After("objective end ", text).empty()) return;
   NoteAwards();
-  running_ = kNobody;
+  running_ = kNone;
   if (begun.empty()) return;
   const auto found =
       std::find_if(objectives_.begin(), objectives_.end(), [&](const Objective& o) { return o.name == begun; });
@@ -50,7 +50,7 @@ void MatchRecorder::OnEvent(std::string_view text) {
 
 void MatchRecorder::NoteAwards() {
   const long long awarded = GetPointsAwarded();
-  if (awarded > awarded_ && running_ != kNobody) objectives_[static_cast<std::size_t>(running_)].paid = true;
+  if (awarded > awarded_ && running_ != kNone) objectives_[static_cast<std::size_t>(running_)].paid = true;
   awarded_ = awarded;
 }
 
@@ -69,7 +69,7 @@ void MatchRecorder::EndFrame() {
 
 void MatchRecorder::NoteLead() {
   if (ranks_[0].points == ranks_[1].points || ranks_[0].player == leader_) return;
-  if (leader_ != kNobody) ++leadChanges_;
+  if (leader_ != kNone) ++leadChanges_;
   leader_ = ranks_[0].player;
 }
 

@@ -165,7 +165,9 @@ bool GameRun::PlayMatches() {
 }
 
 void GameRun::PrintDigest() const {
-  if (options_.digest) std::fprintf(out_, "digest %016" PRIX64 "\n", StateDigest());
+  if (!options_.digest) return;
+  std::fprintf(out_, "digest %016" PRIX64 "\n", StateDigest());
+  std::fflush(out_);
 }
 
 void GameRun::PrintSummary() const {

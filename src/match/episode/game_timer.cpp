@@ -41,14 +41,16 @@ GameTimer::GameTimer() { fastMusicStarted = false; }
 void GameTimer::Update(float step) {
   // Dead it is updated once more, and nothing may happen twice.
   if (!owner->alive) return;
-  if (Input::IsKeyDown("ralt") && Input::IsKeyDown("rshift") && Input::IsLetterTriggered('e')) chunksLeft_ = -1;
+  const bool shortcut = Input::IsKeyDown("ralt") && Input::IsKeyDown("rshift") && Input::IsLetterTriggered('e');
+  if (shortcut) chunksLeft_ = -1;
+  // A stage that has lost its episode, in the editor, is no match: it goes on without end.
+  if (!shortcut && FindSegmentManager() == nullptr) return;
   if (chunksLeft_ < 0) {
     ShowWinScreen();
     return;
   }
   if (!built_) Build();
-  // A stage that has lost its episode, in the editor, is no match: it goes on without end.
-  if (!built_ || FindSegmentManager() == nullptr) return;
+  if (!built_) return;
   chunkTimer_ += step;
   remainingTime_ -= step;
   if (chunkTimer_ >= chunkDuration_ - kBlinkTime) Blink(step);

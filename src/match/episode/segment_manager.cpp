@@ -169,7 +169,7 @@ int SegmentManager::InsertSegment(std::size_t index) {
   return static_cast<int>(index);
 }
 
-// After an episode that is over it runs next.
+// After an episode that is over its time runs next; its piece comes with Test Episode.
 int SegmentManager::AppendSegment() {
   segments_.emplace_back();
   return static_cast<int>(segments_.size()) - 1;

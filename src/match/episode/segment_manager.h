@@ -13,7 +13,7 @@ struct Segment {
   float duration = 10.0f;      ///< seconds of game time
   float rotationAngle = 0.0f;  ///< degrees about z, of places and velocities; orientations stay
   float distance = 0.0f;       ///< world units along the turned y axis
-  bool begun = false;          ///< its piece has been brought
+  bool begun = false;          ///< its turn has come; its piece is there unless it names the level it stands in
 };
 
 class SegmentManager final : public Script {
@@ -26,9 +26,8 @@ class SegmentManager final : public Script {
   void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "SegmentManager"; }
 
-  /// Seconds of all segments together; also stores them as the episode's length.
+  /// Game seconds of all segments together; also stores them as the episode's length.
   float MeasureEpisode();
-  const std::vector<Segment>& GetSegments() const { return segments_; }
   int GetCurrentSegment() const { return currentSegment_; }
   float GetElapsed() const { return elapsed_; }
   bool IsPadLost() const { return padLost_; }

@@ -32,7 +32,6 @@ class CharacterController final : public Script, public PointEarner {
   void Launch(const Vec3& velocity);
   void AddPoints(int points, const Vec3& origin) override;
 
-  const std::string& GetScoreName() const { return scoreName_; }
   const std::string& GetCurrencyName() const { return currencyName_; }
 
   bool stunned = false;  ///< while true the player has no control; others set and clear it

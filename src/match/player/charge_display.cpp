@@ -1,11 +1,9 @@
 #include "match/player/charge_display.h"
 
-#include <algorithm>
-
 #include "core/object_manager.h"
 #include "core/player_colours.h"
 #include "core/transform.h"
-#include "graphics/sprite.h"
+#include "graphics/sprite_colour.h"
 
 namespace {
 
@@ -20,10 +18,7 @@ std::uint32_t MakeTinted(const char* texture, int player) {
   auto& sprite = Objects().GetObject(id)->Insert(std::make_unique<Sprite>());
   sprite.texturePath = texture;
   const PlayerColour& colour = kPlayerColours[static_cast<std::size_t>(player)];
-  const auto channel = [](float value) { return std::clamp(value, 0.0f, 255.0f) / 255.0f; };
-  sprite.r = channel(colour.r);
-  sprite.g = channel(colour.g);
-  sprite.b = channel(colour.b);
+  SetColour255(sprite, {colour.r, colour.g, colour.b, kFullColour});
   return id;
 }
 

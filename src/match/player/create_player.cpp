@@ -6,7 +6,7 @@
 #include "core/player_colours.h"
 #include "core/script_box.h"
 #include "graphics/basic_particle_emitter.h"
-#include "graphics/sprite.h"
+#include "graphics/sprite_colour.h"
 #include "match/player/character_controller.h"
 #include "match/player/force_currency.h"
 #include "match/players.h"
@@ -37,7 +37,7 @@ std::unique_ptr<BasicParticleEmitter> MakeBubbles(int player) {
   bubbles->textureName = "particlebubble.png";
   bubbles->maxParticles = 16;  // more than live at a time
   const PlayerColour& colour = kPlayerColours[static_cast<std::size_t>(player)];
-  bubbles->colour = {colour.r / 255.0f, colour.g / 255.0f, colour.b / 255.0f};
+  bubbles->colour = {colour.r / kFullColour, colour.g / kFullColour, colour.b / kFullColour};
   for (Vec3* point : {&bubbles->startingPositionMin, &bubbles->startingPositionMax, &bubbles->minVelocity,
                       &bubbles->maxVelocity, &bubbles->minAcceleration, &bubbles->maxAcceleration})
     *point = {};

@@ -15,7 +15,6 @@
 namespace {
 
 constexpr float kFramesPerSecond = 60.0f;
-constexpr float kFastestFill = 1e6f;  // units a frame; a gauge that shows more may leave the finite numbers
 constexpr char kUnknownTarget[] = "Errar";
 
 // A gauge from a file does not know its player: the one whose controller names this gauge is meant.
@@ -43,7 +42,8 @@ void ForceCurrency::Initialize() {
   startY_ = transform.position.y;
   startScaleY_ = transform.graphicsScale.y;
   const auto maximum = static_cast<float>(max_);
-  fillPerFrame_ = resetSpeed_ > 0.0f ? std::min(maximum / resetSpeed_ / kFramesPerSecond, kFastestFill) : maximum;
+  // Full in a frame at the most: a tiny reset time would leave the finite numbers.
+  fillPerFrame_ = resetSpeed_ > 0.0f ? std::min(maximum / resetSpeed_ / kFramesPerSecond, maximum) : maximum;
 }
 
 // After a new game has begun the old one's gauges live on to the end of the frame, and would speak to the new player.

@@ -20,7 +20,7 @@ constexpr float kPulsePitch = 1.0f;
 constexpr float kShakeSpeed = 2.0f;  // units per body second of the player who hits
 constexpr float kShakeMagnitude = 0.1f;
 constexpr float kShakeDecay = 0.001f;
-constexpr float kShakeDuration = 0.02f;
+constexpr float kShakeDuration = 0.02f;  // game seconds
 
 }  // namespace
 

@@ -96,7 +96,7 @@ void CollectTheRings::PayForLastRings() {
 }
 
 CollectTheRings::Chain* CollectTheRings::ChainOf(const GameObject* player) {
-  const int index = player == nullptr ? -1 : PlayerIndexFromName(player->name);
+  const int index = player == nullptr ? kNotAPlayer : PlayerIndexFromName(player->name);
   return IsPlayerIndex(index) ? &chains_[static_cast<std::size_t>(index)] : nullptr;
 }
 

@@ -39,15 +39,13 @@ class Objective {
 
   bool IsActive() const { return active_; }
 
-  std::string explanatoryText;
+  std::string explanatoryText;  ///< the title; it explains nothing
   std::string typeName;  ///< the factory's name for it; set by CreateObjective
   int runtime;           ///< seconds of game time; files do not hold it except for "NULL"
 
  protected:
   /// The "Objective" line by which the manager's reader finds the type again.
   void WriteType(Serializer& writer) const;
-  /// Between Begin and End; for rules that replace both.
-  void SetActive(bool active) { active_ = active; }
 
  private:
   void ShowTitle();

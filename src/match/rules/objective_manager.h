@@ -34,7 +34,6 @@ class ObjectiveManager final : public Script {
   /// The running rule, or null.
   const Objective* GetCurrentObjective() const { return currentObjective_; }
   float GetElapsed() const { return elapsed_; }
-  float GetEpisodeLength() const { return episodeLength_; }
 
  private:
   int AddNamedObjective(int place);
@@ -47,8 +46,8 @@ class ObjectiveManager final : public Script {
   void ShowCountdown();
   void HideCountdown();
 
-  float episodeLength_ = 0.0f;  // seconds of all segments
-  float sectionTime_ = 0.0f;    // seconds of the running section
+  float episodeLength_ = 0.0f;  // game seconds of all segments
+  float sectionTime_ = 0.0f;    // game seconds of the running section
   float elapsed_ = 0.0f;        // game seconds in it
   std::uint32_t countdownId_;
   Objective* currentObjective_ = nullptr;

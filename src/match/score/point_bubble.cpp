@@ -53,7 +53,7 @@ void CreatePointBubbles(int points, int player, const Vec3& place, std::uint32_t
   pointsAwarded += points;
   while (points > 0) {
     const float angle = RandomUpTo(kTurn);
-    const int value = points > kLargestBubble ? 1 + Random() % 2 : points;
+    const int value = points > kLargestBubble ? 1 + static_cast<int>(RandomIndex(2)) : points;
     points -= value;
     CreateBubble(value, player, place, angle, creditTargetId);
   }

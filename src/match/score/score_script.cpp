@@ -10,7 +10,7 @@
 #include "match/score/sent_points.h"
 
 namespace {
-constexpr float kPulsePeak = 1.1f;  // and back at 1 per second
+constexpr float kPulsePeak = 1.1f;  // and back by 1 a game second
 }
 
 void ScoreScript::HandleEvent(const Event& event) {

@@ -32,7 +32,13 @@ void BarnacleLogic::Update(float /*step*/) {
   if (whale == nullptr || !whale->alive)
     owner->alive = false;
   else if (!detached_)
-    owner->GetTransform().position = whale->GetTransform().position + offset_;
+    SitDown();
+}
+
+bool BarnacleLogic::Sits() const { return started_ && !detached_ && Objects().GetObject(whaleId_) != nullptr; }
+
+void BarnacleLogic::SitDown() {
+  owner->GetTransform().position = Objects().GetObject(whaleId_)->GetTransform().position + offset_;
 }
 
 void BarnacleLogic::LookForWhale() {
@@ -48,12 +54,19 @@ void BarnacleLogic::Show(bool shown) const {
   if (GalePhysics::Collider* collider = GalePhysics::FindCollider(*owner)) collider->ghost = !shown;
 }
 
+// Its own place is the one on a whale in mid-stage.
 void BarnacleLogic::GiveBack() {
   if (waiting_) Show(true);
+  if (!Sits()) return;
+  owner->GetTransform().position = offset_;
+  owner->GetTransform().Rebuild();
 }
 
 void BarnacleLogic::TakeAgain() {
   if (waiting_) Show(false);
+  if (!Sits()) return;
+  SitDown();
+  owner->GetTransform().Rebuild();
 }
 
 void BarnacleLogic::OnContact(const GalePhysics::Contact& contact) {

@@ -25,6 +25,8 @@ class BarnacleLogic final : public Script {
  private:
   void LookForWhale();
   void Show(bool shown) const;
+  bool Sits() const;
+  void SitDown();
   void TakeHit(const GalePhysics::Contact& contact);
   void DropOff();
 

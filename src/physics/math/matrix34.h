@@ -1,4 +1,5 @@
-// An affine map: a 3x3 rotation part followed by a translation. A plain value.
+// An affine map: a 3x3 rotation part followed by a translation. A plain value. The renderer makes its own matrices of
+// place, turn and size with GLM; nothing needs one of these as one of those, so there is no exchange.
 #pragma once
 
 #include "physics/math/matrix33.h"

@@ -9,7 +9,7 @@ class BroadSide final : public Script {
   static constexpr int kShotsPerVolley = 3;
   static constexpr float kShotGapSpread = 1.0f;  ///< seconds of game time between two shots, at most
 
-  /// The first volley comes `fireInterval` after a moment 3 seconds ago.
+  /// The first volley comes `fireInterval` after a moment 3 game seconds ago.
   BroadSide();
 
   void Update(float step) override;

@@ -12,7 +12,7 @@ class GameObject;
 class Vortex final : public Script {
  public:
   /// Grows the picture and the SphereCollider by the same number, which is a diameter for one and a radius for the
-  /// other: the collider gets ahead of the picture.
+  /// other: the collider gets ahead of the picture. The size is the whirlpool's own and is saved as it is by then.
   void Update(float step) override;
   /// Acts on the other object; called 15 times a frame while it overlaps.
   void OnCollision(const CollisionPair& pair) override;

@@ -5,7 +5,7 @@
 
 class DeathTimer final : public Script {
  public:
-  static constexpr float kDefaultTime = 3.0f;
+  static constexpr float kDefaultTime = 3.0f;  ///< game seconds
 
   DeathTimer() : DeathTimer(kDefaultTime) {}
   /// `seconds` of game time from now on.

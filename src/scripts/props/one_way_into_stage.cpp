@@ -26,10 +26,22 @@ void OneWayIntoStage::Update(float /*step*/) {
   const Vec3& p = owner->GetTransform().position;
   const float reach = collider->broadPhaseSize;
   const bool inside = std::abs(p.x) < kArenaHalfWidth - reach && std::abs(p.y) < kArenaHalfHeight - reach;
+  if (!inside && !outside_) ownGroup_ = collider->collisionGroup;
+  outside_ = !inside;
   collider->collisionGroup = inside ? 1 : 0;
   const float own = rememberedMass_ != 0.0f ? 1.0f / rememberedMass_ : 0.0f;
   body->inverseMass = inside ? own : 0.0f;
   body->storedInverseMass = inside ? 0.0f : own;
+}
+
+void OneWayIntoStage::GiveBack() {
+  if (GalePhysics::Collider* collider = GalePhysics::FindCollider(*owner); collider != nullptr && outside_)
+    collider->collisionGroup = ownGroup_;
+}
+
+void OneWayIntoStage::TakeAgain() {
+  if (GalePhysics::Collider* collider = GalePhysics::FindCollider(*owner); collider != nullptr && outside_)
+    collider->collisionGroup = 0;
 }
 
 // The value is a bool that means nothing; the key is the field's.

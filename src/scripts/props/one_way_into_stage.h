@@ -10,10 +10,14 @@ class OneWayIntoStage final : public Script {
   void Serialize(Serializer& writer) const override;
   void Deserialize(Serializer& reader) override;
   void AddToTweakBar(FieldBar& bar) override;
+  void GiveBack() override;
+  void TakeAgain() override;
   const char* GetName() const override { return "onewayintostage"; }
 
   float butts = 5.0f;  ///< shown by the editor and used by nobody
 
  private:
   float rememberedMass_ = 0.0f;  // of the owner's body; 0: immovable
+  bool outside_ = false;
+  int ownGroup_ = 0;  // of the owner's collider while it is outside
 };

@@ -1,4 +1,5 @@
-// A test bench for the physics: throws boxes and balls of all kinds into the middle of the scene.
+// A test bench for the physics: throws boxes and balls of all kinds into the middle of the scene. In files it is
+// "Spawner"; the "spawner" of levels is SpawnsObjects.
 #pragma once
 
 #include "core/script.h"

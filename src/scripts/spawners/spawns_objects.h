@@ -1,4 +1,5 @@
-// Makes an archetype's object again and again at its owner's place and sends it off. The owner itself is not seen.
+// Makes an archetype's object again and again at its owner's place and sends it off. The owner itself is not seen. In
+// files it is "spawner"; "Spawner" is another script.
 #pragma once
 
 #include <string>
