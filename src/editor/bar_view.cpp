@@ -235,8 +235,14 @@ BarActions BarView::Run(std::span<const TweakBar* const> bars, std::span<const O
   return actions;
 }
 
-void BarView::Draw(float pixelScale) {
+void BarView::Draw(int width, int height) {
   if (!shown_ || !drawable_ || !glReady_) return;
-  ImGui::GetDrawData()->FramebufferScale = {pixelScale, pixelScale};
-  ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
+  const ImVec2 window = ImGui::GetIO().DisplaySize;
+  const ImVec2 picture = {static_cast<float>(width), static_cast<float>(height)};
+  const float scale = std::min(picture.x / window.x, picture.y / window.y);
+  ImDrawData* data = ImGui::GetDrawData();
+  data->FramebufferScale = {scale, scale};
+  data->DisplaySize = {picture.x / scale, picture.y / scale};
+  data->DisplayPos = {(window.x - data->DisplaySize.x) / 2.0f, (window.y - data->DisplaySize.y) / 2.0f};
+  ImGui_ImplOpenGL3_RenderDrawData(data);
 }

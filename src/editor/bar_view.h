@@ -36,9 +36,9 @@ class BarView {
 
   /// One frame of the shown bars in a window of that size: the first bar at the left, the second at the right.
   BarActions Run(std::span<const TweakBar* const> bars, std::span<const Outline> outlines, int width, int height);
-  /// Draws the last frame that was run over the window, of whose pixels each takes that many of the picture. GL's state
-  /// is afterwards as it was.
-  void Draw(float pixelScale = 1.0f);
+  /// Draws the last frame that was run over a picture of that size, as large as the whole window fits into it, in its
+  /// middle. GL's state is afterwards as it was.
+  void Draw(int width, int height);
   /// Frees everything, the GL objects too; the next showing starts anew.
   void Shutdown();
 

@@ -129,7 +129,7 @@ const TweakBar* Editor::FindBarOf(std::string_view label, const TweakBar::Entry*
 
 void Editor::Draw() {
   const Renderer& renderer = GetRenderer();
-  if (IsShown() && renderer.IsDrawing()) view_.Draw(renderer.GetPixelScale());
+  if (IsShown() && renderer.IsDrawing()) view_.Draw(renderer.GetPictureWidth(), renderer.GetPictureHeight());
 }
 
 const TweakBar* Editor::FindBarAt(std::string_view path, const TweakBar::Entry** entry) const {

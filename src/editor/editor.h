@@ -87,8 +87,7 @@ class Editor {
   void AddComponent(std::string_view textName);
   void AddScript(const std::string& name);
   void Kill();
-  /// The first of the selected objects that are alive, and the one that was picked last, which no other stands in for;
-  /// null with a line when it is not there.
+  /// The objects that were picked first and last, for which no other stands in; null with a line when it is not there.
   GameObject* FirstSelected() const;
   GameObject* LastSelected() const;
 
@@ -103,7 +102,7 @@ class Editor {
   std::string fileName_;
   std::string archetypeName_;
   std::string textureName_;
-  float levelDuration_ = 0.0f;  // seconds
+  float levelDuration_ = 0.0f;  // game seconds
   std::string scriptName_;
   int componentToAdd_ = 0;
   std::string find_;

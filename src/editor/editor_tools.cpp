@@ -126,10 +126,9 @@ void Editor::FillPalette() {
 }
 
 GameObject* Editor::FirstSelected() const {
-  for (const std::uint32_t id : GetSelection())
-    if (GameObject* object = FindAlive(id)) return object;
-  Print("nothing is selected\n");
-  return nullptr;
+  GameObject* picked = GetSelection().empty() ? nullptr : FindAlive(GetSelection().front());
+  if (picked == nullptr) Print("nothing is selected\n");
+  return picked;
 }
 
 GameObject* Editor::LastSelected() const {

@@ -103,10 +103,6 @@ void Renderer::FitTarget(int width, int height) {
   if (width != targetWidth_ || height != targetHeight_) CreateSceneTarget(width, height);
 }
 
-float Renderer::GetPixelScale() const {
-  return static_cast<float>(targetWidth_) / static_cast<float>(GetPlatform().GetWindowRect().width);
-}
-
 void Renderer::CreateSceneTarget(int width, int height) {
   if (gl::HasContext() && (width > gl::MaxTextureSize() || height > gl::MaxTextureSize())) {
     ReportFramebufferStatus();

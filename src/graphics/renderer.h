@@ -38,8 +38,9 @@ class Renderer {
   void SetDrawing(bool drawing) { drawing_ = drawing; }
   /// Whether somebody could see what is drawn.
   bool IsDrawing() const { return drawing_ && gl::HasContext(); }
-  /// How many pixels of the picture a pixel of the platform's window takes.
-  float GetPixelScale() const;
+  /// Of the whole picture with its black edges, in pixels: the window's, or those of FitPicture.
+  int GetPictureWidth() const { return targetWidth_; }
+  int GetPictureHeight() const { return targetHeight_; }
 
   /// Loads, or loads again, one picture from Texture/.
   void LoadTexture(const std::string& name);

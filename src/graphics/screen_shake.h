@@ -11,5 +11,5 @@ class ScreenShake final : public Script {
 };
 
 /// Starts a shake along `direction`, in place of a running one. `magnitude` in world units, `decay` in units per
-/// second, `duration` in seconds of game time. A zero direction displaces nothing.
+/// game second, `duration` in game seconds. A zero direction displaces nothing.
 void StartShake(const Vec3& direction, float magnitude, float decay, float duration);

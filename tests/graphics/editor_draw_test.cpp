@@ -42,11 +42,11 @@ TEST(EditorDraw, ShowsTheBarsAndLeavesGlAsItWas) {
   bar.Add("value", &value);
   BarView view;
   const TweakBar* const bars[] = {&bar};
-  view.Draw();
+  view.Draw(OffscreenContext::kWidth, OffscreenContext::kHeight);
   EXPECT_EQ(context.ColourAt(0.1f, 0.9f), (std::array<int, 3>{255, 255, 255})) << "hidden";
   view.SetShown(true);
   for (int frame = 0; frame < 3; ++frame) view.Run(bars, {}, OffscreenContext::kWidth, OffscreenContext::kHeight);
-  view.Draw();
+  view.Draw(OffscreenContext::kWidth, OffscreenContext::kHeight);
   EXPECT_LT(context.ColourAt(0.1f, 0.9f)[0], 100) << "the bar's dark ground";
   EXPECT_EQ(GlState(), before);
   view.Shutdown();

@@ -35,7 +35,7 @@ Image ReadPng(const fs::path& file) {
   return picture;
 }
 
-// How different two colours look whose channels differ by so much: brightness counts double.
+// How different two colours look whose channels differ by so much: brightness counts most.
 double Distance(const std::array<double, 3>& d) {
   const double brightness = 0.299 * d[0] + 0.587 * d[1] + 0.114 * d[2];
   return std::abs(brightness) + 0.25 * std::abs(d[0] - brightness) + 0.25 * std::abs(d[2] - brightness);
@@ -60,6 +60,15 @@ double Compare(const Image& a, const Image& b, Image& shown) {
   return worst;
 }
 
+// What the build has made, and the levels as they are shipped, whatever has become of them beside the program.
+void LinkShippedData(const fs::path& folder) {
+  fs::create_directory(folder);
+  for (const auto& level : fs::directory_iterator(GameFolder()))
+    if (level.is_regular_file()) fs::create_symlink(level, folder / level.path().filename());
+  for (const auto& made : fs::directory_iterator(BuildFolder()))
+    if (const fs::path link = folder / made.path().filename(); !fs::exists(link)) fs::create_symlink(made, link);
+}
+
 }  // namespace
 
 TEST(Golden, ARunLooksAsItDid) {
@@ -72,8 +81,9 @@ TEST(Golden, ARunLooksAsItDid) {
   }
   const fs::path golden = fs::path(GameFolder()).parent_path() / "tests/golden";
   const fs::path left = fs::path(BuildFolder()) / "golden";
+  LinkShippedData(fs::current_path() / "data");
   FilmOptions options;
-  options.dataFolder = BuildFolder();
+  options.dataFolder = fs::current_path() / "data";
   options.boot = options.untilEnd = options.moments = true;
   options.inputFile = golden / "run.input";
   options.out = fs::current_path() / "seen";

@@ -29,6 +29,8 @@ class CameraCrew final : public RunObserver {
   void BeginFrame(int frame) override;
   void EndFrame(int frame) override;
 
+  /// The run is over: the line that tells how far it is goes.
+  void EndProgress() { progress_.End(); }
   /// Somebody asked the program to end, which ended the run.
   bool IsInterrupted() const { return interrupted_; }
   int CountPictures() const { return static_cast<int>(times_.size()); }

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 #include "tools/film/output.h"
@@ -19,9 +18,7 @@ class ContactSheet final : public Output {
         sheet_(columns * (width + kSheetGap) - kSheetGap, rows * (height + kSheetGap) - kSheetGap) {}
 
   std::string Open() override {
-    std::error_code error;
-    const std::filesystem::path folder = std::filesystem::path(file_).parent_path();
-    return std::filesystem::is_directory(folder, error) ? std::string{} : "there is no folder " + folder.string();
+    return WhyNotWritable(std::filesystem::path(file_).parent_path());
   }
   void AddPicture(const std::string& /*name*/, WindowPixels pixels) override {
     if (placed_ == cells_) return;

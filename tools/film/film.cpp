@@ -41,14 +41,23 @@ int CheckOptions(const FilmOptions& options) {
   if (options.out.empty() && !options.times) return RefuseUsage("--out says where the pictures go; --times needs none");
   if (options.frames < 0 && !options.untilEnd)
     return RefuseUsage("how long does it run? --to, --frames or --until-end");
+  if (options.moments && (options.every > 1 || options.rate > 0 || options.from > 0))
+    return RefuseUsage("--moments chooses its frames itself: without --from, --every and --fps");
+  if (options.rows > 0 && (options.every > 1 || options.rate > 0))
+    return RefuseUsage("a sheet's frames are evenly spaced: without --every and --fps");
   if (options.from > options.to) return RefuseUsage("--from is behind --to");
   if (options.moments && options.rows > 0) return RefuseUsage("--sheet and --moments exclude each other");
   if (options.rows > 0 && !IsPngName(options.out)) return RefuseUsage("--sheet makes one picture: --out FILE.png");
   if (IsFilm(options) && !IsGifName(options.out) && (options.width % 2 != 0 || options.height % 2 != 0))
     return RefuseUsage("a film's width and height must be even");
-  const bool folder = !HasFileEnding(options.out) || std::filesystem::is_directory(options.out);
+  std::error_code ignored;
+  const bool folder = !HasFileEnding(options.out) || std::filesystem::is_directory(options.out, ignored);
   if (options.rows == 0 && !IsFilm(options) && !folder)
-    return RefuseUsage("--out is a folder, or a FILE.webm, FILE.mp4 or FILE.gif");
+    return RefuseUsage(options.moments ? "--moments makes many pictures: --out is a folder for them"
+                                       : "--out is a folder, or a FILE.webm, FILE.mp4 or FILE.gif");
+  if ((options.rows > 0 || IsFilm(options)) && std::filesystem::exists(options.out, ignored) &&
+      !std::filesystem::is_regular_file(options.out, ignored))
+    return RefuseUsage("--out is there and is no file");
   if (options.columns * (options.width + kSheetGap) > kLongestSide ||
       options.rows * (options.height + kSheetGap) > kLongestSide)
     return RefuseUsage("a sheet has at most 8192 pixels each way");
@@ -99,20 +108,22 @@ void PrintTimes(const CameraCrew& crew) {
 }  // namespace
 
 int Film(FilmOptions options) {
+  Audio::SilenceLibraries();
   SetPrintTarget(stderr);
   if (options.frames < 0 && options.to >= 0) options.frames = std::min(options.to, kMostFrames - 1) + 1;
   InputScript input;
   if (const int result = ReadInput(options, input); result != 0) return result;
+  if (input.IsRecording()) options.frames = std::min(options.frames, input.CountFrames());
   FillIn(options);
   if (const int wrong = CheckOptions(options); wrong != 0) return wrong;
+  if (const int result = EnterDataFolder(options, input); result != 0) return result;
+  const bool lengthCounts = options.rows > 0 || Progress::IsSeen();
+  const int total = !options.untilEnd ? options.frames : lengthCounts ? MeasureRunLength(options, input) : 0;
   const FilmFormat format = IsFilm(options) ? ChooseFormat(options) : FilmFormat{};
   const auto output = MakeOutput(options, format);
   if (output) {
     if (const std::string error = output->Open(); !error.empty()) return FailFile(options.out, error);
   }
-  if (const int result = EnterDataFolder(options, input); result != 0) return result;
-  const bool lengthCounts = options.rows > 0 || Progress::IsSeen();
-  const int total = !options.untilEnd ? options.frames : lengthCounts ? MeasureRunLength(options, input) : 0;
 
   const Lens lens = ChooseLens(options);
   OffscreenGl gl;
@@ -126,6 +137,9 @@ int Film(FilmOptions options) {
   CameraCrew crew(lens, PlanFrames(options, total), moments ? &*moments : nullptr, output.get(), format.sound, total);
   int result = run.Go(crew);
   if (result == kWrongUsage) return result;
+  crew.EndProgress();
+  if (moments && moments->CountWaiting() > 0)
+    std::fprintf(stderr, "the run ended before %zu moments could be seen\n", moments->CountWaiting());
   if (crew.IsInterrupted()) return FailFile(options.out, "interrupted after frame " + std::to_string(run.GetFrames()));
   if (crew.CountPictures() == 0)
     result = FailFile(options.out, "no frame was filmed: the run ended after " + std::to_string(run.GetFrames()));

@@ -20,7 +20,6 @@ struct FilmOptions : RunOptions {
 };
 
 inline constexpr int kLongestSide = 8192;  ///< pixels, of a picture and of a sheet
-inline constexpr int kMostSheetPictures = 10000;
 
 /// Returns the exit code: 0, 1 for what cannot be read, drawn or written, 2 for wrong options or a wrong input file.
 int Film(FilmOptions options);

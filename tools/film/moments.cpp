@@ -15,7 +15,7 @@ struct Sight {
 };
 constexpr Sight kSights[] = {
     {"screen podium", 0},  // where a run to the end ends
-    {"screen ", 90},      {"segment begin ", 150}, {"objective begin ", 60}, {"stun ", 10}, {"menu open ", 5},
+    {"screen ", 90},      {"segment begin ", 150}, {"objective begin ", 60}, {"stun ", 10}, {"menu open ", 2},
 };
 
 const Sight* FindSight(std::string_view text) {
@@ -35,6 +35,9 @@ std::string FileName(int frame, std::string_view text) {
 }  // namespace
 
 void Moments::OnEvent(std::string_view text) {
+  // A picture of a menu that has gone would show the stage.
+  if (text.starts_with("menu close "))
+    std::erase_if(waiting_, [](const Moment& moment) { return moment.name.find("-menu-") != std::string::npos; });
   const Sight* sight = FindSight(text);
   if (sight == nullptr) return;
   waiting_.push_back({frame_ + sight->delay, FileName(frame_, text)});

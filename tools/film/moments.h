@@ -24,6 +24,8 @@ class Moments final : public RunLogListener {
   bool IsDue() const;
   /// The names of those that this frame shows, for files: its number, then the event's words. They are done with.
   std::vector<std::string> TakeDue();
+  /// Those that nobody has seen yet.
+  std::size_t CountWaiting() const { return waiting_.size(); }
 
  private:
   struct Moment {

@@ -14,7 +14,8 @@ OffscreenGl::~OffscreenGl() {
 }
 
 std::string OffscreenGl::Open(int width, int height) {
-  SDL_SetHint(SDL_HINT_VIDEODRIVER, "offscreen");
+  // Whatever the environment asks for, which is meant for games.
+  SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, "offscreen", SDL_HINT_OVERRIDE);
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return SDL_GetError();
   window_ = SDL_CreateWindow("", 0, 0, width, height, SDL_WINDOW_OPENGL);
   if (window_ == nullptr) return SDL_GetError();

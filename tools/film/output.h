@@ -25,6 +25,9 @@ class Output {
   virtual std::string Finish() = 0;
 };
 
+/// Why no file can be made in that folder, or empty.
+std::string WhyNotWritable(const std::string& folder);
+
 /// Each picture as NAME.png in a folder, which is made when it is not there.
 std::unique_ptr<Output> MakePictureFolder(const std::string& folder);
 

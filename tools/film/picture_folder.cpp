@@ -1,3 +1,7 @@
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -16,7 +20,7 @@ class PictureFolder final : public Output {
   std::string Open() override {
     std::error_code error;
     std::filesystem::create_directory(folder_, error);
-    return error ? "no folder that can be made: " + error.message() : std::string{};
+    return error ? "no folder that can be made: " + error.message() : WhyNotWritable(folder_);
   }
   void AddPicture(const std::string& name, WindowPixels pixels) override {
     worker_.Add([file = folder_ + "/" + name + ".png", pixels = std::move(pixels)] {
@@ -35,3 +39,8 @@ class PictureFolder final : public Output {
 }  // namespace
 
 std::unique_ptr<Output> MakePictureFolder(const std::string& folder) { return std::make_unique<PictureFolder>(folder); }
+
+std::string WhyNotWritable(const std::string& folder) {
+  if (::access(folder.c_str(), W_OK | X_OK) == 0) return {};
+  return "no file can be made in " + folder + ": " + std::strerror(errno);
+}

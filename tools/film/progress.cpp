@@ -13,8 +13,9 @@ constexpr char kClear[] = "\r\033[K";
 
 Progress::Progress(int total) : total_(total) {}
 
-Progress::~Progress() {
+void Progress::End() {
   if (shown_) std::fputs(kClear, stderr);
+  shown_ = false;
 }
 
 bool Progress::IsSeen() { return ::isatty(STDERR_FILENO) != 0; }

@@ -9,8 +9,9 @@ class Progress {
   explicit Progress(int total);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
-  /// Ends the line.
-  ~Progress();
+  ~Progress() { End(); }
+  /// Takes the line away.
+  void End();
 
   static bool IsSeen();
   void Show(int frames);

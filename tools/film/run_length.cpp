@@ -6,17 +6,22 @@
 
 #include <cerrno>
 
+#include "tools/simulate/data_folder.h"
+
 namespace {
 
 // What the run prints is printed by the run that is seen.
 [[noreturn]] void RunAndTell(const RunOptions& options, const InputScript& input, int pipe) {
   const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
   if (nowhere < 0 || ::dup2(nowhere, STDOUT_FILENO) < 0 || ::dup2(nowhere, STDERR_FILENO) < 0) ::_exit(1);
+  // What it saves must not be there for the run that is seen.
+  if (!EnterOverlay().empty()) ::_exit(1);
   GameRun run(options, input, stdout, nullptr);
   run.Start(Audio::Output::kNone);
   RunObserver nobody;
   const int result = run.Go(nobody);
   const int frames = run.GetFrames();
+  LeaveOverlay();
   const bool told = ::write(pipe, &frames, sizeof frames) == sizeof frames;
   ::_exit(result == 0 && told ? 0 : 1);
 }

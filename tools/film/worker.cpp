@@ -8,7 +8,7 @@ Worker::~Worker() { Finish(); }
 
 void Worker::Add(Job job) {
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [this] { return room_ == 0 || jobs_.size() < room_ || !error_.empty(); });
+  changed_.wait(lock, [this] { return jobs_.size() < room_ || !error_.empty(); });
   if (!error_.empty()) return;
   jobs_.push_back(std::move(job));
   changed_.notify_all();

@@ -14,7 +14,7 @@ class Worker {
   /// What went wrong, or empty.
   using Job = std::function<std::string()>;
 
-  /// `room` jobs may wait; 0 for any number.
+  /// `room` jobs may wait; at least 1.
   explicit Worker(std::size_t room);
   Worker(const Worker&) = delete;
   Worker& operator=(const Worker&) = delete;

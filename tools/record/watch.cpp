@@ -115,7 +115,7 @@ class Viewer final : public RunObserver, private EventRouter {
 
   void ChangeSpeed(int by) {
     speed_ = std::clamp(speed_ + by, kSlowest, kFastest);
-    std::fprintf(stderr, speed_ < 0 ? "a %dth of the speed\n" : "%d times the speed\n", 1 << std::abs(speed_));
+    std::fprintf(stderr, speed_ < 0 ? "1/%d of the speed\n" : "%d times the speed\n", 1 << std::abs(speed_));
   }
 
   System& window_;

@@ -1,7 +1,10 @@
 #include "tools/simulate/data_folder.h"
 
+#include <signal.h>
 #include <stdlib.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cinttypes>
 #include <cstdio>
 #include <filesystem>
@@ -18,6 +21,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr char kAutosaves[] = "autosaves";
+constexpr std::string_view kOverlay = "brinewhirl-data-";
 constexpr std::string_view kPutAside = ".mine";  // what a build keeps of a level maker's file under a shipped name
 
 // Text of the game's own format; empty for any other file.
@@ -39,6 +43,18 @@ void LinkAll(const fs::path& from, const fs::path& into, std::error_code& error)
   }
 }
 
+// Those of programs that were killed.
+void RemoveLeftOver(const fs::path& place) {
+  std::error_code error;
+  for (fs::directory_iterator entry(place, error), end; !error && entry != end; entry.increment(error)) {
+    const std::string name = entry->path().filename();
+    if (!name.starts_with(kOverlay)) continue;
+    const int owner = std::atoi(name.c_str() + kOverlay.size());
+    std::error_code ignored;
+    if (owner > 0 && ::kill(owner, 0) != 0 && errno == ESRCH) fs::remove_all(entry->path(), ignored);
+  }
+}
+
 // Goes with the program.
 class Overlay {
  public:
@@ -55,8 +71,10 @@ class Overlay {
 
   std::error_code Make() {
     std::error_code error;
-    std::string pattern = (fs::temp_directory_path(error) / "brinewhirl-XXXXXX").string();
+    const fs::path place = fs::temp_directory_path(error);
     if (error) return error;
+    RemoveLeftOver(place);
+    std::string pattern = (place / (std::string(kOverlay) + std::to_string(::getpid()) + "-XXXXXX")).string();
     if (::mkdtemp(pattern.data()) == nullptr) return {errno, std::generic_category()};
     path_ = pattern;
     const fs::path data = fs::current_path(error);

@@ -1,10 +1,10 @@
 #include "tools/simulate/run.h"
 
+#include <array>
 #include <chrono>
 #include <cinttypes>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <system_error>
 
 #include "build_world.h"
@@ -25,14 +25,21 @@
 
 namespace {
 
-bool ReadText(const std::string& path, std::string& text) {
+// Some hours of four pads that are never still.
+constexpr std::size_t kMostInputBytes = 1 << 28;
+constexpr std::size_t kPiece = 1 << 16;
+
+// What went wrong, or empty.
+std::string ReadText(const std::string& path, std::string& text) {
   std::error_code error;
   std::ifstream file(path, std::ios::binary);
-  if (!file || std::filesystem::is_directory(path, error)) return false;
-  std::ostringstream all;
-  all << file.rdbuf();
-  text = all.str();
-  return true;
+  if (!file || std::filesystem::is_directory(path, error)) return "cannot be read";
+  std::array<char, kPiece> piece;
+  while (file.read(piece.data(), piece.size()), file.gcount() > 0) {
+    if (text.size() > kMostInputBytes) return "has more than 256 MB, which is no input";
+    text.append(piece.data(), static_cast<std::size_t>(file.gcount()));
+  }
+  return {};
 }
 
 // As the game reads it, which then has it already.
@@ -56,8 +63,8 @@ int RefuseUsage(const char* why) {
 int ReadInput(RunOptions& options, InputScript& input) {
   if (options.inputFile.empty()) return 0;
   std::string text;
-  if (!ReadText(options.inputFile, text)) return FailFile(options.inputFile, "cannot be read");
-  std::string error;
+  std::string error = ReadText(options.inputFile, text);
+  if (!error.empty()) return FailFile(options.inputFile, error);
   if (!input.Parse(text, error)) {
     FailFile(options.inputFile, error);
     return kWrongUsage;
