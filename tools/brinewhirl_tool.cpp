@@ -93,10 +93,14 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
       ->check(CLI::Range(1, kMostMatches))
       ->excludes(run.level)
       ->excludes(run.boot);
+  run.howLong
+      ->add_option("--until", options.frames, "The same as --frames: how many frames to run, to --save what is there")
+      ->check(CLI::Range(0, std::numeric_limits<int>::max()));
   run.howLong->require_option(0, 1);
   command->add_option("--trace", options.traceFile,
                       "Write contacts, overlaps, events and objects; - for standard output");
   command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);
+  command->add_flag("--check", options.check, "Stop at the first frame in which something does not hold that must");
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
   command->callback([&] {
     CompleteRun(options);

@@ -269,6 +269,11 @@ void SetBusMuted(std::string_view name, bool muted) {
   if (Studio::System* studio = GetStudio()) CheckResult(studio->SetMute(BusOf(name), muted));
 }
 
+bool HasRoom() {
+  const Studio::System* studio = GetStudio();
+  return studio == nullptr || studio->CountInstances() < Studio::System::kInstances;
+}
+
 void HoldOutput(bool held) {
   if (Studio::System* studio = GetStudio()) CheckResult(studio->HoldOutput(held));
 }

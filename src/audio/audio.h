@@ -75,6 +75,8 @@ void StopLongLived(Sound id);
 void SetBusPaused(std::string_view name, bool paused);
 void SetBusMuted(std::string_view name, bool muted);
 
+/// Whether another sound could be started: what has ended makes room for it. True without sound.
+bool HasRoom();
 /// While held, the device is let go as if it had been pulled out; afterwards it is looked for again.
 void HoldOutput(bool held);
 /// Once a frame.

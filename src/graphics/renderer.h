@@ -14,7 +14,7 @@
 #include "graphics/gl.h"
 #include "graphics/meshes.h"
 #include "graphics/shader_program.h"
-#include "graphics/texture_file.h"
+#include "graphics/texture_upload.h"
 #include "graphics/viewport.h"
 #include "physics/math/vec3.h"
 

@@ -1,4 +1,5 @@
-// The table of the four players, and who flies them. Player index 0 to 3; objects are kept by ID, which survives a restart.
+// The table of the four players, and who flies them. Player index 0 to 3; objects are kept by ID, which survives a
+// restart.
 #pragma once
 
 #include <cstdint>

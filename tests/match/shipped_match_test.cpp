@@ -6,6 +6,7 @@
 
 #include "graphics/sprite_text.h"
 #include "match_scene.h"
+#include "tools/simulate/run_check.h"
 
 // Four pilots rest against the walls when the piece begins around them, and are inside its ring at its end.
 TEST(ShippedMatch, RingsLetOutWhoStoodAtTheWall) {
@@ -35,8 +36,10 @@ TEST(ShippedMatch, RunsToThePodiumByItsRules) {
   SetDemoMode(true);
   std::map<std::string, int> frames;  // in which it was said last
   int credited = 0;
+  RunCheck check;
   while (!frames.contains("screen podium") && match.frame < 20000) {
     match.Run(1);
+    ASSERT_EQ(check.Check(), "") << "frame " << match.frame;
     for (const std::string& text : match.log) {
       frames[text] = match.frame;
       if (text.starts_with("points ") && GetPlayerObject(0) != nullptr)

@@ -17,9 +17,7 @@ class ContactSheet final : public Output {
         cells_(rows * columns),
         sheet_(columns * (width + kSheetGap) - kSheetGap, rows * (height + kSheetGap) - kSheetGap) {}
 
-  std::string Open() override {
-    return WhyNotWritable(std::filesystem::path(file_).parent_path());
-  }
+  std::string Open() override { return WhyNotWritable(std::filesystem::path(file_).parent_path()); }
   void AddPicture(const std::string& /*name*/, WindowPixels pixels) override {
     if (placed_ == cells_) return;
     worker_.Add([this, place = placed_++, pixels = std::move(pixels)] {

@@ -9,8 +9,9 @@ struct SimulateOptions : RunOptions {
   std::string traceFile;  ///< empty: none; "-": standard output
   std::string saveName;   ///< empty: none; a plain name in the data folder
   std::string wavFile;    ///< the run's sound; empty: none
+  bool check = false;     ///< stop where something does not hold that must
 };
 
 /// Files are meant relative to the working folder of the call. Returns the exit code: 0, 1 for what cannot be read or
-/// written, 2 for a wrong input file.
+/// written or does not hold, 2 for a wrong input file.
 int Simulate(SimulateOptions options);

@@ -25,7 +25,6 @@ constexpr int kVoicesOfAnEvent = 4;
 constexpr std::uint64_t kUpdatesBetweenStarts = 3;  // contacts can fire in every sub-step of a frame
 constexpr int kFadeOutUpdates = 12;                 // 0.2 s
 constexpr int kRestartUpdates = 4;                  // 67 ms for what an instance leaves behind when it starts again
-constexpr std::size_t kInstances = 128;
 constexpr unsigned kIndexBits = 8;  // of an instance's handle; the rest counts how often its place was used
 constexpr std::array<std::string_view, 2> kBusPaths = {"bus:/SFX", "bus:/Music"};  // by category
 
@@ -58,7 +57,7 @@ struct System::State {
   bool outputHeld = false;
   std::uint64_t updates = 0;
   Catalogue catalogue;
-  std::array<Instance, kInstances> instances;
+  std::array<Instance, System::kInstances> instances;
   std::array<BusState, kBusPaths.size()> buses;
 
   Event* Find(EventDescription description);
@@ -320,6 +319,12 @@ Result System::SetPaused(Bus bus, bool paused) {
   if (state == nullptr) return Result::kInvalidHandle;
   state->paused = paused;
   return Result::kOk;
+}
+
+std::size_t System::CountInstances() const {
+  const std::lock_guard lock(state_->mutex);
+  const auto& all = state_->instances;
+  return static_cast<std::size_t>(std::count_if(all.begin(), all.end(), [](const Instance& i) { return i.used; }));
 }
 
 Result System::HoldOutput(bool held) {

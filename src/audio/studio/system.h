@@ -38,6 +38,8 @@ enum class VoiceUse {
 
 class System {
  public:
+  static constexpr std::size_t kInstances = 128;
+
   System();
   System(const System&) = delete;
   System& operator=(const System&) = delete;
@@ -80,6 +82,8 @@ class System {
   Result SetMute(Bus bus, bool mute);
   Result SetPaused(Bus bus, bool paused);
 
+  /// Instances that somebody holds or that still sound, of at most kInstances.
+  std::size_t CountInstances() const;
   /// While held, there is no output, as if the device had gone; then one is looked for at once. Nothing for loopback.
   Result HoldOutput(bool held);
   /// Once a frame: loudness moves on, music is decoded ahead, what has ended is freed, outputs come and go.

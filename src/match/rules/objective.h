@@ -40,8 +40,8 @@ class Objective {
   bool IsActive() const { return active_; }
 
   std::string explanatoryText;  ///< the title; it explains nothing
-  std::string typeName;  ///< the factory's name for it; set by CreateObjective
-  int runtime;           ///< seconds of game time; files do not hold it except for "NULL"
+  std::string typeName;         ///< the factory's name for it; set by CreateObjective
+  int runtime;                  ///< seconds of game time; files do not hold it except for "NULL"
 
  protected:
   /// The "Objective" line by which the manager's reader finds the type again.

@@ -11,7 +11,6 @@ class InsertClassNameHere final : public Script {
   void AddToTweakBar(FieldBar& bar) override { bar.AddEmptyGroup(GetName()); }
   const char* GetName() const override { return "InsertName"; }
 
-
  private:
   bool started_ = false;
 };

@@ -1,4 +1,4 @@
-#include "graphics/texture_file.h"
+#include "graphics/texture_upload.h"
 
 #include <SOIL/SOIL.h>
 
