@@ -49,6 +49,7 @@ Editor& GetEditor() {
 
 void Editor::Init() {
   Shutdown();
+  Input::GetPointer().onBars = false;
   fileName_ = "Enter File Name Here";
   archetypeName_ = "Enter Archetype Name Here";
   textureName_ = "Enter Texture Name Here";
@@ -83,6 +84,7 @@ bool Editor::HandleShortcut(const SDL_Event& event) {
 void Editor::Toggle() {
   view_.SetShown(!IsShown());
   GetPlatform().ShowPointer(IsShown());
+  Input::GetPointer().onBars = IsShown();
   drag_.Stop(history_);
   history_.CloseStep();
 }

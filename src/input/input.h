@@ -64,6 +64,7 @@ struct Pointer {
   int mouseY = 0;
   float worldX = 0.0f;
   float worldY = 0.0f;
+  bool onBars = false;  ///< the editor's bars are shown, and the mouse is theirs
 };
 Pointer& GetPointer();
 

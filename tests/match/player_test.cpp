@@ -4,6 +4,7 @@
 
 #include "core/event.h"
 #include "core/script_box.h"
+#include "input/input.h"
 #include "match/player/character_controller.h"
 #include "match/player/force_currency.h"
 #include "match/player/force_events.h"
@@ -100,6 +101,42 @@ TEST_F(PlayerTest, WhoFliesDependsOnThePadsAndAStunDropsTheCharge) {
   FindController(Find("Player2"))->stunned = false;
   Run(2);
   EXPECT_EQ(TakeLaunches("Player2"), 0);
+}
+
+// From its first press on the mouse aims and charges; keys hop beside it as they did, and a pad takes the seat from a
+// mouse that charges. With the editor's bars shown a press is theirs.
+TEST_F(PlayerTest, WithoutAPadTheMouseIsTheFirstSeat) {
+  Input::EnableMouse();
+  PositionOf(Find("Player1")) = {};
+  platform.PushMouse(640, 100);  // straight above the middle
+  Run(2);
+  EXPECT_TRUE(FindPictures("aimmark.png").empty());
+  platform.PushClick(SDL_BUTTON_LEFT, true);
+  Run(18);
+  EXPECT_EQ(CountChargePictures(), 2u);
+  EXPECT_EQ(FindPictures("aimmark.png").size(), 1u);
+  platform.PushClick(SDL_BUTTON_LEFT, false);
+  Run(1);
+  EXPECT_NEAR(VelocityOf("Player1").y, 4.0f * kFrameDamping, 0.01f);
+  EXPECT_NEAR(VelocityOf("Player1").x, 0.0f, 0.1f);
+  SetKey('d', true);
+  Run(1);
+  EXPECT_NEAR(VelocityOf("Player1").x, 3.0f * kFrameDamping, 0.002f);
+  EXPECT_EQ(TakeLaunches("Player1"), 2);
+  platform.PushClick(SDL_BUTTON_LEFT, true);
+  Run(3);
+  platform.ConnectPad(0, true);
+  Run(3);
+  EXPECT_EQ(CountChargePictures() + FindPictures("aimmark.png").size(), 0u);
+  platform.ConnectPad(0, false);
+  platform.PushClick(SDL_BUTTON_LEFT, false);
+  Run(1);
+  Input::GetPointer().onBars = true;
+  platform.PushClick(SDL_BUTTON_LEFT, true);
+  Run(3);
+  EXPECT_EQ(CountChargePictures() + FindPictures("aimmark.png").size(), 0u);
+  EXPECT_EQ(TakeLaunches("Player1"), 0);
+  Input::Reset();
 }
 
 // The dead players are updated once more beside the new ones, and must not act.

@@ -71,6 +71,7 @@ void CharacterController::Update(float step) {
   const Gamepad& pad = Input::GetGamepad(controller_);
   autoPlay_ = !pad.IsConnected() && (controller_ != 0 || IsDemoMode());
   ReadDeveloperKeys();
+  SeatMouse(pad);
   ReadAim(pad);
   if (ignoreStuns_) stunned = false;
   if (stunned) {
@@ -80,10 +81,7 @@ void CharacterController::Update(float step) {
   }
   TurnTo(*owner, (std::atan2(aim_.y, aim_.x) - kPictureAngle + kPi) * 0.5f);
   if (autoPlay_) {
-    if (chargeRules_.charging) {  // the pad was pulled while its player charged
-      chargeRules_.Drop();
-      Audio::StopCharge(controller_);
-    }
+    DropCharge();  // the pad was pulled while its player charged
     FlyByComputer(step);
     return;
   }
@@ -92,11 +90,30 @@ void CharacterController::Update(float step) {
   FlyByPad(pad);
 }
 
+void CharacterController::DropCharge() {
+  if (!chargeRules_.charging) return;
+  chargeRules_.Drop();
+  Audio::StopCharge(controller_);
+}
+
+// Whoever sits down at a pad takes the seat, and what the mouse has charged is lost.
+void CharacterController::SeatMouse(const Gamepad& pad) {
+  if (controller_ == 0 && charge_ && !autoPlay_ && !pad.IsConnected()) {
+    mouse_.Update();
+    return;
+  }
+  if (mouse_.IsHeld()) DropCharge();
+  mouse_.Leave();
+}
+
 void CharacterController::FlyByPad(const Gamepad& pad) {
   const Flight flight = {*owner, currencyName_, controller_, aim_};
-  if (charge_)
-    chargeRules_.Fly(pad, flight);
-  else if (budgetRules_.Fly(pad, flight))
+  if (charge_) {
+    const bool charged = chargeRules_.charging;
+    chargeRules_.Fly(pad.IsTriggerHeld() || mouse_.IsHeld(), flight);
+    // Keys hop with what is left of a charge, and beside the mouse they shall go on as they are.
+    if (mouse_.HasJoined() && charged && !chargeRules_.charging) chargeRules_.force = ChargeRules::kFullCharge;
+  } else if (budgetRules_.Fly(pad, flight))
     Launch(aim_);
 }
 
@@ -116,6 +133,8 @@ void CharacterController::ReadAim(const Gamepad& pad) {
     lastAim_ = aim_;
   else
     aim_ = lastAim_;
+  if (mouse_.HasJoined() && !Input::GetPointer().onBars)
+    aim_ = lastAim_ = MouseSeat::AimFrom(owner->GetTransform().position, lastAim_);
 }
 
 void CharacterController::Launch(const Vec3& velocity) {

@@ -9,6 +9,7 @@
 #include "input/gamepad.h"
 #include "match/player/budget_rules.h"
 #include "match/player/charge_rules.h"
+#include "match/player/mouse_seat.h"
 #include "match/score/point_earner.h"
 #include "physics/math/vec3.h"
 
@@ -42,6 +43,8 @@ class CharacterController final : public Script, public PointEarner {
   void FlyByComputer(float step);
   void FlyByKeyboard();
   void FlyByPad(const Gamepad& pad);
+  void SeatMouse(const Gamepad& pad);
+  void DropCharge();
   /// What a launch may use up: the charge, or what is left of the budget.
   float& Force() { return charge_ ? chargeRules_.force : budgetRules_.force; }
 
@@ -50,6 +53,7 @@ class CharacterController final : public Script, public PointEarner {
   std::uint32_t scoreObjectId_ = 0;
   ChargeRules chargeRules_;
   BudgetRules budgetRules_;
+  MouseSeat mouse_;
   bool autoPlay_ = true;
   bool freeLaunch_ = false;  // developer toggle
   bool keyboardEnabled_ = false;

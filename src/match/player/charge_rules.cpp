@@ -9,8 +9,8 @@
 #include "core/transform.h"
 #include "match/player/force_events.h"
 
-void ChargeRules::Fly(const Gamepad& pad, const Flight& flight) {
-  if (pad.IsTriggerHeld()) {
+void ChargeRules::Fly(bool held, const Flight& flight) {
+  if (held) {
     if (!charging) Begin(flight);
     const float angle = std::atan2(flight.aim.y, flight.aim.x);
     flight.aim = Normalised(flight.aim);

@@ -2,19 +2,21 @@
 // stick with what was charged. The gauge fills the charge and pays it out.
 #pragma once
 
-#include "input/gamepad.h"
 #include "match/player/charge_display.h"
 #include "match/player/flight.h"
 
 class ChargeRules {
  public:
-  /// One frame in which the player has control. The launch comes back from the gauge, inside this call.
-  void Fly(const Gamepad& pad, const Flight& flight);
+  static constexpr float kFullCharge = 10.0f;
+
+  /// One frame in which the player has control; `held`: the trigger is. The launch comes back from the gauge, inside
+  /// this call.
+  void Fly(bool held, const Flight& flight);
   /// Ends a charge without a launch; nothing when there is none. Its sound goes on.
   void Drop();
 
-  bool charging = false;  ///< a charge is running
-  float force = 10.0f;    ///< the charge as the gauge last reported it
+  bool charging = false;      ///< a charge is running
+  float force = kFullCharge;  ///< the charge as the gauge last reported it
 
  private:
   void Begin(const Flight& flight);
