@@ -1,5 +1,7 @@
 #include "graphics/basic_particle_emitter.h"
 
+#include <algorithm>
+
 #include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/random.h"
@@ -8,7 +10,7 @@
 
 namespace {
 
-constexpr float kFadeFrom = 1.0f;  // seconds of life left
+constexpr float kLongestFade = 1.0f;  // game seconds
 
 float RandomBetween(float low, float high) { return low == high ? low : low + RandomUpTo(high - low); }
 
@@ -36,8 +38,8 @@ void ReadFlat(Serializer& reader, Vec3& v) {
 
 void BasicParticleEmitter::Update(float step) {
   FitPool();
-  spawnTimer_ -= step;
-  if (spawnTimer_ <= 0.0f && !particles_.empty()) Spawn();
+  spawnTimer -= step;
+  if (spawnTimer <= 0.0f && !particles_.empty()) Spawn();
   Move(step);
   ParticleEmitter::Update(step);
 }
@@ -45,6 +47,7 @@ void BasicParticleEmitter::Update(float step) {
 void BasicParticleEmitter::Resize(int size) {
   velocities_.resize(static_cast<std::size_t>(size));
   accelerations_.resize(static_cast<std::size_t>(size));
+  fadeTimes_.resize(static_cast<std::size_t>(size), kLongestFade);
 }
 
 std::size_t BasicParticleEmitter::TakeSlot() {
@@ -65,19 +68,21 @@ void BasicParticleEmitter::Spawn() {
   particle.colour[3] = 1.0f;
   particle.position = owner->GetTransform().position + RandomBetween(startingPositionMin, startingPositionMax);
   particle.life = RandomBetween(minLifespan, maxLifeSpan);
+  fadeTimes_[slot] = std::min(kLongestFade, particle.life);
   particle.scale.x = particle.scale.y = RandomBetween(minScale.x, maxScale.x);
   velocities_[slot] = RandomBetween(minVelocity, maxVelocity);
   accelerations_[slot] = RandomBetween(minAcceleration, maxAcceleration);
-  spawnTimer_ = RandomBetween(spawnIntervalMin, spawnIntervalMax);
+  spawnTimer = RandomBetween(spawnIntervalMin, spawnIntervalMax);
 }
 
+// A short life fades over its whole length, so only what is new is as solid as can be.
 void BasicParticleEmitter::Move(float step) {
   for (std::size_t i = 0; i < particles_.size(); ++i) {
     Particle& particle = particles_[i];
     if (!(particle.life > 0.0f)) continue;
     velocities_[i] += accelerations_[i] * step;
     particle.position += velocities_[i] * step;
-    particle.colour = {colour[0], colour[1], colour[2], particle.life < kFadeFrom ? 1.0f - step : 1.0f};
+    particle.colour = {colour[0], colour[1], colour[2], std::min(1.0f, particle.life / fadeTimes_[i])};
   }
 }
 

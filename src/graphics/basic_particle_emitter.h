@@ -24,8 +24,9 @@ class BasicParticleEmitter final : public ParticleEmitter {
   Vec3 maxScale = {1.0f, 1.0f, 0.0f};
   float spawnIntervalMin = 0.1f;  ///< game seconds; a new particle an update at most
   float spawnIntervalMax = 0.1f;
-  float minLifespan = 5.0f;  ///< game seconds
+  float minLifespan = 5.0f;  ///< game seconds; in its last one a particle fades
   float maxLifeSpan = 5.0f;
+  float spawnTimer = 0.1f;  ///< game seconds to the next particle; not kept in files
 
  private:
   void Resize(int size) override;
@@ -35,5 +36,5 @@ class BasicParticleEmitter final : public ParticleEmitter {
 
   std::vector<Vec3> velocities_;     // by slot
   std::vector<Vec3> accelerations_;  // by slot
-  float spawnTimer_ = 0.1f;          // game seconds to the next particle
+  std::vector<float> fadeTimes_;     // by slot; game seconds before its end from which a particle fades
 };

@@ -18,8 +18,9 @@ constexpr FT_ULong kLastCode = 127;
 // A damaged font can ask for a bitmap of any size; a sound glyph is about as large as the font.
 constexpr FT_Pos kMaxGlyphSide = FT_Pos{8} * Font::kPixels;
 constexpr int kFixedPoint = 6;  // FreeType's 26.6 numbers
-// Empty pixels around every bitmap: filtering reaches half a pixel past its edge, where the neighbour would show.
-constexpr int kMargin = 1;
+// Empty pixels around every bitmap: the text shader lays a rim of almost as many round the ink, and filtering reaches
+// half a pixel farther, where the neighbour would show.
+constexpr int kMargin = 6;
 
 void* Allocate(FT_Memory /*memory*/, long size) {
   return size <= kMaxBlock ? std::malloc(static_cast<std::size_t>(size)) : nullptr;

@@ -199,6 +199,7 @@ void Renderer::ComposeScreen() {
   const float frameTime = screenTime_;
   screenTime_ += kClockStep;
   waveTime_ += kClockStep;
+  gl::SetEnabled(GL_DEPTH_TEST, false);  // on in the first frame alone, seen or not
   if (!IsDrawing()) return;
   inScene_ = nullptr;
   shown_ = true;
@@ -207,7 +208,6 @@ void Renderer::ComposeScreen() {
   gl::ClearColor(0.0f, 0.0f, 0.0f, 1.0f);
   gl::Clear(GL_COLOR_BUFFER_BIT);
   const ShaderProgram& program = GetShader(screenShaderName_);
-  gl::SetEnabled(GL_DEPTH_TEST, false);
   gl::SetEnabled(GL_BLEND, false);
   // With program 0 a compatibility context would draw a white quad; the cleared window stays instead.
   if (!program.linked) return;

@@ -106,7 +106,7 @@ TEST_F(EmitterTest, AFullPoolLosesItsFirstAndAGoneOneIsReplaced) {
   }
 }
 
-TEST_F(EmitterTest, TakesItsTintAndFadesByAStepInItsLastSecond) {
+TEST_F(EmitterTest, TakesItsTintAndFadesInItsLastSecondOrOverAShorterLife) {
   MakeSteady();
   emitter.spawnIntervalMin = emitter.spawnIntervalMax = 100.0f;
   emitter.minLifespan = emitter.maxLifeSpan = 1.005f;
@@ -114,7 +114,14 @@ TEST_F(EmitterTest, TakesItsTintAndFadesByAStepInItsLastSecond) {
   Age(12);
   EXPECT_EQ(emitter.GetPool()[0].colour, (std::array<float, 4>{0.25f, 0.5f, 0.75f, 1.0f}));
   Age(50);
-  EXPECT_FLOAT_EQ(emitter.GetPool()[0].colour[3], 1.0f - kStep);
+  EXPECT_FLOAT_EQ(emitter.GetPool()[0].colour[3], emitter.GetPool()[0].life + kStep);
+  EXPECT_LT(emitter.GetPool()[0].colour[3], 0.6f);
+  emitter.minLifespan = emitter.maxLifeSpan = 2.0f * kStep;
+  emitter.spawnTimer = 0.0f;
+  Age(1);
+  EXPECT_EQ(emitter.GetPool()[1].colour[3], 1.0f) << "what is new is solid";
+  Age(1);
+  EXPECT_FLOAT_EQ(emitter.GetPool()[1].colour[3], 0.5f);
 }
 
 // A number in a file must not decide how much memory is taken, neither alone nor many times over.

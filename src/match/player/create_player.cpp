@@ -29,22 +29,25 @@ GameObject& AddCoreObject(const std::string& name, const std::string& image) {
   return object;
 }
 
-// One bubble an update, just as large as the collider: at rest they lie on one another and make the octopus a clear
-// coloured bubble, in flight they draw a comet. All ranges are points, so no random number is drawn.
-std::unique_ptr<BasicParticleEmitter> MakeBubbles(int player) {
-  constexpr float kLife = 0.1f;  // game seconds
-  auto bubbles = std::make_unique<BasicParticleEmitter>();
-  bubbles->textureName = "particlebubble.png";
-  bubbles->maxParticles = 16;  // more than live at a time
+// The emitter paints the body: the newest particle is the body itself, with its mantle as large as the collider, and
+// what it leaves behind in flight is the tail of a comet. One an update, and the first at once: a title that stops the
+// game clock must not hide anybody. All ranges are points, so no random number is drawn.
+std::unique_ptr<BasicParticleEmitter> MakeBody(int player) {
+  constexpr float kLife = 0.07f;      // game seconds
+  constexpr float kPicture = 1.753f;  // world units, of which the mantle takes the collider's diameter
+  auto body = std::make_unique<BasicParticleEmitter>();
+  body->textureName = "particlebubble.png";
+  body->maxParticles = 16;  // more than live at a time
   const PlayerColour& colour = kPlayerColours[static_cast<std::size_t>(player)];
-  bubbles->colour = {colour.r / kFullColour, colour.g / kFullColour, colour.b / kFullColour};
-  for (Vec3* point : {&bubbles->startingPositionMin, &bubbles->startingPositionMax, &bubbles->minVelocity,
-                      &bubbles->maxVelocity, &bubbles->minAcceleration, &bubbles->maxAcceleration})
+  body->colour = {colour.r / kFullColour, colour.g / kFullColour, colour.b / kFullColour};
+  for (Vec3* point : {&body->startingPositionMin, &body->startingPositionMax, &body->minVelocity, &body->maxVelocity,
+                      &body->minAcceleration, &body->maxAcceleration})
     *point = {};
-  bubbles->minScale.x = bubbles->maxScale.x = 2.0f * kRadius;
-  bubbles->minLifespan = bubbles->maxLifeSpan = kLife;
-  bubbles->spawnIntervalMin = bubbles->spawnIntervalMax = 0.0f;
-  return bubbles;
+  body->minScale.x = body->maxScale.x = kPicture;
+  body->spawnTimer = 0.0f;
+  body->minLifespan = body->maxLifeSpan = kLife;
+  body->spawnIntervalMin = body->spawnIntervalMax = 0.0f;
+  return body;
 }
 
 }  // namespace
@@ -66,7 +69,7 @@ void CreatePlayer(const PlayerDefinition& definition) {
   scripts.AddScript("dizzy");
   scripts.AddScript("VelocityCap");
   scripts.AddScript("ppa");
-  scripts.AddScript(MakeBubbles(definition.index));
+  scripts.AddScript(MakeBody(definition.index));
   // Each player starts it, so that one made alone brings its music too; four starts in a frame are heard as one.
   Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
   Audio::SetMusicVolume(kMusicVolume);

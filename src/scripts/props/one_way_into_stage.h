@@ -2,6 +2,8 @@
 // solid and as heavy as it was made.
 #pragma once
 
+#include <cstdint>
+
 #include "core/script.h"
 
 class OneWayIntoStage final : public Script {
@@ -19,5 +21,5 @@ class OneWayIntoStage final : public Script {
  private:
   float rememberedMass_ = 0.0f;  // of the owner's body; 0: immovable
   bool outside_ = false;
-  int ownGroup_ = 0;  // of the owner's collider while it is outside
+  std::uint32_t ownGroup_ = 0;  // of the owner's collider while it is outside
 };
