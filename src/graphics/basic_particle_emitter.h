@@ -4,7 +4,7 @@
 
 #include "graphics/particle_emitter.h"
 
-class BasicParticleEmitter final : public ParticleEmitter {
+class BasicParticleEmitter : public ParticleEmitter {
  public:
   /// At most one new particle, then motion, then the pool ages. When every slot is taken, slot 0 is overwritten.
   void Update(float step) override;

@@ -10,17 +10,18 @@ from game_test import GameTest, main
 from virtual_display import PATIENCE, wait_until
 
 SETTLED = 5.0  # seconds after which the first ripple has left the picture
-SEA = (0x86, 0xD9, 0xDC)
+SEA = (0x96, 0xD6, 0xD1)  # under the floor of the first piece
 SEA_TOLERANCE = 30.0
 
 # Fractions of the picture that hold nothing but water when a match begins: left, top, width, height.
 OPEN_SEA = (0.38, 0.28, 0.22, 0.09)
 # The water inside the quay, of a 1280 x 720 picture: left, top, width, height.
 WATER = (150, 60, 985, 630)
-# The reds of player 1's picture, blended at its small size; the stage has no patch of them in the water as large.
-RED_LOWEST, RED_HIGHEST = (165, 30, 25), (250, 95, 95)
-OCTOPUS_REACH = 12  # pixels
-OCTOPUS_PIXELS = 30
+# The red of player 1's body, under a floor that may tint it; a bubble with points has half as much of it, the tail of a
+# flight none.
+RED_LOWEST, RED_HIGHEST = (205, 0, 0), (255, 60, 45)
+OCTOPUS_REACH = 20  # pixels
+OCTOPUS_PIXELS = 500
 
 # Picture directions, y downwards; each across the one before, whose flight goes on until the next begins.
 KEYS = {"d": (1, 0), "w": (0, -1), "a": (-1, 0), "s": (0, 1)}

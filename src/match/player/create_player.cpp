@@ -3,12 +3,11 @@
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/object_manager.h"
-#include "core/player_colours.h"
 #include "core/script_box.h"
-#include "graphics/basic_particle_emitter.h"
-#include "graphics/sprite_colour.h"
+#include "graphics/sprite.h"
 #include "match/player/character_controller.h"
 #include "match/player/force_currency.h"
+#include "match/player/player_body.h"
 #include "match/players.h"
 #include "physics/make_physical.h"
 
@@ -27,27 +26,6 @@ GameObject& AddCoreObject(const std::string& name, const std::string& image) {
   object.core = true;
   object.Insert(std::make_unique<Sprite>()).texturePath = image;
   return object;
-}
-
-// The emitter paints the body: the newest particle is the body itself, with its mantle as large as the collider, and
-// what it leaves behind in flight is the tail of a comet. One an update, and the first at once: a title that stops the
-// game clock must not hide anybody. All ranges are points, so no random number is drawn.
-std::unique_ptr<BasicParticleEmitter> MakeBody(int player) {
-  constexpr float kLife = 0.07f;      // game seconds
-  constexpr float kPicture = 1.753f;  // world units, of which the mantle takes the collider's diameter
-  auto body = std::make_unique<BasicParticleEmitter>();
-  body->textureName = "particlebubble.png";
-  body->maxParticles = 16;  // more than live at a time
-  const PlayerColour& colour = kPlayerColours[static_cast<std::size_t>(player)];
-  body->colour = {colour.r / kFullColour, colour.g / kFullColour, colour.b / kFullColour};
-  for (Vec3* point : {&body->startingPositionMin, &body->startingPositionMax, &body->minVelocity, &body->maxVelocity,
-                      &body->minAcceleration, &body->maxAcceleration})
-    *point = {};
-  body->minScale.x = body->maxScale.x = kPicture;
-  body->spawnTimer = 0.0f;
-  body->minLifespan = body->maxLifeSpan = kLife;
-  body->spawnIntervalMin = body->spawnIntervalMax = 0.0f;
-  return body;
 }
 
 }  // namespace
@@ -69,7 +47,7 @@ void CreatePlayer(const PlayerDefinition& definition) {
   scripts.AddScript("dizzy");
   scripts.AddScript("VelocityCap");
   scripts.AddScript("ppa");
-  scripts.AddScript(MakeBody(definition.index));
+  scripts.AddScript(std::make_unique<PlayerBody>(definition.index, 2.0f * kRadius));
   // Each player starts it, so that one made alone brings its music too; four starts in a frame are heard as one.
   Audio::Play(Sound::kMatchMusic, Audio::kLongLived);
   Audio::SetMusicVolume(kMusicVolume);
