@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "core/file_name.h"
@@ -37,7 +38,7 @@ std::string Absolute(const std::string& path) {
 }
 
 std::string CheckPlainName(const std::string& name) {
-  return IsPlainName(name) ? "" : "must be a plain name in the data folder";
+  return IsPlainName(name) ? "" : "must be a plain name, without a folder";
 }
 
 std::string CheckLevelName(const std::string& name) {
@@ -89,12 +90,20 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
       ->check(CLI::Range(1, kMostMatches))
       ->excludes(run.level)
       ->excludes(run.boot);
+  CLI::Option* until = run.howLong->add_option("--until", options.frames,
+                                               "As --frames; --save then leaves the scene as a level in this folder");
+  until->check(CLI::Range(0, std::numeric_limits<int>::max()));
   run.howLong->require_option(1);
+  command->add_flag("--check", options.check,
+                    "Check every frame (numbers, places, points, leaks); the first fault ends the run, exit 1");
   command->add_option("--trace", options.traceFile,
                       "Write contacts, overlaps, events and objects; - for standard output");
-  command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);
+  CLI::Option* save = command->add_option("--save", options.saveName, "Save the level at the end under this name");
+  save->check(CheckPlainName);
+  until->needs(save);
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
-  command->callback([&] {
+  command->callback([&, until] {
+    if (until->count() > 0) options.sceneFile = Absolute(std::exchange(options.saveName, {}));
     options.match = options.match || options.matches > 0;  // --matches starts matches by itself
     if (!options.match && !options.boot && options.level.empty())
       throw CLI::RequiredError("--level, --match or --boot");

@@ -6,6 +6,7 @@
 
 #include "graphics/sprite_text.h"
 #include "match_scene.h"
+#include "tools/simulate/run_check.h"
 
 // Four pilots rest against the walls when the piece begins around them, and are inside its ring at its end.
 TEST(ShippedMatch, RingsLetOutWhoStoodAtTheWall) {
@@ -29,14 +30,17 @@ TEST(ShippedMatch, RingsLetOutWhoStoodAtTheWall) {
   }
 }
 
-// Bubbles that are still under way when the stage is ranked and cleared are lost.
+// Bubbles that are still under way when the stage is ranked and cleared are lost. In no frame is anything wrong that
+// simulate --check would tell.
 TEST(ShippedMatch, RunsToThePodiumByItsRules) {
   MatchScene match(MatchScene::Rules::kOn);
   SetDemoMode(true);
   std::map<std::string, int> frames;  // in which it was said last
   int credited = 0;
+  RunCheck check;
   while (!frames.contains("screen podium") && match.frame < 20000) {
     match.Run(1);
+    check.EndFrame(match.frame);
     for (const std::string& text : match.log) {
       frames[text] = match.frame;
       if (text.starts_with("points ") && GetPlayerObject(0) != nullptr)
@@ -44,6 +48,7 @@ TEST(ShippedMatch, RunsToThePodiumByItsRules) {
     }
     match.log.clear();
   }
+  EXPECT_EQ(check.GetFault(), "");
   ASSERT_TRUE(frames.contains("screen podium"));
   EXPECT_NEAR(frames["screen podium"] - frames["screen finish"], 365, 3);
   int shown = 0;

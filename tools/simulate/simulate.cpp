@@ -1,5 +1,6 @@
 #include "tools/simulate/simulate.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -7,6 +8,9 @@
 #include "audio/audio.h"
 #include "core/object_manager.h"
 #include "core/print.h"
+#include "editor/level_files.h"
+#include "tools/simulate/run_check.h"
+#include "tools/simulate/scene_file.h"
 #include "tools/simulate/sound_recorder.h"
 #include "tools/simulate/trace.h"
 
@@ -19,19 +23,50 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-// What a run writes down, frame by frame; both may be missing.
+// Who looks on frame by frame; each may be missing.
 struct Recorders final : RunObserver {
   std::optional<Trace> trace;
   std::optional<SoundRecorder> sound;
+  std::optional<RunCheck> check;
 
   void BeginFrame(int frame) override {
     if (trace) trace->BeginFrame(frame);
   }
-  void EndFrame(int /*frame*/) override {
+  void EndFrame(int frame) override {
     if (trace) trace->EndFrame();
     if (sound) sound->RecordFrame();
+    if (check) check->EndFrame(frame);
   }
 };
+
+// An exit code.
+int TellChecked(const RunCheck& check, std::FILE* out) {
+  if (!check.GetFault().empty()) {
+    std::fprintf(stderr, "%s\n", check.GetFault().c_str());
+    return 1;
+  }
+  std::fprintf(out, "checked %d frames\n", check.CountFrames());
+  std::fflush(out);
+  return 0;
+}
+
+int SaveAll(const SimulateOptions& options, int frames) {
+  int result = 0;
+  if (!options.saveName.empty() && !(IsLevelOrNothing(options.saveName) && Objects().SaveLevel(options.saveName)))
+    result = FailFile(options.saveName, "could not be saved in the data folder");
+  if (options.sceneFile.empty()) return result;
+  if (!SaveScene(options.sceneFile)) return 1;
+  if (frames < options.frames)
+    std::fprintf(stderr, "%s: the run ended after %d frames, so this is their scene\n", options.sceneFile.c_str(),
+                 frames);
+  return result;
+}
+
+// Instances are counted where nothing is heard, too.
+Audio::Output ChooseOutput(const Recorders& recorders) {
+  if (recorders.sound) return Audio::Output::kLoopback;
+  return recorders.check ? Audio::Output::kUnheard : Audio::Output::kNone;
+}
 
 }  // namespace
 
@@ -52,14 +87,15 @@ int Simulate(const SimulateOptions& options) {
   if (const int result = EnterDataFolder(options); result != 0) return result;
 
   if (traceFile) recorders.trace.emplace(traceFile.get());
-  GameRun run(options, std::move(input), traceIsOutput ? stderr : stdout,
-              recorders.trace ? &*recorders.trace : nullptr);
-  run.Start(recorders.sound ? Audio::Output::kLoopback : Audio::Output::kNone);
+  if (options.check) recorders.check.emplace();
+  std::FILE* out = traceIsOutput ? stderr : stdout;
+  GameRun run(options, std::move(input), out, recorders.trace ? &*recorders.trace : nullptr);
+  run.Start(ChooseOutput(recorders));
   int result = run.Go(recorders);
   if (result == 2) return result;
+  if (recorders.check) result = std::max(result, TellChecked(*recorders.check, out));
   run.PrintDigest();
-  if (!options.saveName.empty() && !Objects().SaveLevel(options.saveName))
-    result = FailFile(options.saveName, "could not be saved in the data folder");
+  result = std::max(result, SaveAll(options, run.GetFrames()));
   if (recorders.sound && !recorders.sound->IsWhole())
     result = FailFile(options.wavFile, "could not be written to its end");
   run.PrintSummary();

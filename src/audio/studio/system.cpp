@@ -177,6 +177,12 @@ Result System::InitialiseLoopback(int voices) {
   return Result::kOk;
 }
 
+Result System::InitialiseUnheard(int voices) {
+  const std::lock_guard lock(state_->mutex);
+  state_->voices = voices;
+  return Result::kOk;
+}
+
 Result System::LoadBankFile(const std::string& path, Bank& bank, std::string& why) {
   std::vector<std::uint8_t> bytes;
   const Result result = ReadBankFile(path, bytes, why);
@@ -334,6 +340,24 @@ Result System::Render(std::span<std::int16_t> stereo) {
   const std::lock_guard lock(state_->mutex);
   const Output* output = state_->pool.GetOutput();
   return output != nullptr && output->Render(stereo) ? Result::kOk : Result::kNoLoopback;
+}
+
+Use System::CountUse() {
+  const std::lock_guard lock(state_->mutex);
+  Use use;
+  use.voices = state_->voices;
+  for (const Instance& instance : state_->instances) {
+    if (!instance.used) continue;
+    if (!instance.released) ++use.open;
+    if (instance.voice != nullptr) ++use.heard;
+    // Music that has been let go of waits for an output.
+    if (instance.released && instance.voice == nullptr && !instance.playing) ++use.lost;
+  }
+  for (const Voice& voice : state_->pool.GetVoices())
+    if (!voice.IsFree() && !voice.IsFadingAway() &&
+        state_->instances[static_cast<std::size_t>(voice.instance)].voice != &voice)
+      ++use.lost;
+  return use;
 }
 
 }  // namespace Studio

@@ -15,6 +15,7 @@
 
 #include "audio/studio/output.h"
 #include "audio/studio/result.h"
+#include "audio/studio/use.h"
 
 namespace Studio {
 
@@ -49,6 +50,8 @@ class System {
   Result Initialise(int voices, OutputOpener opener);
   /// Plays into memory.
   Result InitialiseLoopback(int voices);
+  /// Looks for no output: nothing is ever heard.
+  Result InitialiseUnheard(int voices);
 
   /// Adds the bank's events or paths. On a fault nothing is added and `why` says what is wrong with the file or bytes.
   Result LoadBankFile(const std::string& path, Bank& bank, std::string& why);
@@ -84,6 +87,7 @@ class System {
   Result Update();
   /// The next frames, two samples each, of a loopback system.
   Result Render(std::span<std::int16_t> stereo);
+  Use CountUse();
 
  private:
   struct State;

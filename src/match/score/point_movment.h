@@ -23,6 +23,10 @@ class PointMovment final : public Script {
   void AddToTweakBar(FieldBar& bar) override;
   const char* GetName() const override { return "pointmovment"; }
 
+  int GetValue() const { return value_; }
+  /// ID of the object that it will be credited to; 0: none.
+  std::uint32_t GetCreditTarget() const { return creditTargetId_; }
+
  private:
   enum class State { kPopping, kResting, kHandedOver, kPulled };  // handed over: to the puller
 
