@@ -7,6 +7,7 @@
 
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include "audio/audio.h"
 #include "core/event.h"
