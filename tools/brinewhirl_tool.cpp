@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "core/file_name.h"
@@ -42,7 +43,7 @@ std::string Absolute(const std::string& path) {
 std::string DataFolder(const std::string& given) { return Absolute(given.empty() ? OwnFolder() : given); }
 
 std::string CheckPlainName(const std::string& name) {
-  return IsPlainName(name) ? "" : "must be a plain name in the data folder";
+  return IsPlainName(name) ? "" : "must be a plain name, without a folder";
 }
 
 std::string CheckLevelName(const std::string& name) {
@@ -93,16 +94,20 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
       ->check(CLI::Range(1, kMostMatches))
       ->excludes(run.level)
       ->excludes(run.boot);
-  run.howLong
-      ->add_option("--until", options.frames, "The same as --frames: how many frames to run, to --save what is there")
-      ->check(CLI::Range(0, std::numeric_limits<int>::max()));
+  CLI::Option* until = run.howLong->add_option("--until", options.frames,
+                                               "As --frames; --save then leaves the scene as a level in this folder");
+  until->check(CLI::Range(0, std::numeric_limits<int>::max()));
   run.howLong->require_option(0, 1);
+  command->add_flag("--check", options.check,
+                    "Check every frame (numbers, places, points, leaks); the first fault ends the run, exit 1");
   command->add_option("--trace", options.traceFile,
                       "Write contacts, overlaps, events and objects; - for standard output");
-  command->add_option("--save", options.saveName, "Save the level at the end under this name")->check(CheckPlainName);
-  command->add_flag("--check", options.check, "Stop at the first frame in which something does not hold that must");
+  CLI::Option* save = command->add_option("--save", options.saveName, "Save the level at the end under this name");
+  save->check(CheckPlainName);
+  until->needs(save);
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
-  command->callback([&] {
+  command->callback([&, until] {
+    if (until->count() > 0) options.sceneFile = Absolute(std::exchange(options.saveName, {}));
     CompleteRun(options);
     result = Simulate(options);
   });

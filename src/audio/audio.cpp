@@ -102,6 +102,12 @@ EventInstance CreateKept(Sound id, Result& result) {
   return instance;
 }
 
+Result InitialiseStudio(Studio::System& studio, Output output) {
+  if (output == Output::kLoopback) return studio.InitialiseLoopback(kVoices);
+  if (output == Output::kUnheard) return studio.InitialiseUnheard(kVoices);
+  return studio.Initialise(kVoices, Studio::Output::OpenDevice);
+}
+
 void PlayOneShot(Sound id) {
   LogEvent("sound %d", NumberOf(id));
   Studio::System* studio = GetStudio();
@@ -130,8 +136,7 @@ void Init(Output output) {
   Shutdown();
   if (output == Output::kNone) return;
   GetState().studio = std::make_unique<Studio::System>();
-  CheckResult(output == Output::kLoopback ? GetStudio()->InitialiseLoopback(kVoices)
-                                          : GetStudio()->Initialise(kVoices, Studio::Output::OpenDevice));
+  CheckResult(InitialiseStudio(*GetStudio(), output));
   LoadBank("Master Bank.bank");
   LoadBank("Master Bank.strings.bank");
   AddEvent(EventKind::kMusic, Sound::kTitleMusic, "Marlo_Pirates");
@@ -269,11 +274,6 @@ void SetBusMuted(std::string_view name, bool muted) {
   if (Studio::System* studio = GetStudio()) CheckResult(studio->SetMute(BusOf(name), muted));
 }
 
-bool HasRoom() {
-  const Studio::System* studio = GetStudio();
-  return studio == nullptr || studio->CountInstances() < Studio::System::kInstances;
-}
-
 void HoldOutput(bool held) {
   if (Studio::System* studio = GetStudio()) CheckResult(studio->HoldOutput(held));
 }
@@ -287,6 +287,22 @@ bool Render(std::span<std::int16_t> stereo) {
   if (studio != nullptr && studio->Render(stereo) == Result::kOk) return true;
   std::fill(stereo.begin(), stereo.end(), std::int16_t{0});
   return false;
+}
+
+SoundUse CountUse() {
+  SoundUse use;
+  Studio::System* studio = GetStudio();
+  if (studio == nullptr) return use;
+  // In this order: what another thread has made and not yet kept counts as open, never the other way round.
+  State& state = GetState();
+  const std::lock_guard lock(state.mutex);
+  const auto count = [&use](const EventInstance& instance) { use.kept += instance.id != 0 ? 1 : 0; };
+  for (const auto& instance : state.handles.instances) count(instance);
+  for (const auto& instance : state.handles.chargeInstances) count(instance);
+  count(state.handles.pulseInstance);
+  count(state.handles.winInstance);
+  use.studio = studio->CountUse();
+  return use;
 }
 
 void CheckResult(Result result) {

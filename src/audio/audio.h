@@ -12,6 +12,7 @@
 
 #include "audio/sound_ids.h"
 #include "audio/studio/result.h"
+#include "audio/studio/use.h"
 
 namespace Audio {
 
@@ -19,6 +20,7 @@ enum class Output {
   kNone,      ///< no sound and no bank
   kDevice,    ///< the system's, as soon as there is one
   kLoopback,  ///< into memory, fetched by Render
+  kUnheard,   ///< banks and instances as with a device, and nothing is heard
 };
 
 enum class EventKind : int { kEffect = 0, kMusic = 1 };
@@ -75,14 +77,19 @@ void StopLongLived(Sound id);
 void SetBusPaused(std::string_view name, bool paused);
 void SetBusMuted(std::string_view name, bool muted);
 
-/// Whether another sound could be started: what has ended makes room for it. True without sound.
-bool HasRoom();
 /// While held, the device is let go as if it had been pulled out; afterwards it is looked for again.
 void HoldOutput(bool held);
 /// Once a frame.
 void Update();
 /// The next frames of the loopback output, two samples each; false, and silence, from any other.
 bool Render(std::span<std::int16_t> stereo);
+
+/// What is in use, for whoever looks for leaks; nothing without sound.
+struct SoundUse {
+  Studio::Use studio;
+  int kept = 0;  ///< instances that are kept to be started anew
+};
+SoundUse CountUse();
 
 /// Prints "FMOD error!", the number, a blank and the text of every result that is no success.
 void CheckResult(Studio::Result result);

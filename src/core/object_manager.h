@@ -54,6 +54,8 @@ class ObjectManager {
   GameObject* GetObject(std::uint32_t id) const;
   /// The first alive object in list order with that exact, non-empty name, or null.
   GameObject* FindObjectByName(std::string_view name) const;
+  /// How many IDs lead to an object: as many as there are objects.
+  std::size_t CountIds() const { return objectsById_.size(); }
   /// Walk it by index against its live size: updates may append.
   const ObjectList& GetObjects() const { return objects_; }
 

@@ -18,20 +18,6 @@ namespace {
 
 constexpr char kAutosaveFolder[] = "autosaves";
 
-// A slip of the keyboard must not cost somebody the program or a picture.
-bool IsLevelOrNothing(const std::string& name) {
-  std::error_code error;
-  const auto status = std::filesystem::status(name, error);
-  if (!std::filesystem::exists(status)) return true;
-  if (std::filesystem::is_regular_file(status)) {
-    std::ifstream file(name, std::ios::binary);
-    const int first = file.get();
-    if (first == '{' || first == std::ifstream::traits_type::eof()) return true;
-  }
-  Print("%s: is no level or archetype, not written over\n", name.c_str());
-  return false;
-}
-
 bool IsNamedPlainly(const std::string& name) {
   if (IsPlainName(name)) return true;
   Print("%s: %s, not written\n", name.c_str(), kNoPlainName);
@@ -50,6 +36,20 @@ bool IsNumber(const std::string& text, float& number) {
 }
 
 }  // namespace
+
+// A slip of the keyboard must not cost somebody the program or a picture.
+bool IsLevelOrNothing(const std::string& name) {
+  std::error_code error;
+  const auto status = std::filesystem::status(name, error);
+  if (!std::filesystem::exists(status)) return true;
+  if (std::filesystem::is_regular_file(status)) {
+    std::ifstream file(name, std::ios::binary);
+    const int first = file.get();
+    if (first == '{' || first == std::ifstream::traits_type::eof()) return true;
+  }
+  Print("%s: is no level or archetype, not written over\n", name.c_str());
+  return false;
+}
 
 bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave) {
   if (!IsNamedPlainly(name)) return false;

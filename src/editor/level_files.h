@@ -6,6 +6,9 @@
 
 #include "core/game_object.h"
 
+/// Whether a save may write there: onto a level, an archetype, an empty file or nothing; a message otherwise.
+bool IsLevelOrNothing(const std::string& name);
+
 /// Writes the scene under `name` and again into autosaves/ under the number `autosave`, with a last object that carries
 /// `duration` as its name, and counts the number on. What is dead goes first. True when the level itself was written.
 /// Nothing happens, with a message, under a name that is not plain.

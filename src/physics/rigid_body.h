@@ -29,6 +29,8 @@ class RigidBody final : public PointMass {
   /// One sub-step of Time().physicsStep seconds: the position moves by the old velocity, then the velocities change
   /// (the explicit Euler method). A step that would leave the finite numbers is undone and the body stopped.
   void Integrate();
+  /// Whether a step has been undone, so that the body is no longer where forces would have brought it.
+  bool WasStopped() const { return reportedInfinite_; }
   /// Adds a generator, which must outlive the body; null is ignored.
   void AddGenerator(ForceGenerator* generator);
   /// The inverse of the world inverse inertia tensor; the identity when that has none.

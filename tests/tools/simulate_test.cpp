@@ -20,7 +20,6 @@
 #include "tools/simulate/digest.h"
 #include "tools/simulate/input_script.h"
 #include "tools/simulate/match_recorder.h"
-#include "tools/simulate/run_check.h"
 
 namespace {
 
@@ -91,36 +90,6 @@ TEST(Digest, TellsStatesApartAndIgnoresIds) {
   const auto sprung = StateDigest();
   EXPECT_EQ(StateDigest(), sprung) << "a digest leaves no trace";
   EXPECT_TRUE(BodyOf(anchor).baseOfGenerators.empty());
-}
-
-TEST(RunCheck, NamesWhatDoesNotHold) {
-  TestWorld world;
-  GameObject& ball = world.AddSphere("ball", {});
-  RunCheck check;
-  EXPECT_EQ(check.Check(), "");
-  const std::string name = "object " + std::to_string(ball.id) + " \"ball\": ";
-  ball.GetTransform().position.x = 2001.0f;
-  EXPECT_EQ(check.Check(), name + "its position, out of all bounds, is 2001 0 0");
-  ball.GetTransform().position.x = 0.0f;
-  BodyOf(ball).velocity.y = std::numeric_limits<float>::infinity();
-  EXPECT_EQ(check.Check(), name + "its velocity is 0 inf 0");
-}
-
-// A point that is neither shown nor on its way is missed.
-TEST(RunCheck, CountsEveryPoint) {
-  EpisodeScene scene;
-  scene.Start(scene.Segments({{"nothing", 100.0f}}), scene.Objectives({}));
-  scene.Run();
-  RunCheck check;
-  AwardPoints(1, 3);
-  EXPECT_EQ(check.Check(), "");
-  for (int frame = 0; frame < 600; ++frame) {
-    scene.Run();
-    ASSERT_EQ(check.Check(), "");
-  }
-  const SentPoints forged = {2, 0};
-  SendEvent(kScoreObjects[0], Event(kSentPoints, &forged));
-  EXPECT_NE(check.Check(), "");
 }
 
 // The podium's numbers are those of the frame before it: what arrives later is lost. A rule counts as paid when

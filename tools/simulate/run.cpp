@@ -165,6 +165,7 @@ bool GameRun::PlayMatches() {
     }
     const int start = done_;
     if (!PlayToTheEnd()) return false;
+    if (!match_.IsAtPodium()) break;
     match_.FinishMatch(out_, done_ - start);
   }
   match_.PrintTables(out_);

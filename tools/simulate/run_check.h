@@ -1,48 +1,28 @@
-// What must hold after every frame of a run, whatever was pressed: numbers, places, points, and nothing that is left
-// behind.
+// Looks after every frame of a run whether what must always hold still does: finite numbers, objects within reach,
+// sums of points, nothing left behind. It changes nothing of the run but its end.
 #pragma once
 
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <string>
-#include <unordered_set>
 
-#include "match/players.h"
+#include "tools/simulate/leak_check.h"
+#include "tools/simulate/points_check.h"
 #include "tools/simulate/run.h"
 
-class RunCheck {
+class RunCheck final : public RunObserver {
  public:
-  /// World units from the middle, along each axis. What breaks flies off for some 200 before it is removed.
-  static constexpr float kFarthest = 2000.0f;
-  static constexpr std::size_t kMostObjects = 20000;
-  using Displays = std::array<std::uint32_t, kPlayers>;  ///< IDs
-
-  /// After each frame: what does not hold, with the object and the numbers, or empty.
-  std::string Check();
-
- private:
-  std::string CheckPoints();
-
-  std::optional<Displays> displays_;
-  long long pointsBefore_ = 0;              // awarded and gone when the displays were new
-  std::unordered_set<std::uint32_t> dead_;  // at the end of the frame before
-};
-
-/// Ends a run at the first frame in which something does not hold.
-class CheckingObserver final : public RunObserver {
- public:
-  /// `hears`: the run sounds into memory, and nobody else takes its sound.
-  explicit CheckingObserver(bool hears) : hears_(hears) {}
+  /// Ends the run at the first frame with a fault.
   void EndFrame(int frame) override;
-  /// The frame and what did not hold in it, or empty.
+
+  /// The frame, the object if it is one, and what is wrong with which numbers; empty when nothing is.
   const std::string& GetFault() const { return fault_; }
+  /// How many frames were found to be in order.
   int CountFrames() const { return frames_; }
 
  private:
-  RunCheck check_;
-  bool hears_;
+  std::string FindFault();
+
+  PointsCheck points_;
+  LeakCheck leaks_;
   std::string fault_;
   int frames_ = 0;
 };

@@ -10,7 +10,9 @@
 #include "audio/audio.h"
 #include "core/object_manager.h"
 #include "core/print.h"
+#include "editor/level_files.h"
 #include "tools/simulate/run_check.h"
+#include "tools/simulate/scene_file.h"
 #include "tools/simulate/sound_recorder.h"
 #include "tools/simulate/trace.h"
 
@@ -23,11 +25,11 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-// What a run writes down, frame by frame; both may be missing.
+// Who looks on frame by frame; each may be missing.
 struct Recorders final : RunObserver {
   std::optional<Trace> trace;
   std::optional<SoundRecorder> sound;
-  std::optional<CheckingObserver> check;
+  std::optional<RunCheck> check;
 
   void BeginFrame(int frame) override {
     if (trace) trace->BeginFrame(frame);
@@ -39,12 +41,14 @@ struct Recorders final : RunObserver {
   }
 };
 
-int TellCheck(const CheckingObserver& check) {
+// An exit code.
+int TellChecked(const RunCheck& check, std::FILE* out) {
   if (!check.GetFault().empty()) {
     std::fprintf(stderr, "%s\n", check.GetFault().c_str());
     return 1;
   }
-  std::printf("checked %d frames\n", check.CountFrames());
+  std::fprintf(out, "checked %d frames\n", check.CountFrames());
+  std::fflush(out);
   return 0;
 }
 
@@ -52,7 +56,25 @@ int TellCheck(const CheckingObserver& check) {
 bool SaveInDataFolder(const SimulateOptions& options) {
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);
-  return !error && Objects().SaveLevel(options.saveName);
+  return !error && IsLevelOrNothing(options.saveName) && Objects().SaveLevel(options.saveName);
+}
+
+int SaveAll(const SimulateOptions& options, int frames) {
+  int result = 0;
+  if (!options.saveName.empty() && !SaveInDataFolder(options))
+    result = FailFile(options.saveName, "could not be saved in the data folder");
+  if (options.sceneFile.empty()) return result;
+  if (!SaveScene(options.sceneFile)) return 1;
+  if (frames < options.frames)
+    std::fprintf(stderr, "%s: the run ended after %d frames, so this is their scene\n", options.sceneFile.c_str(),
+                 frames);
+  return result;
+}
+
+// Instances are counted where nothing is heard, too.
+Audio::Output ChooseOutput(const Recorders& recorders) {
+  if (recorders.sound) return Audio::Output::kLoopback;
+  return recorders.check ? Audio::Output::kUnheard : Audio::Output::kNone;
 }
 
 }  // namespace
@@ -78,17 +100,16 @@ int Simulate(SimulateOptions options) {
     return FailFile(options.wavFile, "cannot be written");
   if (const int result = EnterDataFolder(options, input); result != 0) return result;
 
-  if (options.check) recorders.check.emplace(!recorders.sound.has_value());
   if (traceFile) recorders.trace.emplace(traceFile.get());
-  GameRun run(options, std::move(input), traceIsOutput ? stderr : stdout,
-              recorders.trace ? &*recorders.trace : nullptr);
-  run.Start(recorders.sound || options.check ? Audio::Output::kLoopback : Audio::Output::kNone);
+  if (options.check) recorders.check.emplace();
+  std::FILE* out = traceIsOutput ? stderr : stdout;
+  GameRun run(options, std::move(input), out, recorders.trace ? &*recorders.trace : nullptr);
+  run.Start(ChooseOutput(recorders));
   int result = run.Go(recorders);
   if (result == kWrongUsage) return result;
+  if (recorders.check) result = std::max(result, TellChecked(*recorders.check, out));
   run.PrintDigest();
-  if (recorders.check) result = std::max(result, TellCheck(*recorders.check));
-  if (!options.saveName.empty() && !SaveInDataFolder(options))
-    result = FailFile(options.saveName, "could not be saved in the data folder");
+  result = std::max(result, SaveAll(options, run.GetFrames()));
   if (recorders.sound && !recorders.sound->IsWhole())
     result = FailFile(options.wavFile, "could not be written to its end");
   run.PrintSummary();

@@ -25,6 +25,7 @@ constexpr int kVoicesOfAnEvent = 4;
 constexpr std::uint64_t kUpdatesBetweenStarts = 3;  // contacts can fire in every sub-step of a frame
 constexpr int kFadeOutUpdates = 12;                 // 0.2 s
 constexpr int kRestartUpdates = 4;                  // 67 ms for what an instance leaves behind when it starts again
+constexpr std::size_t kInstances = 128;
 constexpr unsigned kIndexBits = 8;  // of an instance's handle; the rest counts how often its place was used
 constexpr std::array<std::string_view, 2> kBusPaths = {"bus:/SFX", "bus:/Music"};  // by category
 
@@ -57,7 +58,7 @@ struct System::State {
   bool outputHeld = false;
   std::uint64_t updates = 0;
   Catalogue catalogue;
-  std::array<Instance, System::kInstances> instances;
+  std::array<Instance, kInstances> instances;
   std::array<BusState, kBusPaths.size()> buses;
 
   Event* Find(EventDescription description);
@@ -174,6 +175,12 @@ Result System::InitialiseLoopback(int voices) {
   if (output == nullptr) return Result::kNoLoopback;
   state_->voices = voices;
   state_->pool.Open(std::move(output), voices);
+  return Result::kOk;
+}
+
+Result System::InitialiseUnheard(int voices) {
+  const std::lock_guard lock(state_->mutex);
+  state_->voices = voices;
   return Result::kOk;
 }
 
@@ -321,12 +328,6 @@ Result System::SetPaused(Bus bus, bool paused) {
   return Result::kOk;
 }
 
-std::size_t System::CountInstances() const {
-  const std::lock_guard lock(state_->mutex);
-  const auto& all = state_->instances;
-  return static_cast<std::size_t>(std::count_if(all.begin(), all.end(), [](const Instance& i) { return i.used; }));
-}
-
 Result System::HoldOutput(bool held) {
   const std::lock_guard lock(state_->mutex);
   if (state_->voices == 0) return Result::kNotInitialised;
@@ -348,6 +349,24 @@ Result System::Render(std::span<std::int16_t> stereo) {
   const std::lock_guard lock(state_->mutex);
   const Output* output = state_->pool.GetOutput();
   return output != nullptr && output->Render(stereo) ? Result::kOk : Result::kNoLoopback;
+}
+
+Use System::CountUse() {
+  const std::lock_guard lock(state_->mutex);
+  Use use;
+  use.voices = state_->voices;
+  for (const Instance& instance : state_->instances) {
+    if (!instance.used) continue;
+    if (!instance.released) ++use.open;
+    if (instance.voice != nullptr) ++use.heard;
+    // Music that has been let go of waits for an output.
+    if (instance.released && instance.voice == nullptr && !instance.playing) ++use.lost;
+  }
+  for (const Voice& voice : state_->pool.GetVoices())
+    if (!voice.IsFree() && !voice.IsFadingAway() &&
+        state_->instances[static_cast<std::size_t>(voice.instance)].voice != &voice)
+      ++use.lost;
+  return use;
 }
 
 }  // namespace Studio

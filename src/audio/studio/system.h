@@ -15,6 +15,7 @@
 
 #include "audio/studio/output.h"
 #include "audio/studio/result.h"
+#include "audio/studio/use.h"
 
 namespace Studio {
 
@@ -38,8 +39,6 @@ enum class VoiceUse {
 
 class System {
  public:
-  static constexpr std::size_t kInstances = 128;
-
   System();
   System(const System&) = delete;
   System& operator=(const System&) = delete;
@@ -51,6 +50,8 @@ class System {
   Result Initialise(int voices, OutputOpener opener);
   /// Plays into memory.
   Result InitialiseLoopback(int voices);
+  /// Looks for no output: nothing is ever heard.
+  Result InitialiseUnheard(int voices);
 
   /// Adds the bank's events or paths. On a fault nothing is added and `why` says what is wrong with the file or bytes.
   Result LoadBankFile(const std::string& path, Bank& bank, std::string& why);
@@ -82,14 +83,13 @@ class System {
   Result SetMute(Bus bus, bool mute);
   Result SetPaused(Bus bus, bool paused);
 
-  /// Instances that somebody holds or that still sound, of at most kInstances.
-  std::size_t CountInstances() const;
   /// While held, there is no output, as if the device had gone; then one is looked for at once. Nothing for loopback.
   Result HoldOutput(bool held);
   /// Once a frame: loudness moves on, music is decoded ahead, what has ended is freed, outputs come and go.
   Result Update();
   /// The next frames, two samples each, of a loopback system.
   Result Render(std::span<std::int16_t> stereo);
+  Use CountUse();
 
  private:
   struct State;
