@@ -1,10 +1,8 @@
 #include "tools/simulate/run_check.h"
-#include "match/score/give_points.h"
-#include "match/score/score_displays.h"
-#include "match/score/sent_points.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -15,6 +13,9 @@
 #include "graphics/basic_particle_emitter.h"
 #include "lint/lint.h"
 #include "match/match_scene.h"
+#include "match/score/give_points.h"
+#include "match/score/score_displays.h"
+#include "match/score/sent_points.h"
 #include "physics/sphere_collider.h"
 #include "tools/printed.h"
 #include "tools/simulate/scene_file.h"
@@ -57,13 +58,15 @@ TEST(RunCheck, NamesWhatIsWrong) {
   EXPECT_NE(faultOf([&] { sphere = std::make_unique<GalePhysics::SphereCollider>(); }).find("sphere colliders"),
             std::string::npos);
   sphere.reset();
-  Audio::Init(Audio::Output::kUnheard);
-  Audio::LoadEffects();
-  EXPECT_EQ(faultOf([] {
-              for (int i = 0; i < 2; ++i) Audio::Prepare(Sound::kPodiumMusic, Audio::kLongLived);
-            }),
-            "frame 7: 12 sound instances are open, but only 10 are kept");
-  Audio::Shutdown();
+  if (std::filesystem::exists("AudioSource/Master Bank.bank")) {  // not in a build without the shipped sound
+    Audio::Init(Audio::Output::kUnheard);
+    Audio::LoadEffects();
+    EXPECT_EQ(faultOf([] {
+                for (int i = 0; i < 2; ++i) Audio::Prepare(Sound::kPodiumMusic, Audio::kLongLived);
+              }),
+              "frame 7: 12 sound instances are open, but only 10 are kept");
+    Audio::Shutdown();
+  }
   player.alive = false;
   EXPECT_EQ(faultOf([] {}), name + " was marked dead in the frame before and is still there");
 }
