@@ -49,8 +49,8 @@ GameRun& StartedRun() {
   static GameRun& run = *[] {
     Options().boot = Options().live = true;
     Options().frames = kFrames;
-    auto* started =
-        new GameRun(Options(), {}, stderr, nullptr);  // its state cannot be taken back, so it is never destroyed
+    // Its state cannot be taken back, so it is never destroyed.
+    GameRun* started = std::make_unique<GameRun>(Options(), InputScript{}, stderr, nullptr).release();
     started->Start(Audio::Output::kNone);
     return started;
   }();

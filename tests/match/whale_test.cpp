@@ -109,6 +109,11 @@ TEST_F(WhaleTest, ABarnacleWaitsForAWhaleAndPaysForTwoHits) {
     EXPECT_TRUE(IsBarnacleThere());
     EXPECT_LT(Length(PositionOf(barnacle) - due), 1e-4f);
   }
+  const Vec3 place = PositionOf(barnacle);
+  logic.GiveBack();
+  EXPECT_EQ(PositionOf(barnacle), (Vec3{2.4f, 0.9f, 0.0f})) << "a file keeps its place on a whale in mid-stage";
+  logic.TakeAgain();
+  EXPECT_EQ(PositionOf(barnacle), place);
   // The second one is too slow, and with the last but one it drops off.
   for (const auto& [speed, paid] : {std::pair{2.1f, 5}, {1.9f, 5}, {5.0f, 10}, {5.0f, 10}}) {
     Hit(barnacle, Player(2), speed);

@@ -104,6 +104,7 @@ TEST_F(HazardTest, WhatScriptsBorrowOfTheirOwnerIsNeverSaved) {
   PositionOf(holder).x = 20.0f;
   holder.GetTransform().Rebuild();
   BodyOf(holder).inverseMass = 0.5f;
+  sphere.collisionGroup = 7;
   for (const char* name : {"onewayintostage", "barnaclelogic", "spawner", "color-changer", "squishy"}) Carry(name);
   const std::string own = Document({&holder});
   for (const int updates : {1, 15}) {
@@ -111,6 +112,7 @@ TEST_F(HazardTest, WhatScriptsBorrowOfTheirOwnerIsNeverSaved) {
     Update(updates);
     EXPECT_EQ(Document({&holder}), own);
     EXPECT_EQ(BodyOf(holder).inverseMass, 0.0f);
+    EXPECT_EQ(sphere.collisionGroup, 0u);
     EXPECT_FALSE(sprite.visible || sprite.r == 1.0f);
     EXPECT_NE(ScaleOf(holder).x, ScaleOf(holder).y);
     EXPECT_TRUE(sphere.ghost);

@@ -52,7 +52,7 @@ std::string Recorder::Open(const std::string& fileName) {
   return {};
 }
 
-// Everything here may be called from a signal handler.
+// Calls nothing but what a signal handler may.
 void Recorder::HandleSignal(int signal) {
   const Recorder* recorder = active;
   if (recorder != nullptr && recorder->file_ >= 0) {

@@ -1,5 +1,7 @@
 #include "match/whale/barnacle_logic.h"
 
+#include <utility>
+
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/object_manager.h"
@@ -32,14 +34,10 @@ void BarnacleLogic::Update(float /*step*/) {
   if (whale == nullptr || !whale->alive)
     owner->alive = false;
   else if (!detached_)
-    SitDown();
+    owner->GetTransform().position = whale->GetTransform().position + offset_;
 }
 
 bool BarnacleLogic::Sits() const { return started_ && !detached_ && Objects().GetObject(whaleId_) != nullptr; }
-
-void BarnacleLogic::SitDown() {
-  owner->GetTransform().position = Objects().GetObject(whaleId_)->GetTransform().position + offset_;
-}
 
 void BarnacleLogic::LookForWhale() {
   const GameObject* whale = Objects().FindObjectByName(kWhaleName);
@@ -58,14 +56,14 @@ void BarnacleLogic::Show(bool shown) const {
 void BarnacleLogic::GiveBack() {
   if (waiting_) Show(true);
   if (!Sits()) return;
-  owner->GetTransform().position = offset_;
+  seat_ = std::exchange(owner->GetTransform().position, offset_);
   owner->GetTransform().Rebuild();
 }
 
 void BarnacleLogic::TakeAgain() {
   if (waiting_) Show(false);
   if (!Sits()) return;
-  SitDown();
+  owner->GetTransform().position = seat_;
   owner->GetTransform().Rebuild();
 }
 

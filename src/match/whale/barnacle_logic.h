@@ -26,7 +26,6 @@ class BarnacleLogic final : public Script {
   void LookForWhale();
   void Show(bool shown) const;
   bool Sits() const;
-  void SitDown();
   void TakeHit(const GalePhysics::Contact& contact);
   void DropOff();
 
@@ -35,5 +34,6 @@ class BarnacleLogic final : public Script {
   bool detached_ = false;
   int hits_ = kHits;
   std::uint32_t whaleId_ = 0;
+  Vec3 seat_;    // where it is in the world while its own place is given back
   Vec3 offset_;  // from the whale's middle, along the world's axes: it is not turned with the whale
 };
