@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <cinttypes>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -46,6 +47,15 @@ std::string ReadText(const std::string& path, std::string& text) {
 bool IsReadableLevel(const std::string& name) {
   const std::string* text = ReadCachedFile(name);
   return text != nullptr && !text->empty();
+}
+
+// A seat without a bot is the game's own pilot's, but the first only when nobody else has it.
+SeatNames NameSeats(const RunOptions& options) {
+  SeatNames names;
+  for (std::size_t seat = 0; seat < names.size(); ++seat)
+    names[seat] = options.bots[seat] == BotKind::kNone ? "pilot" : NameOf(options.bots[seat]);
+  if (options.mouse != BotKind::kNone) names[0] = "mouse-" + std::string(NameOf(options.mouse));
+  return names;
 }
 
 }  // namespace
@@ -96,14 +106,16 @@ void GameRun::Start(Audio::Output output, Platform* window) {
   else
     SetPlatform(*window);
   BuildWorld();
-  SeedRandom(kFirstSeed);
+  SeedRandom(options_.seed);
+  bots_.Connect(platform_);
+  if (options_.HasBots()) match_.TellSeats(NameSeats(options_));
   Input::ReopenGamepads();
   Input::GetPointer().window = platform_.GetWindowRect();
   Audio::Init(output);
   BindKeys();
   GetEditor().Init();
   GetRenderer().Init();
-  SetDemoMode(options_.pilots || options_.matches > 0);
+  SetDemoMode(options_.pilots || (options_.matches > 0 && options_.mouse == BotKind::kNone));
   if (options_.boot) CreateLogoScreen();
   GetBackground();
   if (options_.boot) return;
@@ -139,6 +151,7 @@ void GameRun::RunFrame() {
     GetPlatform().running = false;
     return;
   }
+  bots_.Play(done_, platform_);
   frame_.Run();
   match_.EndFrame();
   observer_->EndFrame(done_);

@@ -7,9 +7,11 @@
 #include <utility>
 
 #include "audio/audio.h"
+#include "core/random.h"
 #include "core/scripted_platform.h"
 #include "frame.h"
 #include "game_events.h"
+#include "tools/bots/bot_seats.h"
 #include "tools/simulate/input_script.h"
 #include "tools/simulate/match_recorder.h"
 
@@ -28,6 +30,10 @@ struct RunOptions {
   int matches = 0;        ///< above 0: that many whole matches one after the other
   std::string inputFile;  ///< empty: none
   bool digest = false;    ///< print a hash of the final state
+  BotKinds bots{};        ///< who flies the pads
+  BotKind mouse = BotKind::kNone;   ///< who flies the first seat by the mouse
+  std::uint32_t seed = kFirstSeed;  ///< of the game's random stream, and of the bots' own
+  bool HasBots() const { return bots != BotKinds{} || mouse != BotKind::kNone; }
   bool live = false;      ///< a window's events come by GetGiven, after the editor's bars have had theirs
 };
 
@@ -86,6 +92,7 @@ class GameRun {
   InputScript input_;
   std::FILE* out_;
   ScriptedPlatform platform_;
+  BotSeats bots_{options_.bots, options_.mouse, options_.seed};
   std::string inputError_;  // of the input line that ended the run
   MatchRecorder match_;
   GameEvents events_{!options_.live && !input_.IsRecording()};

@@ -1,0 +1,232 @@
+#include "tools/bots/lead_bot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "physics/math/matrix33.h"
+#include "tools/bots/ballistics.h"
+#include "tools/bots/outlook.h"
+
+namespace {
+
+constexpr float kWeakest = 2.5f;
+constexpr float kStrengthStep = 1.0f;
+constexpr float kHitSpeed = 2.4f;      // at arrival: a hit pays from 2 on
+constexpr float kTouchSpeed = 0.3f;
+constexpr float kTouchShare = 0.8f;    // of both radii: how near a flight must come, the aim's error considered
+constexpr float kSettle = 15.0f;       // frames that a launch costs beside charge and flight
+constexpr float kRivalHabit = 40.0f;   // frames in which a rival will have changed its mind
+constexpr float kHeldSeconds = 2.0f;   // game seconds for which what can be taken away is kept
+constexpr float kStunCost = 3.0f;      // points
+constexpr float kStunFrames = 118.0f;
+constexpr float kHillReach = 2.0f;     // world units from its middle within which it pays
+constexpr float kGuardReach = 5.0f;    // of a rival from the ball
+constexpr float kHitReach = 15.0f;     // world units: what is farther out cannot be hit from inside
+constexpr int kSolverSteps = 4;
+constexpr int kDirections = 16;        // of a flight from rivals
+constexpr float kCalm = 6.0f;          // world units to the next rival with which the wearer is content
+
+struct Goal {
+  Vec3 place;  // as seen
+  Vec3 velocity;
+  float radius;   // of its middle's distance at which it is reached
+  float arrival;  // least speed there
+  float value;    // points
+  bool stop = false;
+  bool rival = false;
+};
+
+struct Choice {
+  float worth = 0.0f;  // points a frame
+  BotPlan plan;
+};
+
+class Chooser {
+ public:
+  explicit Chooser(const Outlook& outlook) : outlook_(outlook) {}
+
+  BotPlan Choose() {
+    for (const SeenThing& thing : outlook_.GetSight().things)
+      if (thing.pays != nullptr && !thing.taken) AddGoals(thing);
+    if (wears_) return Flee();
+    for (const Goal& goal : goals_) Weigh(goal);
+    return best_.plan;
+  }
+
+ private:
+  void AddGoals(const SeenThing& thing);
+  void AddHill(const SeenThing& hill);
+  void AddBall(const SeenThing& ball);
+  void AddRival(int player, float value);
+  void Weigh(const Goal& goal);
+  void WeighStrength(const Goal& goal, float strength);
+  float CountSwept(const Vec3& from, const Vec3& to, int wait) const;
+  BotPlan Flee() const;
+  float SafetyOf(const Vec3& from, const Vec3& aim, float strength, int wait) const;
+  int WaitFor(float strength) const {
+    return static_cast<int>(std::ceil(std::max(strength - outlook_.GetCharge(), 0.0f) / Ballistics::kChargeAFrame));
+  }
+  const SeenPlayer& PlayerAt(int index) const { return outlook_.GetSight().players[static_cast<std::size_t>(index)]; }
+
+  const Outlook& outlook_;
+  std::vector<Goal> goals_;
+  bool wears_ = false;
+  Choice best_;
+};
+
+void Chooser::AddGoals(const SeenThing& thing) {
+  const float reach = (thing.radius + Ballistics::kPlayerRadius) * kTouchShare;
+  const float points = thing.pays->points;
+  switch (thing.pays->how) {
+    case Pays::kHit:
+      goals_.push_back({thing.place, thing.velocity, reach, kHitSpeed, points});
+      break;
+    case Pays::kTouch:
+      goals_.push_back({thing.place, thing.velocity, reach, kTouchSpeed, points});
+      break;
+    case Pays::kStay:
+      AddHill(thing);
+      break;
+    case Pays::kOwn:
+      AddBall(thing);
+      break;
+    case Pays::kWear: {
+      const int wearer = WearerOf(thing, outlook_.GetSight());
+      wears_ = wearer == outlook_.GetPlayer();
+      if (!wears_) AddRival(wearer, points * kHeldSeconds);
+    }
+  }
+}
+
+void Chooser::AddRival(int player, float value) {
+  if (player < 0 || !PlayerAt(player).there) return;
+  const SeenPlayer& rival = PlayerAt(player);
+  goals_.push_back({rival.place, rival.velocity, 2.0f * Ballistics::kPlayerRadius * kTouchShare, kHitSpeed, value,
+                    false, true});
+}
+
+// A rival on it keeps everybody from it, and is stunned by a hit.
+void Chooser::AddHill(const SeenThing& hill) {
+  const float value = hill.pays->points * kHeldSeconds;
+  for (int player = 0; player < kPlayers; ++player)
+    if (player != outlook_.GetPlayer() && PlayerAt(player).there &&
+        Length(PlayerAt(player).place - hill.place) < kHillReach)
+      AddRival(player, value);
+  const Vec3& end = outlook_.OwnPlace(Outlook::kFrames);
+  if (Length(end - Vec3{hill.place.x, hill.place.y, 0.0f}) > kHillReach)
+    goals_.push_back({hill.place, {}, 0.0f, 0.0f, value, true});
+}
+
+// The owner of the ball drives off whoever comes near it.
+void Chooser::AddBall(const SeenThing& ball) {
+  const float value = ball.pays->points * kHeldSeconds;
+  const float reach = (ball.radius + Ballistics::kPlayerRadius) * kTouchShare;
+  if (ball.pays->owner != outlook_.GetPlayer()) {
+    goals_.push_back({ball.place, ball.velocity, reach, kHitSpeed, value, false, true});
+    return;
+  }
+  for (int player = 0; player < kPlayers; ++player)
+    if (player != outlook_.GetPlayer() && Length(PlayerAt(player).place - ball.place) < kGuardReach)
+      AddRival(player, 0.5f * value);
+}
+
+void Chooser::Weigh(const Goal& goal) {
+  if (goal.stop) {
+    const float distance = Length(goal.place - outlook_.OwnPlace(0));
+    WeighStrength(goal, std::clamp(distance / Ballistics::ReachOfLaunch(), outlook_.GetCharge(), Ballistics::kFullCharge));
+    return;
+  }
+  for (float strength = std::max(outlook_.GetCharge(), kWeakest); strength < Ballistics::kFullCharge + kStrengthStep;
+       strength += kStrengthStep)
+    WeighStrength(goal, std::min(strength, Ballistics::kFullCharge));
+}
+
+void Chooser::WeighStrength(const Goal& goal, float strength) {
+  const int wait = WaitFor(strength);
+  const Vec3& from = outlook_.OwnPlace(wait);
+  float flight = 0.0f;
+  Vec3 to;
+  for (int i = 0; i < kSolverSteps; ++i) {
+    to = outlook_.PlaceOf(goal.place, goal.velocity, wait, flight);
+    to.z = 0.0f;
+    const float distance = std::max(Length(to - from) - goal.radius, 0.0f);
+    if (Ballistics::SpeedAfter(distance, strength) < goal.arrival && !goal.stop) return;
+    flight = goal.stop ? 40.0f : Ballistics::FramesTo(distance, strength);
+    if (flight < 0.0f) return;
+  }
+  if (std::abs(to.x) > kHitReach || std::abs(to.y) > kHitReach * 0.66f || outlook_.IsBlocked(from, to)) return;
+  const float time = static_cast<float>(wait) + flight;
+  float value = goal.value;
+  if (goal.arrival == kTouchSpeed)
+    value = CountSwept(from, from + Normalised(to - from) * (strength * Ballistics::ReachOfLaunch()), wait);
+  if (goal.rival) value *= kRivalHabit / (kRivalHabit + time);
+  if (outlook_.IsDangerous(from, to, wait, flight)) value -= kStunCost;
+  const float worth = value / (time + kSettle);
+  if (worth <= best_.worth) return;
+  best_ = {worth, {true, false, Normalised(to - from), strength, outlook_.OwnPlace(0)}};
+}
+
+// What pays for a touch and lies along the way.
+float Chooser::CountSwept(const Vec3& from, const Vec3& to, int wait) const {
+  const Vec3 way = to - from;
+  const float length = Length(way);
+  float points = 0.0f;
+  for (const Goal& goal : goals_) {
+    if (goal.arrival != kTouchSpeed) continue;
+    const Vec3 place = outlook_.PlaceOf(goal.place, goal.velocity, wait, 0.0f) - from;
+    const float along = Dot(place, way) / length;
+    if (along < 0.0f || along > length) continue;
+    if (Length(place - way * (along / length)) < goal.radius) points += goal.value;
+  }
+  return points;
+}
+
+// The smallest distance to a rival, who is thought to come this way.
+float Chooser::SafetyOf(const Vec3& from, const Vec3& aim, float strength, int wait) const {
+  float safety = 1e9f;
+  for (int frames = 10; frames <= 50; frames += 10) {
+    const float flown = strength * Ballistics::ReachOfLaunch() *
+                        (1.0f - std::pow(Ballistics::KeptAFrame(), static_cast<float>(frames)));
+    const Vec3 own = from + aim * flown;
+    if (!Ballistics::IsInside(own)) return 0.0f;
+    for (int player = 0; player < kPlayers; ++player) {
+      if (player == outlook_.GetPlayer() || !PlayerAt(player).there) continue;
+      const SeenPlayer& rival = PlayerAt(player);
+      const Vec3 there = outlook_.PlaceOf(rival.place, rival.velocity, wait, static_cast<float>(frames));
+      safety = std::min(safety, Length(there - own));
+    }
+  }
+  return safety;
+}
+
+BotPlan Chooser::Flee() const {
+  BotPlan plan;
+  plan.charge = true;
+  plan.from = outlook_.OwnPlace(0);
+  float best = SafetyOf(outlook_.OwnPlace(0), {}, 0.0f, 0);
+  if (best > kCalm) return plan;
+  for (const float strength : {4.0f, 7.0f, 10.0f}) {
+    const float charged = std::max(strength, outlook_.GetCharge());
+    const int wait = WaitFor(charged);
+    const Vec3& from = outlook_.OwnPlace(wait);
+    for (int i = 0; i < kDirections; ++i) {
+      const float angle = static_cast<float>(i) * (2.0f * kPi / kDirections);
+      const Vec3 aim = {std::cos(angle), std::sin(angle), 0.0f};
+      const Vec3 to = from + aim * (charged * Ballistics::ReachOfLaunch());
+      const float safety = SafetyOf(from, aim, charged, wait) - static_cast<float>(wait) / 20.0f;
+      if (safety <= best || outlook_.IsBlocked(from, to)) continue;
+      best = safety;
+      plan = {true, true, aim, charged, outlook_.OwnPlace(0)};
+    }
+  }
+  return plan;
+}
+
+}  // namespace
+
+BotPlan LeadBot::Think(const Sight& sight, const BotMind& mind) {
+  if (!sight.players[static_cast<std::size_t>(mind.player)].there) return {};
+  const Outlook outlook(sight, mind);
+  return Chooser(outlook).Choose();
+}
