@@ -50,8 +50,7 @@ void Drift(Vec3& place, Vec3& velocity, float units) {
   velocity *= KeptAFrame();
   BounceOff(place.x, velocity.x, kFreeX);
   BounceOff(place.y, velocity.y, kFreeY);
-  if (const float speed = Length(velocity); speed > VelocityCap::kTopSpeed)
-    velocity *= VelocityCap::kTopSpeed / speed;
+  if (const float speed = Length(velocity); speed > VelocityCap::kTopSpeed) velocity *= VelocityCap::kTopSpeed / speed;
 }
 
 }  // namespace Ballistics

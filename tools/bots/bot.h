@@ -19,11 +19,11 @@ struct BotMind {
 };
 
 struct BotPlan {
-  bool launch = false;  ///< as soon as the charge is there; false: keep what is charged
-  bool charge = false;  ///< without a launch in mind
-  Vec3 aim;             ///< unit vector
+  bool launch = false;    ///< as soon as the charge is there; false: keep what is charged
+  bool charge = false;    ///< without a launch in mind
+  Vec3 aim;               ///< unit vector
   float strength = 0.0f;  ///< of the launch, units per body second
-  Vec3 from;            ///< where the bot believes to be
+  Vec3 from;              ///< where the bot believes to be
 };
 
 class Bot {

@@ -59,7 +59,7 @@ void BotHands::Move(int frame, const BotPlan& plan, ScriptedPlatform& platform) 
     return;
   }
   if (held_) ++chargedFrames_;
-  const bool ready = held_ && plan.launch && GetCharge() >= plan.strength;
+  const bool ready = held_ && plan.launch && GetCharge() >= std::min(plan.strength, Ballistics::kFullCharge);
   const Vec3 aim = Turned(plan.aim, error_);
   if (plan.launch) Aim(aim, plan.from, platform);
   if (!ready) {

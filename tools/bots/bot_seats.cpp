@@ -37,7 +37,7 @@ void BotSeats::Think(int frame) {
   if (seen.frame != frame - kReaction) return;
   for (const auto& seat : seats_) {
     const BotHands& hands = seat->hands;
-    seat->plan = seat->bot->Think(
-        seen, {seat->player, frame, hands.GetCharge(), hands.GetLaunchFrame(), hands.GetLaunch()});
+    seat->plan =
+        seat->bot->Think(seen, {seat->player, frame, hands.GetCharge(), hands.GetLaunchFrame(), hands.GetLaunch()});
   }
 }

@@ -1,5 +1,7 @@
 #include "tools/bots/hop_bot.h"
 
+#include <algorithm>
+
 #include "tools/bots/ballistics.h"
 
 namespace {
@@ -18,7 +20,7 @@ BotPlan HopBot::Think(const Sight& /*sight*/, const BotMind& mind) {
     hop_ = {x, y, 0.0f};
     nextLaunch_ = mind.frame + static_cast<int>(dice_.Between(kShortestPause, kLongestPause));
   }
-  const float strength = Length(hop_);
+  const float strength = std::min(Length(hop_), Ballistics::kFullCharge);
   const float left = static_cast<float>(nextLaunch_ - mind.frame);
   return {left * Ballistics::kChargeAFrame <= strength - mind.charge, false, Normalised(hop_), strength, {}};
 }

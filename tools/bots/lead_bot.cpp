@@ -12,20 +12,22 @@ namespace {
 
 constexpr float kWeakest = 2.5f;
 constexpr float kStrengthStep = 1.0f;
-constexpr float kHitSpeed = 2.4f;      // at arrival: a hit pays from 2 on
+constexpr float kHitSpeed = 2.4f;  // at arrival: a hit pays from 2 on
 constexpr float kTouchSpeed = 0.3f;
-constexpr float kTouchShare = 0.8f;    // of both radii: how near a flight must come, the aim's error considered
-constexpr float kSettle = 15.0f;       // frames that a launch costs beside charge and flight
-constexpr float kRivalHabit = 40.0f;   // frames in which a rival will have changed its mind
-constexpr float kHeldSeconds = 2.0f;   // game seconds for which what can be taken away is kept
-constexpr float kStunCost = 3.0f;      // points
+constexpr float kTouchShare = 0.8f;   // of both radii: how near a flight must come, the aim's error considered
+constexpr float kSettle = 15.0f;      // frames that a launch costs beside charge and flight
+constexpr float kRivalHabit = 40.0f;  // frames in which a rival will have changed its mind
+constexpr float kHeldSeconds = 2.0f;  // game seconds for which what can be taken away is kept
+constexpr float kStunCost = 3.0f;     // points
 constexpr float kStunFrames = 118.0f;
-constexpr float kHillReach = 2.0f;     // world units from its middle within which it pays
-constexpr float kGuardReach = 5.0f;    // of a rival from the ball
-constexpr float kHitReach = 15.0f;     // world units: what is farther out cannot be hit from inside
+constexpr float kHillReach = 2.0f;   // world units from its middle within which it pays
+constexpr float kGuardReach = 5.0f;  // of a rival from the ball
+constexpr float kHitReach = 15.0f;   // world units: what is farther out cannot be hit from inside
 constexpr int kSolverSteps = 4;
-constexpr int kDirections = 16;        // of a flight from rivals
-constexpr float kCalm = 6.0f;          // world units to the next rival with which the wearer is content
+constexpr int kSafetyStep = 8;     // frames
+constexpr int kSafetyFrames = 48;  // of a flight that are looked at
+constexpr int kDirections = 16;    // of a flight from rivals
+constexpr float kCalm = 6.0f;      // world units to the next rival with which the wearer is content
 
 struct Goal {
   Vec3 place;  // as seen
@@ -34,7 +36,7 @@ struct Goal {
   float arrival;  // least speed there
   float value;    // points
   bool stop = false;
-  bool rival = false;
+  int track = -1;  // of what flies as players do; below 0: it keeps its speed
 };
 
 struct Choice {
@@ -59,11 +61,17 @@ class Chooser {
   void AddHill(const SeenThing& hill);
   void AddBall(const SeenThing& ball);
   void AddRival(int player, float value);
+  int AddTrack(const Vec3& place, const Vec3& velocity, float radius) {
+    tracks_.push_back(outlook_.Follow(place, velocity, radius));
+    return static_cast<int>(tracks_.size()) - 1;
+  }
+  Vec3 PlaceOf(const Goal& goal, int wait, float flight) const;
   void Weigh(const Goal& goal);
   void WeighStrength(const Goal& goal, float strength);
   float CountSwept(const Vec3& from, const Vec3& to, int wait) const;
-  BotPlan Flee() const;
+  BotPlan Flee();
   float SafetyOf(const Vec3& from, const Vec3& aim, float strength, int wait) const;
+  float GapToRivals(const Vec3& own, int frame) const;
   int WaitFor(float strength) const {
     return static_cast<int>(std::ceil(std::max(strength - outlook_.GetCharge(), 0.0f) / Ballistics::kChargeAFrame));
   }
@@ -71,6 +79,7 @@ class Chooser {
 
   const Outlook& outlook_;
   std::vector<Goal> goals_;
+  std::vector<Outlook::Track> tracks_;
   bool wears_ = false;
   Choice best_;
 };
@@ -103,7 +112,7 @@ void Chooser::AddRival(int player, float value) {
   if (player < 0 || !PlayerAt(player).there) return;
   const SeenPlayer& rival = PlayerAt(player);
   goals_.push_back({rival.place, rival.velocity, 2.0f * Ballistics::kPlayerRadius * kTouchShare, kHitSpeed, value,
-                    false, true});
+                    false, AddTrack(rival.place, rival.velocity, Ballistics::kPlayerRadius)});
 }
 
 // A rival on it keeps everybody from it, and is stunned by a hit.
@@ -122,19 +131,32 @@ void Chooser::AddHill(const SeenThing& hill) {
 void Chooser::AddBall(const SeenThing& ball) {
   const float value = ball.pays->points * kHeldSeconds;
   const float reach = (ball.radius + Ballistics::kPlayerRadius) * kTouchShare;
-  if (ball.pays->owner != outlook_.GetPlayer()) {
-    goals_.push_back({ball.place, ball.velocity, reach, kHitSpeed, value, false, true});
-    return;
-  }
+  const bool own = ball.pays->owner == outlook_.GetPlayer();
+  goals_.push_back({ball.place, ball.velocity, reach, kHitSpeed, own ? 0.3f * value : value, false,
+                    AddTrack(ball.place, ball.velocity, ball.radius)});
+  if (!own) return;
   for (int player = 0; player < kPlayers; ++player)
     if (player != outlook_.GetPlayer() && Length(PlayerAt(player).place - ball.place) < kGuardReach)
       AddRival(player, 0.5f * value);
 }
 
+Vec3 Chooser::PlaceOf(const Goal& goal, int wait, float flight) const {
+  Vec3 place;
+  if (goal.track < 0) {
+    place = outlook_.PlaceOf(goal.place, goal.velocity, wait, flight);
+  } else {
+    const int frame = std::min(wait + static_cast<int>(flight), Outlook::kFrames - 1);
+    place = tracks_[static_cast<std::size_t>(goal.track)][static_cast<std::size_t>(frame)];
+  }
+  place.z = 0.0f;
+  return place;
+}
+
 void Chooser::Weigh(const Goal& goal) {
   if (goal.stop) {
     const float distance = Length(goal.place - outlook_.OwnPlace(0));
-    WeighStrength(goal, std::clamp(distance / Ballistics::ReachOfLaunch(), outlook_.GetCharge(), Ballistics::kFullCharge));
+    WeighStrength(goal,
+                  std::clamp(distance / Ballistics::ReachOfLaunch(), outlook_.GetCharge(), Ballistics::kFullCharge));
     return;
   }
   for (float strength = std::max(outlook_.GetCharge(), kWeakest); strength < Ballistics::kFullCharge + kStrengthStep;
@@ -148,8 +170,7 @@ void Chooser::WeighStrength(const Goal& goal, float strength) {
   float flight = 0.0f;
   Vec3 to;
   for (int i = 0; i < kSolverSteps; ++i) {
-    to = outlook_.PlaceOf(goal.place, goal.velocity, wait, flight);
-    to.z = 0.0f;
+    to = PlaceOf(goal, wait, flight);
     const float distance = std::max(Length(to - from) - goal.radius, 0.0f);
     if (Ballistics::SpeedAfter(distance, strength) < goal.arrival && !goal.stop) return;
     flight = goal.stop ? 40.0f : Ballistics::FramesTo(distance, strength);
@@ -160,7 +181,7 @@ void Chooser::WeighStrength(const Goal& goal, float strength) {
   float value = goal.value;
   if (goal.arrival == kTouchSpeed)
     value = CountSwept(from, from + Normalised(to - from) * (strength * Ballistics::ReachOfLaunch()), wait);
-  if (goal.rival) value *= kRivalHabit / (kRivalHabit + time);
+  if (goal.track >= 0) value *= kRivalHabit / (kRivalHabit + time);
   if (outlook_.IsDangerous(from, to, wait, flight)) value -= kStunCost;
   const float worth = value / (time + kSettle);
   if (worth <= best_.worth) return;
@@ -182,25 +203,33 @@ float Chooser::CountSwept(const Vec3& from, const Vec3& to, int wait) const {
   return points;
 }
 
-// The smallest distance to a rival, who is thought to come this way.
+float Chooser::GapToRivals(const Vec3& own, int frame) const {
+  float gap = kCalm * 10.0f;
+  for (const Outlook::Track& track : tracks_)
+    gap = std::min(gap, Length(track[static_cast<std::size_t>(std::min(frame, Outlook::kFrames - 1))] - own));
+  return gap;
+}
+
+// The smallest distance to a rival during charge and flight; without an aim, of who stays on its way.
 float Chooser::SafetyOf(const Vec3& from, const Vec3& aim, float strength, int wait) const {
-  float safety = 1e9f;
-  for (int frames = 10; frames <= 50; frames += 10) {
+  float safety = kCalm * 10.0f;
+  for (int frame = 0; frame < wait; frame += kSafetyStep)
+    safety = std::min(safety, GapToRivals(outlook_.OwnPlace(frame), frame));
+  for (int flight = kSafetyStep; flight <= kSafetyFrames; flight += kSafetyStep) {
     const float flown = strength * Ballistics::ReachOfLaunch() *
-                        (1.0f - std::pow(Ballistics::KeptAFrame(), static_cast<float>(frames)));
-    const Vec3 own = from + aim * flown;
+                        (1.0f - std::pow(Ballistics::KeptAFrame(), static_cast<float>(flight)));
+    const Vec3 own = strength > 0.0f ? from + aim * flown : outlook_.OwnPlace(flight);
     if (!Ballistics::IsInside(own)) return 0.0f;
-    for (int player = 0; player < kPlayers; ++player) {
-      if (player == outlook_.GetPlayer() || !PlayerAt(player).there) continue;
-      const SeenPlayer& rival = PlayerAt(player);
-      const Vec3 there = outlook_.PlaceOf(rival.place, rival.velocity, wait, static_cast<float>(frames));
-      safety = std::min(safety, Length(there - own));
-    }
+    safety = std::min(safety, GapToRivals(own, wait + flight));
   }
   return safety;
 }
 
-BotPlan Chooser::Flee() const {
+BotPlan Chooser::Flee() {
+  tracks_.clear();
+  for (int player = 0; player < kPlayers; ++player)
+    if (player != outlook_.GetPlayer() && PlayerAt(player).there)
+      AddTrack(PlayerAt(player).place, PlayerAt(player).velocity, Ballistics::kPlayerRadius);
   BotPlan plan;
   plan.charge = true;
   plan.from = outlook_.OwnPlace(0);
@@ -214,7 +243,7 @@ BotPlan Chooser::Flee() const {
       const float angle = static_cast<float>(i) * (2.0f * kPi / kDirections);
       const Vec3 aim = {std::cos(angle), std::sin(angle), 0.0f};
       const Vec3 to = from + aim * (charged * Ballistics::ReachOfLaunch());
-      const float safety = SafetyOf(from, aim, charged, wait) - static_cast<float>(wait) / 20.0f;
+      const float safety = SafetyOf(from, aim, charged, wait);
       if (safety <= best || outlook_.IsBlocked(from, to)) continue;
       best = safety;
       plan = {true, true, aim, charged, outlook_.OwnPlace(0)};

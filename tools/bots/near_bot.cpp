@@ -8,7 +8,7 @@ namespace {
 
 constexpr float kArrivalSpeed = 3.0f;  // units per body second: a hit pays from 2 on
 constexpr float kWeakest = 3.0f;
-constexpr float kOnIt = 1.5f;          // world units from the middle of what pays for staying
+constexpr float kOnIt = 1.5f;  // world units from the middle of what pays for staying
 
 struct Goal {
   Vec3 way;

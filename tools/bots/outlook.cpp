@@ -7,6 +7,7 @@
 namespace {
 
 constexpr float kSafeGap = 0.4f;  // world units beside what stuns
+constexpr float kBounce = 2.0f;   // of what stands fast: between sand's 1.5 and a bumper's 2.5
 constexpr int kSamples = 5;       // of a flight
 
 float DistanceToSegment(const Vec3& point, const Vec3& from, const Vec3& to) {
@@ -25,11 +26,36 @@ Outlook::Outlook(const Sight& sight, const BotMind& mind)
   Vec3 velocity = seen.velocity;
   for (int frame = sight.frame; frame < mind.frame; ++frame) {
     if (frame == mind.launchFrame) velocity = mind.launch;
-    Ballistics::Drift(place, velocity, sight.units);
+    Drift(place, velocity, Ballistics::kPlayerRadius);
   }
   for (Vec3& own : own_) {
     own = place;
-    Ballistics::Drift(place, velocity, sight.units);
+    Drift(place, velocity, Ballistics::kPlayerRadius);
+  }
+}
+
+Outlook::Track Outlook::Follow(const Vec3& place, const Vec3& velocity, float radius) const {
+  Vec3 p = place;
+  Vec3 v = velocity;
+  for (int frame = 0; frame < age_; ++frame) Drift(p, v, radius);
+  Track track;
+  for (Vec3& ahead : track) {
+    ahead = p;
+    Drift(p, v, radius);
+  }
+  return track;
+}
+
+void Outlook::Drift(Vec3& place, Vec3& velocity, float radius) const {
+  Ballistics::Drift(place, velocity, sight_.units);
+  for (const SeenThing& obstacle : sight_.obstacles) {
+    const Vec3 way = {place.x - obstacle.place.x, place.y - obstacle.place.y, 0.0f};
+    const float touch = obstacle.radius + radius;
+    if (SquaredLength(way) > touch * touch) continue;
+    const Vec3 normal = Normalised(way);
+    const float approach = Dot(velocity, normal);
+    place = place + normal * (touch - Length(way));
+    if (approach < 0.0f) velocity -= normal * (approach * (1.0f + kBounce));
   }
 }
 

@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr float kBrokenSpeed = 9.0f;   // broken things spin away at 10, and nothing that pays is as fast
-constexpr float kBoxShare = 0.8f;      // of a box's half diagonal: how wide it is on the average
+constexpr float kBrokenSpeed = 9.0f;       // broken things spin away at 10, and nothing that pays is as fast
+constexpr float kBoxShare = 0.8f;          // of a box's half diagonal: how wide it is on the average
 constexpr float kLargestObstacle = 4.0f;   // the whale is none to fly around
 constexpr float kFollowingSquared = 0.5f;  // of a ring's speed
 

@@ -1,9 +1,9 @@
 #include "tools/simulate/run.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cinttypes>
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <system_error>

@@ -23,18 +23,18 @@ struct RunOptions {
   std::string dataFolder;  ///< absolute
   std::string level;       ///< one level into an empty scene; empty: one of the two below
   bool match = false;
-  bool boot = false;      ///< begin with the start-up screens
-  bool pilots = false;    ///< the computer flies player 1 too
-  int frames = -1;        ///< -1: as many as a recording has
-  bool untilEnd = false;  ///< instead of a number of frames: until the win screen waits for a button
-  int matches = 0;        ///< above 0: that many whole matches one after the other
-  std::string inputFile;  ///< empty: none
-  bool digest = false;    ///< print a hash of the final state
-  BotKinds bots{};        ///< who flies the pads
+  bool boot = false;                ///< begin with the start-up screens
+  bool pilots = false;              ///< the computer flies player 1 too
+  int frames = -1;                  ///< -1: as many as a recording has
+  bool untilEnd = false;            ///< instead of a number of frames: until the win screen waits for a button
+  int matches = 0;                  ///< above 0: that many whole matches one after the other
+  std::string inputFile;            ///< empty: none
+  bool digest = false;              ///< print a hash of the final state
+  BotKinds bots{};                  ///< who flies the pads
   BotKind mouse = BotKind::kNone;   ///< who flies the first seat by the mouse
   std::uint32_t seed = kFirstSeed;  ///< of the game's random stream, and of the bots' own
   bool HasBots() const { return bots != BotKinds{} || mouse != BotKind::kNone; }
-  bool live = false;      ///< a window's events come by GetGiven, after the editor's bars have had theirs
+  bool live = false;  ///< a window's events come by GetGiven, after the editor's bars have had theirs
 };
 
 /// Who looks on, frame by frame. Frames count from 0.
