@@ -110,7 +110,8 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
   const RunGroups run = AddRun(*command, options);
   run.howLong
-      ->add_option("--matches", options.matches, "That many whole matches of four pilots, with tables at the end")
+      ->add_option("--matches", options.matches,
+                   "That many whole matches, flown by pilots where no bot does, with tables")
       ->check(CLI::Range(1, kMostMatches))
       ->excludes(run.level)
       ->excludes(run.boot);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr float kWeakest = 2.5f;
+constexpr float kWeakest = 2.5f;  // of a launch, units per body second
 constexpr float kStrengthStep = 1.0f;
 constexpr float kHitSpeed = 2.4f;  // at arrival: a hit pays from 2 on
 constexpr float kTouchSpeed = 0.3f;
@@ -18,11 +18,12 @@ constexpr float kTouchShare = 0.8f;   // of both radii: how near a flight must c
 constexpr float kSettle = 15.0f;      // frames that a launch costs beside charge and flight
 constexpr float kRivalHabit = 40.0f;  // frames in which a rival will have changed its mind
 constexpr float kHeldSeconds = 2.0f;  // game seconds for which what can be taken away is kept
-constexpr float kStunCost = 3.0f;     // points
-constexpr float kStunFrames = 118.0f;
-constexpr float kHillReach = 2.0f;   // world units from its middle within which it pays
-constexpr float kGuardReach = 5.0f;  // of a rival from the ball
-constexpr float kHitReach = 15.0f;   // world units: what is farther out cannot be hit from inside
+constexpr float kStunCost = 3.0f;     // points that are not won in a stun's second
+constexpr float kHillReach = 2.0f;    // world units from its middle within which it pays
+constexpr float kGuardReach = 5.0f;   // of a rival from the ball
+constexpr float kHitReachX = 15.0f;   // world units: what is farther out cannot be hit from inside
+constexpr float kHitReachY = 10.0f;
+constexpr float kStopTime = 40.0f;  // frames of a launch to where it ends: the last stretch takes for ever
 constexpr int kSolverSteps = 4;
 constexpr int kSafetyStep = 8;     // frames
 constexpr int kSafetyFrames = 48;  // of a flight that are looked at
@@ -173,10 +174,10 @@ void Chooser::WeighStrength(const Goal& goal, float strength) {
     to = PlaceOf(goal, wait, flight);
     const float distance = std::max(Length(to - from) - goal.radius, 0.0f);
     if (Ballistics::SpeedAfter(distance, strength) < goal.arrival && !goal.stop) return;
-    flight = goal.stop ? 40.0f : Ballistics::FramesTo(distance, strength);
+    flight = goal.stop ? kStopTime : Ballistics::FramesTo(distance, strength);
     if (flight < 0.0f) return;
   }
-  if (std::abs(to.x) > kHitReach || std::abs(to.y) > kHitReach * 0.66f || outlook_.IsBlocked(from, to)) return;
+  if (std::abs(to.x) > kHitReachX || std::abs(to.y) > kHitReachY || outlook_.IsBlocked(from, to)) return;
   const float time = static_cast<float>(wait) + flight;
   float value = goal.value;
   if (goal.arrival == kTouchSpeed)

@@ -87,6 +87,23 @@ int ReadInput(RunOptions& options, InputScript& input) {
   return 0;
 }
 
+int CheckPlayers(const RunOptions& options, const InputScript& input) {
+  if (input.IsRecording() && (options.HasBots() || options.seed != kFirstSeed))
+    return RefuseUsage("a recording says who played, from the game's own seed: without --bots, --mouse and --seed");
+  if (options.HasBots() && !options.match)
+    return RefuseUsage("--bots and --mouse play matches: with --match or --matches");
+  const bool mouse = options.mouse != BotKind::kNone;
+  const bool firstPad = options.bots[0] != BotKind::kNone;
+  if (static_cast<int>(mouse) + static_cast<int>(firstPad) + static_cast<int>(options.pilots) > 1)
+    return RefuseUsage("who flies player 1? --mouse, the first of --bots, or --pilots");
+  std::string error = mouse ? input.FindMouse() : "";
+  for (int slot = 0; slot < kGamepadSlots && error.empty(); ++slot)
+    if (options.bots[static_cast<std::size_t>(slot)] != BotKind::kNone) error = input.FindPad(slot);
+  if (error.empty()) return 0;
+  FailFile(options.inputFile, error);
+  return kWrongUsage;
+}
+
 int EnterDataFolder(const RunOptions& options, const InputScript& input) {
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);

@@ -33,8 +33,9 @@ struct RunOptions {
   BotKinds bots{};                  ///< who flies the pads
   BotKind mouse = BotKind::kNone;   ///< who flies the first seat by the mouse
   std::uint32_t seed = kFirstSeed;  ///< of the game's random stream, and of the bots' own
+  bool live = false;                ///< a window's events come by GetGiven, after the editor's bars have had theirs
+
   bool HasBots() const { return bots != BotKinds{} || mouse != BotKind::kNone; }
-  bool live = false;  ///< a window's events come by GetGiven, after the editor's bars have had theirs
 };
 
 /// Who looks on, frame by frame. Frames count from 0.
@@ -55,6 +56,9 @@ int RefuseUsage(const char* why);
 /// Reads the input file, if there is one, whose name is meant relative to the present folder. A recording says itself
 /// what is run and for how long, if the options do not. An exit code: 2 for a wrong line.
 int ReadInput(RunOptions& options, InputScript& input);
+
+/// Whether bots and seed go with what is run and with what the input file moves. An exit code.
+int CheckPlayers(const RunOptions& options, const InputScript& input);
 
 /// Enters the data folder and looks for the level there. An exit code. For a recording it is a folder of links to it,
 /// in which the run may save what it likes; that the data are others is told in a line.
