@@ -160,9 +160,11 @@ void Chooser::Weigh(const Goal& goal) {
                   std::clamp(distance / Ballistics::ReachOfLaunch(), outlook_.GetCharge(), Ballistics::kFullCharge));
     return;
   }
-  for (float strength = std::max(outlook_.GetCharge(), kWeakest); strength < Ballistics::kFullCharge + kStrengthStep;
-       strength += kStrengthStep)
+  float strength = std::max(outlook_.GetCharge(), kWeakest);
+  while (strength < Ballistics::kFullCharge + kStrengthStep) {
     WeighStrength(goal, std::min(strength, Ballistics::kFullCharge));
+    strength += kStrengthStep;
+  }
 }
 
 void Chooser::WeighStrength(const Goal& goal, float strength) {
