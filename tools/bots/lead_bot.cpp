@@ -1,6 +1,7 @@
 #include "tools/bots/lead_bot.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -14,21 +15,24 @@ constexpr float kWeakest = 2.5f;  // of a launch, units per body second
 constexpr float kStrengthStep = 1.0f;
 constexpr float kHitSpeed = 2.4f;  // at arrival: a hit pays from 2 on
 constexpr float kTouchSpeed = 0.3f;
-constexpr float kTouchShare = 0.8f;   // of both radii: how near a flight must come, the aim's error considered
-constexpr float kSettle = 15.0f;      // frames that a launch costs beside charge and flight
-constexpr float kRivalHabit = 40.0f;  // frames in which a rival will have changed its mind
-constexpr float kHeldSeconds = 2.0f;  // game seconds for which what can be taken away is kept
-constexpr float kStunCost = 3.0f;     // points that are not won in a stun's second
-constexpr float kHillReach = 2.0f;    // world units from its middle within which it pays
-constexpr float kGuardReach = 5.0f;   // of a rival from the ball
-constexpr float kHitReachX = 15.0f;   // world units: what is farther out cannot be hit from inside
+constexpr float kTouchShare = 0.8f;    // of both radii: how near a flight must come, the aim's error considered
+constexpr float kSettle = 15.0f;       // frames that a launch costs beside charge and flight
+constexpr float kRivalHabit = 40.0f;   // frames in which a rival will have changed its mind
+constexpr float kHeldSeconds = 2.0f;   // game seconds for which what can be taken away is kept
+constexpr float kStunCost = 3.0f;      // points that are not won in a stun's second
+constexpr float kHillReach = 2.0f;     // world units from its middle within which it pays
+constexpr float kOwnBallShare = 0.3f;  // of a strange ball's worth: one's own is only driven away from others
+constexpr float kGuardShare = 0.5f;    // of it, for ramming who comes near
+constexpr float kGuardReach = 5.0f;    // of a rival from the ball
+constexpr float kHitReachX = 15.0f;    // world units: what is farther out cannot be hit from inside
 constexpr float kHitReachY = 10.0f;
 constexpr float kStopTime = 40.0f;  // frames of a launch to where it ends: the last stretch takes for ever
 constexpr int kSolverSteps = 4;
 constexpr int kSafetyStep = 8;     // frames
 constexpr int kSafetyFrames = 48;  // of a flight that are looked at
 constexpr int kDirections = 16;    // of a flight from rivals
-constexpr float kCalm = 6.0f;      // world units to the next rival with which the wearer is content
+constexpr std::array<float, 3> kFleeStrengths = {4.0f, 7.0f, 10.0f};
+constexpr float kCalm = 6.0f;  // world units to the next rival with which the wearer is content
 
 struct Goal {
   Vec3 place;  // as seen
@@ -133,12 +137,12 @@ void Chooser::AddBall(const SeenThing& ball) {
   const float value = ball.pays->points * kHeldSeconds;
   const float reach = (ball.radius + Ballistics::kPlayerRadius) * kTouchShare;
   const bool own = ball.pays->owner == outlook_.GetPlayer();
-  goals_.push_back({ball.place, ball.velocity, reach, kHitSpeed, own ? 0.3f * value : value, false,
+  goals_.push_back({ball.place, ball.velocity, reach, kHitSpeed, own ? kOwnBallShare * value : value, false,
                     AddTrack(ball.place, ball.velocity, ball.radius)});
   if (!own) return;
   for (int player = 0; player < kPlayers; ++player)
     if (player != outlook_.GetPlayer() && Length(PlayerAt(player).place - ball.place) < kGuardReach)
-      AddRival(player, 0.5f * value);
+      AddRival(player, kGuardShare * value);
 }
 
 Vec3 Chooser::PlaceOf(const Goal& goal, int wait, float flight) const {
@@ -238,7 +242,7 @@ BotPlan Chooser::Flee() {
   plan.from = outlook_.OwnPlace(0);
   float best = SafetyOf(outlook_.OwnPlace(0), {}, 0.0f, 0);
   if (best > kCalm) return plan;
-  for (const float strength : {4.0f, 7.0f, 10.0f}) {
+  for (const float strength : kFleeStrengths) {
     const float charged = std::max(strength, outlook_.GetCharge());
     const int wait = WaitFor(charged);
     const Vec3& from = outlook_.OwnPlace(wait);
