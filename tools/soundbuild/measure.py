@@ -18,7 +18,7 @@ def decibels(value):
     return 20 * np.log10(max(value, 1e-9))
 
 
-def _k_weighting(hertz):
+def k_weighting(hertz):
     """Response of the two filters of ITU-R BS.1770-4, annex 1, whose coefficients are given for 48 kHz."""
     z = np.exp(-2j * np.pi * hertz / RATE)
     shelf = (1.53512485958697 - 2.69169618940638 * z + 1.19839281085285 * z**2) / (
@@ -37,7 +37,7 @@ def _momentary_powers(samples):
     """Mean square of the K-weighted sound in windows of 0.4 s that start every 0.1 s."""
     frames = max(samples.shape[1], int(0.4 * RATE))
     spectrum = np.fft.rfft(_padded(samples, RATE))
-    weighted = np.fft.irfft(spectrum * _k_weighting(np.fft.rfftfreq(_padded(samples, RATE).shape[1], 1 / RATE)))
+    weighted = np.fft.irfft(spectrum * k_weighting(np.fft.rfftfreq(_padded(samples, RATE).shape[1], 1 / RATE)))
     energy = np.cumsum(np.pad((weighted[:, :frames] ** 2).sum(axis=0), (1, 0)))
     window = int(0.4 * RATE)
     starts = np.arange(0, frames - window + 1, RATE // 10)
@@ -90,3 +90,34 @@ def leading_silence(samples):
     """Seconds before the sound reaches 40 dB below its own peak."""
     loud = np.abs(samples).max(axis=0)
     return np.argmax(loud > loud.max() * 0.01) / RATE
+
+
+def at_speed(samples, speed):
+    """The sound as it is played faster or slower, which moves its pitch too."""
+    if speed == 1.0:
+        return samples
+    there = np.arange(0, samples.shape[1] - 1, speed)
+    return np.stack([np.interp(there, np.arange(samples.shape[1]), channel) for channel in samples])
+
+
+def attack(samples):
+    """Seconds in which the level, over 2 ms, rises from a tenth of its highest value to nine tenths."""
+    window = np.ones(RATE // 500) / (RATE // 500)
+    level = np.sqrt(np.convolve((samples**2).mean(axis=0), window)[: 2 * RATE])
+    return (np.argmax(level > 0.9 * level.max()) - np.argmax(level > 0.1 * level.max())) / RATE
+
+
+def spectral_centre(samples):
+    """Hz around which the energy lies."""
+    power = (np.abs(np.fft.rfft(samples)) ** 2).sum(axis=0)
+    return (np.fft.rfftfreq(samples.shape[1], 1 / RATE) * power).sum() / power.sum()
+
+
+def loudness_of_seconds(samples):
+    """LUFS of each whole second; each is weighted by itself."""
+    weight = k_weighting(np.fft.rfftfreq(2 * RATE, 1 / RATE))
+    found = []
+    for start in range(0, samples.shape[1] - RATE + 1, RATE):
+        second = np.fft.irfft(np.fft.rfft(samples[:, start : start + RATE], 2 * RATE) * weight)
+        found.append(_lufs((second[:, :RATE] ** 2).sum(axis=0).mean()))
+    return np.array(found)
