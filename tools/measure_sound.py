@@ -16,7 +16,9 @@ from soundbuild import limits, masking, match_run, measure, seam
 from soundbuild.measure import RATE
 from soundbuild.tune import longest_repeat
 
-MUSIC_WITHIN = 10.0  # dB below its usual second: as far below the mean as BS.1770's gate, under which nothing counts
+MUSIC_WITHIN = 10.0  # dB below the match's tune: BS.1770's gate, under which a moment does not count as sounding
+OUTPUT = 0.708  # what the mixer leaves of a sound in each of the two channels
+SAME_GAIN = 0.1  # dB
 STANDS_OUT = 6.0  # dB
 REPEATS = 2  # bars in a row
 TEMPO = {"Marlo_Pirates": 100, "Marlo_Buckaneer": 126, "Marlo_Buckaneer_Fast": 150, "Marlo_Baha": 92}
@@ -48,6 +50,10 @@ def gain(heard, sound):
     return (heard * sound).sum() / (sound * sound).sum()
 
 
+def print_head(*columns):
+    print(f"\n| {' | '.join(columns)} |\n{'|---' * len(columns)}|")
+
+
 def place(frame):
     return frame * match_run.SAMPLES_A_FRAME + LATENCY
 
@@ -58,42 +64,43 @@ def check_music(heard):
     for name, begin, end in heard.rules:
         part = slice(place(begin), place(end))
         seconds[name] = [measure.loudness_of_seconds(sound[:, part]) for sound in (heard.music, heard.whole)]
-    lowest = np.median(np.concatenate([music for music, _ in seconds.values()])) - MUSIC_WITHIN
-    print("\n| rule | seconds | quietest second of the music, LUFS | of all | loudest second of all |\n|---|---|---|---|---|")
+    volume = OUTPUT * limits.VOLUME[MATCH_TUNE]
+    lowest = measure.integrated_loudness(heard.tune) + measure.decibels(volume) - MUSIC_WITHIN
+    print_head("rule", "seconds", "quietest second of the music, LUFS", "of all", "loudest second of all")
     found = []
     for name, (music, whole) in seconds.items():
         print(f"| {name} | {len(music)} | {music.min():.1f} | {whole.min():.1f} | {whole.max():.1f} |")
-        found += [f"{name}: no music in second {k}, {level:.1f} LUFS" for k, level in enumerate(music) if level < lowest]
+        found += [f"{name}: no music in its second {k}, {music[k]:.1f} LUFS" for k in np.flatnonzero(music < lowest)]
     return found
 
 
-def check_gains(heard):
-    """How loud the game plays its effects and its tune. Gives the gain of effects, and faults."""
-    start = place(match_run.starts(heard.events, CROWN_NUMBER)[0])
-    alone = slice(start, start + RATE // 4)  # before another one may begin
+def check_gains(heard, first_crown):
+    """How loud the game plays its effects and its tune."""
+    alone = slice(place(first_crown), place(first_crown) + RATE // 4)  # before another one may begin
     of_effects = gain(heard.whole[:, alone] - heard.rest[:, alone], heard.sounds[CROWN][:, : RATE // 4])
     of_tune = gain(heard.music[:, LATENCY : LATENCY + RATE], heard.tune[:, :RATE])
-    print(f"\nEffects are played at {measure.decibels(of_effects):.1f} dB, the match's tune at "
-          f"{measure.decibels(of_tune):.1f} dB of their files.")
-    volume = limits.VOLUME[MATCH_TUNE]
-    wrong = abs(measure.decibels(of_tune / of_effects) - measure.decibels(volume)) > 0.1
-    return of_effects, [f"{MATCH_TUNE} is not played at {volume} of the effects' volume"] if wrong else []
+    played = {CROWN: (of_effects, OUTPUT), MATCH_TUNE: (of_tune, OUTPUT * limits.VOLUME[MATCH_TUNE])}
+    decibels = {name: [measure.decibels(value) for value in pair] for name, pair in played.items()}
+    print(f"\nEffects are played at {decibels[CROWN][0]:.1f} dB, the match's tune at {decibels[MATCH_TUNE][0]:.1f} dB.")
+    return [f"{name} is played at {found:.1f} dB, not {wanted:.1f}" for name, (found, wanted) in decibels.items()
+            if abs(found - wanted) > SAME_GAIN]
 
 
 def check_standing_out(heard):
-    """The two sounds over the rest of the match. The game starts no change of rule: it is laid over where rules begin."""
+    """The two sounds over the rest of the match. The game starts none at a change of rule: it is laid over where they
+    begin."""
     crowns, changes = (match_run.starts(heard.events, number) for number in (CROWN_NUMBER, CHANGE_NUMBER))
     if not crowns:
         return [f"{CROWN} is not played in this match"]
-    of_effects, found = check_gains(heard)
+    found = check_gains(heard, crowns[0])
 
     def played(part):
         return heard.whole[:, part] - heard.rest[:, part]
 
     def laid_over(part):
-        return of_effects * heard.sounds[CHANGE][:, : part.stop - part.start]
+        return OUTPUT * heard.sounds[CHANGE][:, : part.stop - part.start]
 
-    print("\n| sound | its bands, Hz | times | least above the rest, dB | median |\n|---|---|---|---|---|")
+    print_head("sound", "its bands, Hz", "times", "least above the rest, dB", "median")
     found += stand_out(heard, CROWN, crowns, played)
     begins = [begin for _, begin, _ in heard.rules]
     return found + stand_out(heard, CHANGE, changes or begins, played if changes else laid_over)
@@ -105,11 +112,12 @@ def stand_out(heard, name, starts, sound_in):
     above = [masking.stands_out(sound_in(part), heard.rest[:, part], bands) for part in parts]
     centres = ", ".join(f"{hertz:.0f}" for hertz in masking.CENTRES[bands])
     print(f"| {name.removesuffix('.ogg')} | {centres} | {len(above)} | {min(above):.1f} | {np.median(above):.1f} |")
-    return [f"{name}: {dB:.1f} dB above the rest in frame {start}" for start, dB in zip(starts, above) if dB < STANDS_OUT]
+    low = [(start, dB) for start, dB in zip(starts, above) if dB < STANDS_OUT]
+    return [f"{name}: {dB:.1f} dB above the rest in frame {start}" for start, dB in low]
 
 
 def check_bars(tunes):
-    print("\n| tune | bars | longest repeat | of the drums alone |\n|---|---|---|---|")
+    print_head("tune", "bars", "longest repeat", "of the drums alone")
     found = []
     for name in tunes:
         bars, drums = read_bars_of(name)
@@ -121,7 +129,7 @@ def check_bars(tunes):
 
 
 def check_seams(tunes, rows, heard):
-    print("\n| tune | step at the seam (inside) | change of spectrum, dB (inside) | correlation (inside) |\n|---|---|---|---|")
+    print_head("tune", "step at the seam (inside)", "change of spectrum, dB (inside)", "correlation (inside)")
     found = []
     for name in tunes:
         samples = rows[f"{name}.ogg"]["samples"]

@@ -28,11 +28,11 @@ class Match:
             run = subprocess.Popen([self._tool(), "simulate", *MATCH, "--wav", target, "--trace", "-"],
                                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
             # some thousand lines of some million
-            log = subprocess.run(["grep", "^event "], stdin=run.stdout, capture_output=True, check=True, text=True).stdout
+            grep = subprocess.run(["grep", "^event "], stdin=run.stdout, capture_output=True, check=True, text=True)
             run.stdout.close()
             if run.wait() != 0:
                 raise subprocess.CalledProcessError(run.returncode, run.args)
-            lines = [line.split() for line in log.splitlines()]
+            lines = [line.split() for line in grep.stdout.splitlines()]
             return _read_wav(target), [(int(words[1]), words[2:]) for words in lines]
 
     def sound_without(self, silent):

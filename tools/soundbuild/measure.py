@@ -5,6 +5,9 @@ import subprocess
 import numpy as np
 
 RATE = 48000
+BLOCK = 1 << 16  # frames transformed at once
+FILTER_RINGS = 1 << 13  # frames after which nothing is left of what K-weighting has heard
+BLOCK_EDGE = 1 << 10  # of a block, where its end and its start meet
 
 
 def decode(path, channels):
@@ -28,18 +31,23 @@ def k_weighting(hertz):
     return shelf * high_pass
 
 
-def _padded(samples, extra):
-    size = 1 << int(samples.shape[1] + extra - 1).bit_length()
-    return np.pad(samples, ((0, 0), (0, size - samples.shape[1])))
+def k_weighted(samples):
+    """The sound through these filters, block by block."""
+    weight = k_weighting(np.fft.rfftfreq(BLOCK, 1 / RATE))
+    padded = np.pad(samples, ((0, 0), (FILTER_RINGS, BLOCK)))
+    parts = []
+    for start in range(0, samples.shape[1], BLOCK - FILTER_RINGS):
+        part = np.fft.irfft(np.fft.rfft(padded[:, start : start + BLOCK]) * weight, BLOCK)
+        parts.append(part[:, FILTER_RINGS:])  # before that, the block's start would hear its end
+    return np.concatenate(parts, axis=1)[:, : samples.shape[1]]
 
 
 def _momentary_powers(samples):
     """Mean square of the K-weighted sound in windows of 0.4 s that start every 0.1 s."""
-    frames = max(samples.shape[1], int(0.4 * RATE))
-    spectrum = np.fft.rfft(_padded(samples, RATE))
-    weighted = np.fft.irfft(spectrum * k_weighting(np.fft.rfftfreq(_padded(samples, RATE).shape[1], 1 / RATE)))
-    energy = np.cumsum(np.pad((weighted[:, :frames] ** 2).sum(axis=0), (1, 0)))
     window = int(0.4 * RATE)
+    frames = max(samples.shape[1], window)
+    weighted = k_weighted(np.pad(samples, ((0, 0), (0, frames - samples.shape[1]))))
+    energy = np.cumsum(np.pad((weighted**2).sum(axis=0), (1, 0)))
     starts = np.arange(0, frames - window + 1, RATE // 10)
     return (energy[starts + window] - energy[starts]) / window
 
@@ -63,11 +71,14 @@ def loudest_moment(samples):
 
 
 def true_peak(samples):
-    """dBFS of the signal between its samples too: four times oversampled through its spectrum."""
-    padded = _padded(samples, 4096)
-    size = padded.shape[1]
-    spectrum = np.pad(np.fft.rfft(padded), ((0, 0), (0, 3 * size // 2)))
-    return decibels(np.abs(np.fft.irfft(spectrum, 4 * size)).max() * 4)
+    """dBFS of the signal between its samples too: four times oversampled through its spectrum, block by block."""
+    padded = np.pad(samples, ((0, 0), (BLOCK_EDGE, BLOCK)))
+    highest = 0.0
+    for start in range(0, samples.shape[1], BLOCK - 2 * BLOCK_EDGE):
+        spectrum = np.pad(np.fft.rfft(padded[:, start : start + BLOCK], BLOCK), ((0, 0), (0, 3 * BLOCK // 2)))
+        between = np.fft.irfft(spectrum, 4 * BLOCK)[:, 4 * BLOCK_EDGE : -4 * BLOCK_EDGE]
+        highest = max(highest, np.abs(between).max() * 4)
+    return decibels(highest)
 
 
 def sounding_rms(samples):
@@ -114,10 +125,7 @@ def spectral_centre(samples):
 
 
 def loudness_of_seconds(samples):
-    """LUFS of each whole second; each is weighted by itself."""
-    weight = k_weighting(np.fft.rfftfreq(2 * RATE, 1 / RATE))
-    found = []
-    for start in range(0, samples.shape[1] - RATE + 1, RATE):
-        second = np.fft.irfft(np.fft.rfft(samples[:, start : start + RATE], 2 * RATE) * weight)
-        found.append(_lufs((second[:, :RATE] ** 2).sum(axis=0).mean()))
-    return np.array(found)
+    """LUFS of each whole second."""
+    seconds = samples.shape[1] // RATE
+    powers = (k_weighted(samples)[:, : seconds * RATE] ** 2).sum(axis=0).reshape(seconds, RATE).mean(axis=1)
+    return np.array([_lufs(power) for power in powers])
