@@ -7,6 +7,7 @@ import numpy as np
 
 from sight import colour, films
 
+RUNS = {"rest": (films.IDLE, 397), "flight": (films.PILOTS, 149)}  # what is filmed, and one frame in how many
 LAST = 15800             # what comes after is the finish
 REST, FLIGHT = 1.0, 3.0  # units a body second: slower is at rest, faster in flight
 SEEN = 12                # least change of a channel where a figure is
