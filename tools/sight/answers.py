@@ -107,7 +107,7 @@ def acts(pads, pilots):
     yield "bump into a wall", pilots, pilots.contact(player, "chain[1-4]"), 28
     yield "bump into a crate", pilots, pilots.contact(player, "crate.*"), None
     yield "bump into a buoy", pilots, pilots.contact(player, "buoy_[a-h]"), None
-    yield "bump into a player", pilots, pilots.contact(player, player), None
+    yield "bump into a player", pilots, pilots.contact(player, player), 8
     yield "point paid", pilots, _at_player(pilots, pilots.event(f"points {player} .*")), None
     yield "bubble credited", pilots, _middle(board, _nearest_board(pilots, board[0])), 24
     yield "stun begins", pilots, _at_player(pilots, stun), 10

@@ -34,7 +34,7 @@ def _films(state):
 
     def one(players):
         with tempfile.TemporaryDirectory() as folder:
-            data = films.data_without(folder + "/data", players)
+            data = films.data_without(folder + "/data", players, words=True)  # which lie over whoever is there
             return films.film("--size", "320x180", "--every", every, "--to", LAST, data=data, run=run)
 
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
