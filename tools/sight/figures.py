@@ -7,7 +7,7 @@ import numpy as np
 
 from sight import colour, films
 
-RUNS = {"rest": (films.IDLE, 397), "flight": (films.PILOTS, 149)}  # what is filmed, and one frame in how many
+RUNS = {"rest": (films.RESTING, 163), "flight": (films.PILOTS, 97)}  # what is filmed, and one frame in how many
 LAST = 15800             # what comes after is the finish
 REST, FLIGHT = 1.0, 3.0  # units a body second: slower is at rest, faster in flight
 SEEN = 12                # least change of a channel where a figure is
@@ -96,7 +96,7 @@ def shared(a, b):
 
 def measure(course):
     """Prints the table and returns the lines that do not hold."""
-    sights = gather("rest", films.Course(films.IDLE, LAST + 1)) | gather("flight", course)
+    sights = gather("rest", films.Course(films.RESTING, LAST + 1)) | gather("flight", course)
     faults = []
     print(f"figures at 320 x 180: pixels and distance to the surroundings, red white blue yellow (>= {AREA}, >= {AWAY})")
     for (_, piece), state in itertools.product(course.pieces, ("rest", "flight")):

@@ -11,7 +11,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = ROOT / "build"
 TOOL = BUILD / "brinewhirl-tool"
 PILOTS = ["--match", "--pilots"]
-IDLE = ["--match", "--input", str(ROOT / "tools/sight/idle.input")]  # four people who only watch
+RESTING = ["--match", "--input", str(ROOT / "tools/sight/resting.input")]  # four people who fly now and then
 PLAYERS = ("Player1", "Player2", "Player3", "Player4")
 FACES = ("rp.png", "wp.png", "bp.png", "gp.png")
 

@@ -19,6 +19,7 @@ class Watch:
     def __init__(self, light):
         self.low = light.copy()
         self.high = light.copy()
+        self.way = np.zeros(light.shape, dtype=int)  # of its last change; a fade on in the same way is none
         self.recent = {+1: [], -1: []}
         self.changes = []
 
@@ -30,7 +31,8 @@ class Watch:
         self.high = np.where(up | down, light, np.maximum(self.high, light))
         for way, moved in ((+1, up), (-1, down)):
             latest = self.recent[way]
-            latest.append(moved)
+            latest.append(moved & (self.way != way))
+            self.way[moved] = way
             del latest[:-TOGETHER]
             if np.any(latest, axis=0).mean() >= AREA:
                 self.changes.append(frame)
