@@ -31,5 +31,5 @@ void main() {
   vec4 moved = texture(scene, uv + vec2(-way.y, way.x) * crest * kDrift);
   float sea = min(Sea(colour.rgb), Sea(moved.rgb));
   colour = mix(colour, moved, sea);
-  colour.rgb += crest * 0.05 * sea;
+  colour.rgb += crest * 0.018 * sea;
 }
