@@ -30,7 +30,7 @@ class Trace:
     """The events of a run, its contacts by names, and where its players and its named things are."""
 
     def __init__(self, run, wav):
-        self.run, self.events, self.contacts, self.places, self.names, self.first = run, [], [], {}, {}, {}
+        self.run, self.events, self.contacts, self.places, self.names, self.first, self.overlaps = run, [], [], {}, {}, {}, {}
         command = [films.TOOL, "simulate", *run, "--trace", "-", "--wav", wav]
         text = subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout
         for line in text.splitlines():
@@ -38,7 +38,9 @@ class Trace:
             if word[:1] == ["event"]:
                 self.events.append((int(word[1]), " ".join(word[2:])))
             elif word[:1] == ["contact"]:
-                self.contacts.append((int(word[1]), word[3], word[4], (float(word[6]), float(word[7]))))
+                self.contacts.append((int(word[1]), word[3], word[4], (float(word[5]), float(word[6]))))
+            elif word[:1] == ["overlap"]:
+                self.overlaps.setdefault((word[3], word[4]), int(word[1]))
             elif word[:1] == ["object"]:
                 self._see(word)
         with wave.open(str(wav)) as file:
@@ -65,6 +67,12 @@ class Trace:
             if any(re.fullmatch(one, x) and re.fullmatch(other, y) for x, y in (names, names[::-1])):
                 return frame, place
         return None
+
+    def overlap(self, name):
+        """Frame of the first overlap of a player with a thing of this name, and the player."""
+        found = [(frame, ["overlap", self.names[number]]) for pair, frame in self.overlaps.items() for number in pair
+                 if self.names.get(number) in films.PLAYERS and name in map(self.names.get, pair)]
+        return min(found, default=None)
 
     def heard(self, frame, sound):
         """By how many frames the effect's beginning, looked for in the run's sound, is off; None where it is not found."""
@@ -113,14 +121,19 @@ def acts(pads, pilots):
     yield "stun begins", pilots, _at_player(pilots, stun), 10
     yield "crown changes hands", pilots, _crown(pilots), 25
     yield "ball changes hands", pilots, pilots.contact(player, "theball"), 20
-    yield "hill taken", pilots, _middle(pilots.event(f"points {player} 1", pilots.event("objective begin King.*")[0])), None
+    yield "hill taken", pilots, _at_player(pilots, pilots.overlap("TheHill")), None
     yield "ring caught", pilots, _nearest_player(pilots, pilots.event("sound 3")), 3
     yield "rings lost", pilots, _nearest_player(pilots, pilots.event("sound 4")), 4
     yield "golden fish", pilots, pilots.contact(player, "goldfish"), 27
-    yield "last five seconds", pilots, _middle(pilots.event("segment begin openwater"), (0, 3)), None
+    yield "last five seconds", pilots, _countdown(pilots), None
     yield "rule and piece change", pilots, _middle(pilots.event("segment begin openwater")), None
     yield "finish", pilots, _middle((pilots.first["finish"], None)), None
     yield "winner", pilots, _middle(pilots.event("sound 26")), 26
+
+
+def _countdown(trace):
+    """The digit 1 of the first countdown."""
+    return trace.event("segment begin openwater")[0] - 100, (0, 4)
 
 
 def _crown(trace):
