@@ -6,8 +6,8 @@
 #include "core/script_registry.h"
 #include "core/selection.h"
 #include "core/transform.h"
-#include "editor/object_fields.h"
-#include "editor/outlines.h"
+#include "editor/bars/object_fields.h"
+#include "editor/stage/outlines.h"
 #include "graphics/renderer.h"
 #include "input/input.h"
 

@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "core/game_object.h"
-#include "editor/bar_view.h"
-#include "editor/drag.h"
-#include "editor/history.h"
-#include "editor/tweak_bar.h"
+#include "editor/acts/history.h"
+#include "editor/bars/bar_view.h"
+#include "editor/bars/tweak_bar.h"
+#include "editor/stage/drag.h"
 
 struct TestObject;
 

@@ -10,7 +10,7 @@
 #include "core/selection.h"
 #include "core/transform.h"
 #include "editor/editor.h"
-#include "editor/level_files.h"
+#include "editor/files/level_files.h"
 #include "editor/test_objects.h"
 #include "graphics/renderer.h"
 #include "lint/lint.h"

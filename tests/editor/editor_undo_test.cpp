@@ -1,8 +1,8 @@
 // Whatever was done on the bars, undo brings back what was.
 #include "core/object_manager.h"
 #include "core/script_registry.h"
+#include "editor/bars/object_fields.h"
 #include "editor/editor_scene.h"
-#include "editor/object_fields.h"
 #include "editor/test_objects.h"
 #include "graphics/sprite_text.h"
 #include "match/rules/objective_manager.h"

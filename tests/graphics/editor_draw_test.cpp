@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "editor/bar_view.h"
+#include "editor/bars/bar_view.h"
 #include "graphics/offscreen_scene.h"
 #include "test_world.h"
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "editor/bar_actions.h"
+#include "editor/bars/bar_actions.h"
 #include "tools/record/recorder.h"
 #include "tools/record/window_platform.h"
 

@@ -1,4 +1,4 @@
-#include "editor/outlines.h"
+#include "editor/stage/outlines.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "editor/tweak_bar.h"
+#include "editor/bars/tweak_bar.h"
 
 #include <utility>
 

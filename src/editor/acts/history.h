@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "editor/snapshot.h"
+#include "editor/acts/snapshot.h"
 
 class History {
  public:

@@ -1,4 +1,4 @@
-#include "editor/bar_view.h"
+#include "editor/bars/bar_view.h"
 
 #include <backends/imgui_impl_opengl3.h>
 #include <imgui.h>
@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "editor/bar_widgets.h"
+#include "editor/bars/bar_widgets.h"
 #include "graphics/gl.h"
 #include "input/input.h"
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "editor/field_value.h"
-#include "editor/tweak_bar.h"
+#include "editor/bars/field_value.h"
+#include "editor/bars/tweak_bar.h"
 
 /// What somebody did on the bars in one frame.
 struct BarActions {

@@ -1,4 +1,4 @@
-#include "editor/snapshot.h"
+#include "editor/acts/snapshot.h"
 
 #include <utility>
 
@@ -6,8 +6,8 @@
 #include "core/script_box.h"
 #include "core/serializer.h"
 #include "core/transform.h"
-#include "editor/object_fields.h"
-#include "editor/tweak_bar.h"
+#include "editor/bars/object_fields.h"
+#include "editor/bars/tweak_bar.h"
 #include "physics/rigid_body.h"
 
 using GalePhysics::RigidBody;

@@ -1,4 +1,4 @@
-#include "editor/bar_widgets.h"
+#include "editor/bars/bar_widgets.h"
 
 #include <imgui.h>
 #include <imgui_internal.h>

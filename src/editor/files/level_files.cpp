@@ -1,4 +1,4 @@
-#include "editor/level_files.h"
+#include "editor/files/level_files.h"
 
 #include <charconv>
 #include <cmath>

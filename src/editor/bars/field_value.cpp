@@ -1,4 +1,4 @@
-#include "editor/field_value.h"
+#include "editor/bars/field_value.h"
 
 #include <algorithm>
 #include <charconv>

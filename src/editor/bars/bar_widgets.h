@@ -1,7 +1,7 @@
 // The widgets of a bar: one ImGui window with its groups, variables and buttons.
 #pragma once
 
-#include "editor/bar_actions.h"
+#include "editor/bars/bar_actions.h"
 
 /// Colours and distances of all bars; once, when the context is there.
 void StyleBars();

@@ -1,4 +1,4 @@
-#include "editor/unsaved_parts.h"
+#include "editor/acts/unsaved_parts.h"
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include "editor/history.h"
+#include "editor/acts/history.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -7,8 +7,8 @@
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/transform.h"
-#include "editor/object_fields.h"
-#include "editor/tweak_bar.h"
+#include "editor/bars/object_fields.h"
+#include "editor/bars/tweak_bar.h"
 
 namespace {
 

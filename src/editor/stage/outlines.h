@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/game_object.h"
-#include "editor/bar_view.h"
+#include "editor/bars/bar_view.h"
 
 /// The object's collider, or its picture if it has none, as a line in pixels of a window of that size.
 Outline OutlineOf(const GameObject& object, int windowWidth, int windowHeight);

@@ -1,4 +1,4 @@
-#include "editor/object_fields.h"
+#include "editor/bars/object_fields.h"
 
 void AddObjectFields(FieldBar& bar, GameObject& object) {
   bar.Add("name", &object.name);

@@ -1,11 +1,11 @@
-#include "editor/drag.h"
+#include "editor/stage/drag.h"
 
 #include <cmath>
 
 #include "core/object_manager.h"
 #include "core/selection.h"
 #include "core/transform.h"
-#include "editor/history.h"
+#include "editor/acts/history.h"
 #include "input/input.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "core/game_object.h"
-#include "editor/field_value.h"
-#include "editor/unsaved_parts.h"
+#include "editor/acts/unsaved_parts.h"
+#include "editor/bars/field_value.h"
 
 namespace GalePhysics {
 class ForceGenerator;

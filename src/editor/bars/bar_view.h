@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "editor/bar_actions.h"
-#include "editor/tweak_bar.h"
+#include "editor/bars/bar_actions.h"
+#include "editor/bars/tweak_bar.h"
 
 /// A closed line over the picture, in window pixels.
 using Outline = std::vector<std::array<float, 2>>;
