@@ -7,12 +7,12 @@
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/transform.h"
+#include "editor/acts/object_shape.h"
 #include "editor/bars/object_fields.h"
 #include "editor/bars/tweak_bar.h"
+#include "physics/generator_host.h"
 
 namespace {
-
-std::string NameOf(const GameObject& object) { return object.name.empty() ? "Nameless-Object" : object.name; }
 
 // Whether nothing that files keep has joined the list since.
 bool HasNothingNew(const std::vector<std::uint32_t>& order) {
@@ -30,10 +30,54 @@ void Remove(std::uint32_t id) {
 
 }  // namespace
 
+void History::Begin(std::string what, bool open) {
+  if (depth_++ > 0) return;
+  group_ = Act{{}, std::move(what), open};
+}
+
+void History::End() {
+  if (--depth_ > 0 || !group_) return;
+  Act act = std::move(*group_);
+  group_.reset();
+  Close(std::move(act));
+}
+
 void History::Record(Step step) {
+  if (group_) {
+    group_->steps.push_back(std::move(step));
+    return;
+  }
+  Act act;
+  act.steps.push_back(std::move(step));
+  Close(std::move(act));
+}
+
+// The last act takes in edits of the very variables that it edits while it is open.
+bool History::Join(const Act& act) {
+  if (done_.empty() || !done_.back().open || done_.back().steps.size() != act.steps.size()) return false;
+  std::vector<Step>& last = done_.back().steps;
+  for (std::size_t i = 0; i < last.size(); ++i) {
+    const Edit* had = std::get_if<Edit>(&last[i]);
+    const Edit* has = std::get_if<Edit>(&act.steps[i]);
+    if (had == nullptr || has == nullptr || had->id != has->id || had->path != has->path) return false;
+  }
+  for (std::size_t i = 0; i < last.size(); ++i) std::get<Edit>(last[i]).after = std::get<Edit>(act.steps[i]).after;
+  done_.back().open = act.open;
+  done_.back().serial = ++lastSerial_;
+  return true;
+}
+
+void History::Close(Act act) {
+  if (Join(act)) return;
+  std::erase_if(act.steps, [](const Step& step) {
+    const Edit* edit = std::get_if<Edit>(&step);
+    return edit != nullptr && edit->before == edit->after;
+  });
+  if (act.steps.empty()) return;
   undone_.clear();
-  if (done_.size() >= kMaxSteps) done_.erase(done_.begin());
-  done_.push_back(std::move(step));
+  if (done_.size() >= kMaxActs) done_.erase(done_.begin());
+  act.serial = ++lastSerial_;
+  done_.push_back(std::move(act));
 }
 
 History::OrderPointer History::PresentOrder(std::uint32_t without) {
@@ -46,83 +90,107 @@ History::OrderPointer History::PresentOrder(std::uint32_t without) {
 
 void History::RecordEdit(std::uint32_t objectId, const std::string& path, const FieldValue& before,
                          const FieldValue& after, bool open) {
-  Edit* last = done_.empty() ? nullptr : std::get_if<Edit>(&done_.back());
-  if (last != nullptr && last->open && last->id == objectId && last->path == path) {
-    last->after = after;
-    last->open = open;
-  } else if (before != after) {
-    Record(Edit{objectId, path, before, after, open, PresentOrder()});
-  }
+  const Group group(*this, {}, open);
+  Record(Edit{objectId, path, before, after, before == after ? nullptr : PresentOrder()});
 }
 
 void History::CloseStep() {
-  if (Edit* last = done_.empty() ? nullptr : std::get_if<Edit>(&done_.back())) last->open = false;
+  if (!done_.empty()) done_.back().open = false;
 }
+
+void History::RecordForm(std::uint32_t objectId, const Form& before, const Form& after) {
+  if (!(before == after)) Record(Reshaped{objectId, before, after});
+}
+
+void History::RecordGenerator(GalePhysics::ForceGenerator& generator) { Record(Lent{&generator, nullptr}); }
 
 void History::RecordKill(GameObject& object) {
   if (CanTakeSnapshot(object)) {
-    Record(Change{object.id, "the kill of " + NameOf(object), TakeSnapshot(object), {}, {}, false, PresentOrder()});
+    Record(
+        Change{object.id, "the kill of " + ShownNameOf(object), TakeSnapshot(object), {}, {}, false, PresentOrder()});
     return;
   }
-  Print("%s cannot be brought back: nothing is left to undo\n", NameOf(object).c_str());
+  Print("%s cannot be brought back: nothing is left to undo\n", ShownNameOf(object).c_str());
   Clear();
 }
 
 void History::RecordCreation(const GameObject& object, Maker make) {
   OrderPointer order = PresentOrder(object.id);
-  Record(Change{object.id, "the making of " + NameOf(object), {}, {}, std::move(make), true, std::move(order)});
+  Record(Change{object.id, "the making of " + ShownNameOf(object), {}, {}, std::move(make), true, std::move(order)});
 }
 
 void History::RecordGrowth(GameObject& object) {
   if (CanTakeSnapshot(object))
-    Record(Change{object.id, "an addition to " + NameOf(object), TakeSnapshot(object), {}, {}, true, PresentOrder()});
+    Record(
+        Change{object.id, "an addition to " + ShownNameOf(object), TakeSnapshot(object), {}, {}, true, PresentOrder()});
   else
     Clear();
 }
 
 void History::DoInsertion(const GameObject& object, const std::string& path, const Insertion& insertion) {
   const int place = insertion.insert(Insertion::kNowhere);
-  if (place != Insertion::kNowhere) Record(Inserted{object.id, path, "an addition to " + NameOf(object), place});
+  if (place != Insertion::kNowhere) Record(Inserted{object.id, path, "an addition to " + ShownNameOf(object), place});
 }
 
 void History::Clear() {
   done_.clear();
   undone_.clear();
+  if (group_) group_->steps.clear();
+  ground_ = ++lastSerial_;
 }
 
-std::string History::Undo() {
-  if (done_.empty()) return "nothing to undo";
-  Step step = std::move(done_.back());
-  done_.pop_back();
-  std::string said;
+std::string History::Undo(Step& step) {
   OrderPointer order;
+  std::string said;
   if (Edit* edit = std::get_if<Edit>(&step)) {
     said = Apply(*edit, edit->before);
     // A save sorts the list by depth, and the depth may be what was edited.
     if (HasNothingNew(edit->order->ids)) order = edit->order;
   } else if (Inserted* inserted = std::get_if<Inserted>(&step)) {
     said = Apply(*inserted, false);
+  } else if (Reshaped* reshaped = std::get_if<Reshaped>(&step)) {
+    said = Apply(*reshaped, false);
+  } else if (Lent* lent = std::get_if<Lent>(&step)) {
+    lent->held = GalePhysics::TakeForceGenerator(*lent->generator);
   } else {
     said = Undo(std::get<Change>(step));
     order = std::get<Change>(step).order;
   }
   if (order != nullptr) Objects().SetOrder(order->ids, order->sortDue);
-  undone_.push_back(std::move(step));
+  return said;
+}
+
+std::string History::Redo(Step& step) {
+  if (Edit* edit = std::get_if<Edit>(&step)) return Apply(*edit, edit->after);
+  if (Inserted* inserted = std::get_if<Inserted>(&step)) return Apply(*inserted, true);
+  if (Reshaped* reshaped = std::get_if<Reshaped>(&step)) return Apply(*reshaped, true);
+  if (Lent* lent = std::get_if<Lent>(&step)) {
+    if (lent->held != nullptr) GalePhysics::AdoptForceGenerator(std::move(lent->held));
+    return {};
+  }
+  return Redo(std::get<Change>(step));
+}
+
+std::string History::Undo() {
+  if (done_.empty()) return "nothing to undo";
+  Act act = std::move(done_.back());
+  done_.pop_back();
+  act.open = false;
+  std::string said;
+  for (auto step = act.steps.rbegin(); step != act.steps.rend(); ++step) said = Undo(*step);
+  if (!act.what.empty()) said = act.what;
+  undone_.push_back(std::move(act));
   return "undid " + said;
 }
 
 std::string History::Redo() {
   if (undone_.empty()) return "nothing to do again";
-  Step step = std::move(undone_.back());
+  Act act = std::move(undone_.back());
   undone_.pop_back();
   std::string said;
-  if (Edit* edit = std::get_if<Edit>(&step))
-    said = Apply(*edit, edit->after);
-  else if (Inserted* inserted = std::get_if<Inserted>(&step))
-    said = Apply(*inserted, true);
-  else
-    said = Redo(std::get<Change>(step));
-  done_.push_back(std::move(step));
+  for (Step& step : act.steps) said = Redo(step);
+  if (!act.what.empty()) said = act.what;
+  done_.push_back(std::move(act));
   return "did again " + said;
 }
 
@@ -135,9 +203,16 @@ std::string History::Apply(const Edit& edit, const FieldValue& value) {
     if (entry.path != edit.path || entry.kind != TweakBar::Entry::Kind::kVariable) continue;
     PutBack(entry.field, value);
     object->GetTransform().Rebuild();
-    return NameOf(*object) + edit.path + " = " + TextOf(entry.field);
+    return ShownNameOf(*object) + edit.path + " = " + TextOf(entry.field);
   }
   return edit.path.substr(1) + ": its variable is gone";
+}
+
+std::string History::Apply(const Reshaped& reshaped, bool again) {
+  GameObject* object = Objects().GetObject(reshaped.id);
+  if (object == nullptr) return "a move: its object is gone";
+  again ? ChangeForm(*object, reshaped.before, reshaped.after) : ChangeForm(*object, reshaped.after, reshaped.before);
+  return "the move of " + ShownNameOf(*object);
 }
 
 std::string History::Apply(Inserted& inserted, bool again) {

@@ -14,11 +14,21 @@ namespace {
 
 constexpr float kFrameSeconds = 1.0f / 60.0f;
 constexpr float kDoubleClickSeconds = 0.5f;  // between the two presses, as desktops have it
-constexpr float kBarWidth = 330.0f;          // pixels at scale 1
-constexpr float kBarMargin = 8.0f;
-constexpr float kScaleStep = 1440.0f;  // window rows at which the bars' pixels become twice as large
-constexpr ImU32 kOutlineColour = IM_COL32(224, 178, 60, 255);
-constexpr ImU32 kOutlineShade = IM_COL32(27, 42, 65, 160);
+constexpr float kScaleStep = 1440.0f;        // window rows at which the bars' pixels become twice as large
+
+struct InkLook {
+  ImU32 colour;
+  float width;  // pixels
+  ImU32 shade;  // under it; 0 for none
+};
+constexpr InkLook kInks[] = {{IM_COL32(224, 178, 60, 255), 2.0f, IM_COL32(27, 42, 65, 160)},
+                             {IM_COL32(224, 178, 60, 255), 1.0f, IM_COL32(27, 42, 65, 160)},
+                             {IM_COL32(247, 241, 227, 50), 1.0f, 0},
+                             {IM_COL32(99, 200, 220, 220), 1.5f, IM_COL32(27, 42, 65, 120)},
+                             {IM_COL32(247, 241, 227, 255), 1.5f, IM_COL32(27, 42, 65, 200)}};
+constexpr float kTextGap = 8.0f;  // pixels between a point and the text beside it
+constexpr ImU32 kTextGround = IM_COL32(27, 42, 65, 200);
+constexpr float kShadeMore = 3.0f;  // pixels by which the shade is wider than its line
 
 struct KeyPair {
   ImGuiKey_ key;
@@ -67,13 +77,27 @@ void SetKeyDown(int keyCode, bool down) {
     if (pair.keyCode == keyCode) ImGui::GetIO().KeysDown[pair.key] = down;
 }
 
-void DrawOutlines(std::span<const Outline> outlines) {
+void DrawLines(std::span<const StageLine> lines) {
   ImDrawList* list = ImGui::GetBackgroundDrawList();
-  for (const Outline& outline : outlines)
-    for (const auto& [colour, width] : {std::pair{kOutlineShade, 5.0f}, std::pair{kOutlineColour, 2.0f}}) {
-      for (const auto& point : outline) list->PathLineTo({point[0], point[1]});
-      list->PathStroke(colour, ImDrawFlags_Closed, width);
+  for (const StageLine& line : lines) {
+    if (line.points.empty()) continue;
+    const InkLook& ink = kInks[static_cast<std::size_t>(line.ink)];
+    const auto lay = [&] {
+      for (const auto& point : line.points) list->PathLineTo({point[0], point[1]});
+    };
+    const ImDrawFlags flags = line.closed ? ImDrawFlags_Closed : ImDrawFlags_None;
+    if (ink.shade != 0) {
+      lay();
+      list->PathStroke(ink.shade, flags, ink.width + kShadeMore);
     }
+    lay();
+    line.filled ? list->PathFillConvex(ink.colour) : list->PathStroke(ink.colour, flags, ink.width);
+    if (line.text.empty()) continue;
+    const ImVec2 size = ImGui::CalcTextSize(line.text.c_str());
+    const ImVec2 at = {line.points[0][0] + kTextGap, line.points[0][1] - size.y / 2.0f};
+    list->AddRectFilled({at.x - 2.0f, at.y}, {at.x + size.x + 2.0f, at.y + size.y}, kTextGround);
+    list->AddText(at, ink.colour, line.text.c_str());
+  }
 }
 
 }  // namespace
@@ -103,6 +127,7 @@ void BarView::Shutdown() {
   for (auto* buttons : {&held_, &pressed_, &takenHere_}) buttons->reset();
   keysTaken_.clear();
   keysReleased_.clear();
+  places_.clear();
 }
 
 void BarView::SetShown(bool shown) {
@@ -200,33 +225,30 @@ void BarView::FeedMouse() {
   pressed_.reset();
 }
 
-BarActions BarView::Run(std::span<const TweakBar* const> bars, std::span<const Outline> outlines, int width,
-                        int height) {
-  BarActions actions;
-  if (!shown_) return actions;
+void BarView::FeedKeys() {
   ImGuiIO& io = ImGui::GetIO();
-  const float scale = std::max(1.0f, static_cast<float>(static_cast<int>(static_cast<float>(height) / kScaleStep) + 1));
-  const ImVec2 size(static_cast<float>(width), static_cast<float>(height));
-  const bool resized = size.x != io.DisplaySize.x || size.y != io.DisplaySize.y;
-  io.DisplaySize = size;
-  io.DeltaTime = kFrameSeconds;
-  io.FontGlobalScale = scale;
   const auto isHeld = [this](const char* name, int keyCode) {
     return Input::IsKeyDown(name) || std::find(keysTaken_.begin(), keysTaken_.end(), keyCode) != keysTaken_.end();
   };
   io.KeyShift = isHeld("shift", SDLK_LSHIFT) || isHeld("rshift", SDLK_RSHIFT);
   io.KeyCtrl = isHeld("ctrl", SDLK_LCTRL) || isHeld("rctrl", SDLK_RCTRL);
   io.KeyAlt = isHeld("alt", SDLK_LALT);
+}
+
+BarActions BarView::Run(std::span<const BarWindow> windows, std::span<const StageLine> lines, const BarLook& look,
+                        int width, int height) {
+  BarActions actions;
+  if (!shown_) return actions;
+  ImGuiIO& io = ImGui::GetIO();
+  io.DisplaySize = {static_cast<float>(width), static_cast<float>(height)};
+  io.DeltaTime = kFrameSeconds;
+  io.FontGlobalScale = std::max(1.0f, static_cast<float>(static_cast<int>(io.DisplaySize.y / kScaleStep) + 1));
+  FeedKeys();
   FeedMouse();
   if (glReady_) ImGui_ImplOpenGL3_NewFrame();
   ImGui::NewFrame();
-  DrawOutlines(outlines);
-  float x = kBarMargin;
-  for (const TweakBar* bar : bars) {
-    const float barWidth = std::min(kBarWidth * scale, (io.DisplaySize.x - 3 * kBarMargin) / 2);
-    ShowBar(*bar, {x, kBarMargin, barWidth, io.DisplaySize.y - 2 * kBarMargin, resized}, actions);
-    x = io.DisplaySize.x - kBarMargin - barWidth;
-  }
+  DrawLines(lines);
+  for (const BarWindow& window : windows) ShowWindow(window, look, places_[window.title], actions);
   ImGui::Render();
   for (const int key : keysReleased_) SetKeyDown(key, false);
   keysReleased_.clear();

@@ -5,17 +5,14 @@
 
 #include <SDL.h>
 
-#include <array>
 #include <bitset>
+#include <map>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "editor/bars/bar_actions.h"
-#include "editor/bars/tweak_bar.h"
-
-/// A closed line over the picture, in window pixels.
-using Outline = std::vector<std::array<float, 2>>;
+#include "editor/bars/bar_window.h"
 
 class BarView {
  public:
@@ -34,8 +31,9 @@ class BarView {
   /// True while keys go into a text.
   bool IsTyping() const;
 
-  /// One frame of the shown bars in a window of that size: the first bar at the left, the second at the right.
-  BarActions Run(std::span<const TweakBar* const> bars, std::span<const Outline> outlines, int width, int height);
+  /// One frame of the shown windows, each at its site, with the lines under them, in a window of that size.
+  BarActions Run(std::span<const BarWindow> windows, std::span<const StageLine> lines, const BarLook& look, int width,
+                 int height);
   /// Draws the last frame that was run over a picture of that size, as large as the whole window fits into it, in its
   /// middle. GL's state is afterwards as it was.
   void Draw(int width, int height);
@@ -47,6 +45,7 @@ class BarView {
 
   void Start();
   void FeedMouse();
+  void FeedKeys();
   bool HandleMouseButton(const SDL_MouseButtonEvent& event);
   bool HandleKey(const SDL_KeyboardEvent& event);
   bool IsOverBar(int x, int y) const;
@@ -61,4 +60,5 @@ class BarView {
   std::bitset<kMouseButtons> takenHere_;  // went down on a bar
   std::vector<int> keysTaken_;            // held keys that went to the bars
   std::vector<int> keysReleased_;         // since the last Run
+  std::map<std::string, BarPlace> places_;
 };

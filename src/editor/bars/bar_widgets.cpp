@@ -6,11 +6,26 @@
 
 #include <algorithm>
 
+#include "graphics/renderer.h"
+
 namespace {
 
 using Entry = TweakBar::Entry;
 
-constexpr float kLabelGap = 6.0f;  // pixels at scale 1, between a value and its label
+// Pixels at scale 1.
+constexpr float kLabelGap = 6.0f;  // between a value and its label
+constexpr float kBarWidth = 330.0f;
+constexpr float kNarrowWidth = 220.0f;
+constexpr float kMargin = 8.0f;
+constexpr float kGap = 4.0f;  // between windows
+constexpr float kTopHeight = 150.0f;
+constexpr float kListHeight = 190.0f;
+constexpr float kPageHeight = 270.0f;
+constexpr float kThumbnail = 58.0f;  // of a picture, each way
+constexpr float kHintWidth = 320.0f;
+constexpr float kFlowingValue = 70.0f;  // width of a value in a line with others
+constexpr char kMixed[] = "mixed";
+constexpr char kOpens[] = "...";  // a page to choose from
 // Harbour colours: navy ground, brass for what is touched.
 const ImVec4 kNavy = {0.106f, 0.165f, 0.255f, 0.93f};
 const ImVec4 kDeepNavy = {0.07f, 0.11f, 0.18f, 1.0f};
@@ -28,7 +43,8 @@ Touched Ended(bool changed) { return {changed, ImGui::IsItemDeactivatedAfterEdit
 
 // Pulling at a number; a double click lets one type.
 template <class T>
-bool Pull(const Field& field, ImGuiDataType type, T* value, int count, const char* format) {
+bool Pull(const Entry& entry, ImGuiDataType type, T* value, int count, const char* format) {
+  const Field& field = entry.field;
   constexpr bool kWhole = !std::is_same_v<T, float>;
   const auto low =
       static_cast<T>(std::clamp<double>(field.lowest, std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max()));
@@ -37,19 +53,21 @@ bool Pull(const Field& field, ImGuiDataType type, T* value, int count, const cha
   // ImGui pulls without limits when both are the same, and within half the range of the type at most.
   const bool limited = high / 2 - low / 2 < std::numeric_limits<T>::max() / 2;
   return ImGui::DragScalarN("##value", type, value, count, kWhole ? 0.1f : FieldBar::kStep, limited ? &low : nullptr,
-                            limited ? &high : nullptr, format, ImGuiSliderFlags_AlwaysClamp);
+                            limited ? &high : nullptr, entry.mixed ? kMixed : format, ImGuiSliderFlags_AlwaysClamp);
 }
 
-Touched Show(const Field& /*field*/, bool& value) {
+Touched Show(const Entry& entry, bool& value) {
+  if (entry.mixed) ImGui::PushItemFlag(ImGuiItemFlags_MixedValue, true);
   const bool changed = ImGui::Checkbox("##value", &value);
+  if (entry.mixed) ImGui::PopItemFlag();
   return {changed, changed};
 }
 
-Touched Show(const Field& field, int& value) {
-  if (field.choices.empty()) return Ended(Pull(field, ImGuiDataType_S32, &value, 1, "%d"));
+Touched Show(const Entry& entry, int& value) {
+  if (entry.field.choices.empty()) return Ended(Pull(entry, ImGuiDataType_S32, &value, 1, "%d"));
   Touched touched;
-  if (!ImGui::BeginCombo("##value", TextOf(field).c_str())) return touched;
-  for (const auto& [number, name] : field.choices)
+  if (!ImGui::BeginCombo("##value", entry.mixed ? kMixed : TextOf(entry.field).c_str())) return touched;
+  for (const auto& [number, name] : entry.field.choices)
     if (ImGui::Selectable(std::string(name).c_str(), number == value)) {
       touched = {number != value, true};
       value = number;
@@ -58,12 +76,12 @@ Touched Show(const Field& field, int& value) {
   return touched;
 }
 
-Touched Show(const Field& field, std::uint32_t& value) {
-  return Ended(Pull(field, ImGuiDataType_U32, &value, 1, "%u"));
+Touched Show(const Entry& entry, std::uint32_t& value) {
+  return Ended(Pull(entry, ImGuiDataType_U32, &value, 1, "%u"));
 }
-Touched Show(const Field& field, float& value) { return Ended(Pull(field, ImGuiDataType_Float, &value, 1, "%.6g")); }
-Touched Show(const Field& field, Vec3& value) { return Ended(Pull(field, ImGuiDataType_Float, &value.x, 3, "%.4g")); }
-Touched Show(const Field& /*field*/, FieldColour& value) {
+Touched Show(const Entry& entry, float& value) { return Ended(Pull(entry, ImGuiDataType_Float, &value, 1, "%.6g")); }
+Touched Show(const Entry& entry, Vec3& value) { return Ended(Pull(entry, ImGuiDataType_Float, &value.x, 3, "%.4g")); }
+Touched Show(const Entry& /*entry*/, FieldColour& value) {
   return Ended(ImGui::ColorEdit3("##value", value.data(), ImGuiColorEditFlags_Float));
 }
 
@@ -73,20 +91,29 @@ struct Typing {
   std::string text;
 };
 
-Touched Show(const Field& field, std::string& value) {
+Touched Show(const Entry& entry, std::string& value) {
   static Typing typing;
   const ImGuiID id = ImGui::GetID("##value");
   // Typing that did not end in its field, because the bars were hidden or the field went, counts for nothing.
   const ImGuiContext& context = *ImGui::GetCurrentContext();
   if (typing.id == id && context.ActiveId != id && context.ActiveIdPreviousFrame != id) typing.id = 0;
+  if (entry.mixed) value.clear();
   if (typing.id == id) value = typing.text;
-  const bool changed = ImGui::InputText("##value", &value, ImGuiInputTextFlags_AutoSelectAll);
-  if (field.whileTyping) return {changed, changed};
+  const bool changed =
+      ImGui::InputTextWithHint("##value", entry.mixed ? kMixed : "", &value, ImGuiInputTextFlags_AutoSelectAll);
+  if (entry.field.whileTyping) return {changed, changed};
   if (changed) typing = {id, value};
   if (!ImGui::IsItemDeactivated()) return {};
   const bool typed = typing.id == id;
   if (typed) typing.id = 0;
   return {typed, typed};
+}
+
+float MeasureLabel(const Entry& entry) {
+  const float label = ImGui::CalcTextSize(entry.label.c_str()).x;
+  if (!entry.press) return label;
+  return label + kLabelGap * ImGui::GetIO().FontGlobalScale + ImGui::CalcTextSize(kOpens).x +
+         2.0f * ImGui::GetStyle().FramePadding.x;
 }
 
 // The width of the longest label among the variables of the group that begins at `begin`, inner groups apart. A label
@@ -99,22 +126,81 @@ float MeasureLabels(const std::vector<Entry>& entries, std::size_t begin) {
     if (entries[i].kind == Entry::Kind::kEndGroup) --depth;
     if (entries[i].kind == Entry::Kind::kVariable && depth == 0 &&
         !std::holds_alternative<bool*>(entries[i].field.target))
-      width = std::max(width, ImGui::CalcTextSize(entries[i].label.c_str()).x);
+      width = std::max(width, MeasureLabel(entries[i]));
   }
   return width;
 }
 
+void ShowHint(const Entry& entry) {
+  if (entry.hint.empty() || !ImGui::IsItemHovered()) return;
+  ImGui::BeginTooltip();
+  ImGui::PushTextWrapPos(kHintWidth * ImGui::GetIO().FontGlobalScale);
+  ImGui::TextUnformatted(entry.hint.c_str());
+  ImGui::PopTextWrapPos();
+  ImGui::EndTooltip();
+}
+
+// `labelWidth`: of the longest label beside it; 0 in a line with others.
+// A value that can be chosen by sight has a button for it, behind the label.
 void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, BarActions& actions) {
-  const Field& field = entry.field;
-  FieldValue value = GetValue(field);
+  FieldValue value = GetValue(entry.field);
   const float gap = kLabelGap * ImGui::GetIO().FontGlobalScale;
-  ImGui::SetNextItemWidth(-labelWidth - gap);
-  if (field.readOnly) ImGui::BeginDisabled();
-  const Touched touched = std::visit([&](auto& held) { return Show(field, held); }, value);
-  if (field.readOnly) ImGui::EndDisabled();
+  ImGui::SetNextItemWidth(labelWidth > 0.0f ? -labelWidth - gap : kFlowingValue * ImGui::GetIO().FontGlobalScale);
+  if (entry.field.readOnly) ImGui::BeginDisabled();
+  const Touched touched = std::visit([&](auto& held) { return Show(entry, held); }, value);
+  if (entry.field.readOnly) ImGui::EndDisabled();
+  ShowHint(entry);
   ImGui::SameLine(0.0f, gap);
   ImGui::TextUnformatted(entry.label.c_str());
+  if (entry.press) {
+    ImGui::SameLine(0.0f, gap);
+    if (ImGui::SmallButton(kOpens)) actions.presses.push_back({&bar, entry.path});
+  }
   if (touched.changed || touched.done) actions.edits.push_back({&bar, entry.path, std::move(value), touched.done});
+}
+
+void ShowRow(const TweakBar& bar, const Entry& entry, BarActions& actions) {
+  if (ImGui::Selectable(entry.label.c_str(), entry.marked, ImGuiSelectableFlags_AllowDoubleClick)) {
+    const bool twice = ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left) && !entry.onTwice.empty();
+    const bool shift = ImGui::GetIO().KeyShift && !entry.onShift.empty();
+    actions.presses.push_back({&bar, twice ? entry.onTwice : shift ? entry.onShift : entry.path});
+  }
+  ShowHint(entry);
+}
+
+float FlowingWidth(const Entry& entry) {
+  const float scale = ImGui::GetIO().FontGlobalScale;
+  const float padding = 2.0f * ImGui::GetStyle().FramePadding.x;
+  const float label = ImGui::CalcTextSize(entry.label.c_str()).x;
+  if (entry.kind == Entry::Kind::kVariable) return label + (kLabelGap + kFlowingValue) * scale;
+  return padding + (entry.picture.empty() ? label : kThumbnail * scale);
+}
+
+// Beside the one before it, if the line still has room for it.
+void Flow(const Entry& entry) {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  const float width = FlowingWidth(entry);
+  const float right = ImGui::GetWindowPos().x + ImGui::GetWindowContentRegionMax().x;
+  if (ImGui::GetItemRectMax().x + style.ItemSpacing.x + width <= right) ImGui::SameLine();
+}
+
+// A picture's first row is the top of its texture, which is where v is 1.
+bool PictureButton(const Entry& entry) {
+  const float size = kThumbnail * ImGui::GetIO().FontGlobalScale;
+  const GLuint texture = GetRenderer().GetTexture(entry.picture);
+  if (texture == 0) return ImGui::Button(entry.label.c_str(), {0.0f, size});
+  return ImGui::ImageButton(reinterpret_cast<ImTextureID>(static_cast<std::intptr_t>(texture)), {size, size}, {0, 1},
+                            {1, 0});
+}
+
+void ShowButton(const TweakBar& bar, const Entry& entry, bool flowing, BarActions& actions) {
+  if (entry.row) return ShowRow(bar, entry, actions);
+  if (entry.marked) ImGui::PushStyleColor(ImGuiCol_Button, kBrass);
+  const bool pressed =
+      entry.picture.empty() ? ImGui::Button(entry.label.c_str(), {flowing ? 0.0f : -1.0f, 0.0f}) : PictureButton(entry);
+  if (entry.marked) ImGui::PopStyleColor();
+  if (pressed) actions.presses.push_back({&bar, entry.path});
+  ShowHint(entry);
 }
 
 // The place after the end of the group that begins at `begin`.
@@ -128,39 +214,92 @@ std::size_t SkipGroup(const std::vector<Entry>& entries, std::size_t begin) {
   return at;
 }
 
-void ShowEntries(const TweakBar& bar, BarActions& actions) {
-  const auto& entries = bar.GetEntries();
-  std::vector<float> labelWidths = {MeasureLabels(entries, 0)};  // of the groups that are open here, innermost last
-  for (std::size_t i = 0; i < entries.size();) {
-    const Entry& entry = entries[i];
-    ImGui::PushID(entry.path.c_str());
-    bool open = true;
+class EntryWalk {
+ public:
+  EntryWalk(const TweakBar& bar, bool flowing, BarActions& actions) : bar_(bar), flowing_(flowing), actions_(actions) {}
+
+  void Run() {
+    const auto& entries = bar_.GetEntries();
+    ImGui::PushID(bar_.GetName().c_str());
+    for (std::size_t i = 0; i < entries.size();) {
+      bool open = true;
+      if (!entries[i].hidden) {
+        ImGui::PushID(entries[i].path.c_str());
+        open = Show(i);
+        ImGui::PopID();
+      }
+      i = open ? i + 1 : SkipGroup(entries, i);
+    }
+    ImGui::PopID();
+  }
+
+ private:
+  // False for a group that is folded.
+  bool Show(std::size_t index) {
+    const Entry& entry = bar_.GetEntries()[index];
+    const bool beside =
+        flowing_ && !entry.row && (entry.kind == Entry::Kind::kButton || entry.kind == Entry::Kind::kVariable);
+    if (beside && afterBeside_) Flow(entry);
+    afterBeside_ = beside;
     switch (entry.kind) {
       case Entry::Kind::kGroup:
-        open = ImGui::TreeNodeEx("##group", ImGuiTreeNodeFlags_DefaultOpen | ImGuiTreeNodeFlags_NoTreePushOnOpen, "%s",
-                                 entry.label.c_str());
-        if (open) {
-          ImGui::Indent();
-          labelWidths.push_back(MeasureLabels(entries, i + 1));
-        }
-        break;
+        return BeginGroup(index);
       case Entry::Kind::kEndGroup:
         ImGui::Unindent();
-        labelWidths.pop_back();
+        labelWidths_.pop_back();
         break;
       case Entry::Kind::kVariable:
-        ShowVariable(bar, entry, labelWidths.back(), actions);
+        ShowVariable(bar_, entry, flowing_ ? 0.0f : labelWidths_.back(), actions_);
         break;
       case Entry::Kind::kButton:
-        if (ImGui::Button(entry.label.c_str(), {-1.0f, 0.0f})) actions.presses.push_back({&bar, entry.path});
+        ShowButton(bar_, entry, flowing_, actions_);
         break;
       case Entry::Kind::kText:
         ImGui::TextWrapped("%s", entry.name.c_str());
         break;
     }
-    ImGui::PopID();
-    i = open ? i + 1 : SkipGroup(entries, i);
+    return true;
   }
+
+  bool BeginGroup(std::size_t index) {
+    const bool open = ImGui::TreeNodeEx("##group", ImGuiTreeNodeFlags_DefaultOpen | ImGuiTreeNodeFlags_NoTreePushOnOpen,
+                                        "%s", bar_.GetEntries()[index].label.c_str());
+    if (!open) return false;
+    ImGui::Indent();
+    labelWidths_.push_back(MeasureLabels(bar_.GetEntries(), index + 1));
+    return true;
+  }
+
+  const TweakBar& bar_;
+  const bool flowing_;
+  BarActions& actions_;
+  bool afterBeside_ = false;
+  std::vector<float> labelWidths_ = {MeasureLabels(bar_.GetEntries(), 0)};  // of the open groups, innermost last
+};
+
+// Where a window goes by itself. Between the bars at the sides stand the three others, one below another.
+BarPlace PlaceOf(const BarWindow& window, const BarLook& look) {
+  using Site = BarWindow::Site;
+  const ImGuiIO& io = ImGui::GetIO();
+  const float scale = io.FontGlobalScale;
+  const float side =
+      std::min((look.narrow ? kNarrowWidth : kBarWidth) * scale, (io.DisplaySize.x - 3.0f * kMargin) / 2.0f);
+  const float inner = kMargin + side + kGap;
+  const float bottom = io.DisplaySize.y - kMargin;
+  const float between = std::max(io.DisplaySize.x - 2.0f * inner, 1.0f);
+  switch (window.site) {
+    case Site::kLeft:
+      return {kMargin, kMargin, side, bottom - kMargin};
+    case Site::kRight:
+      return {io.DisplaySize.x - kMargin - side, kMargin, side, bottom - kMargin};
+    case Site::kTop:
+      return {inner, kMargin, between, kTopHeight * scale};
+    case Site::kBottom:
+      return {inner, bottom - kListHeight * scale, between, kListHeight * scale};
+    case Site::kMiddle:
+      return {inner, bottom - (kListHeight + kPageHeight) * scale - kGap, between, kPageHeight * scale};
+  }
+  return {};
 }
 
 }  // namespace
@@ -188,9 +327,26 @@ void StyleBars() {
     set(touched, kBrass);
 }
 
-void ShowBar(const TweakBar& bar, const BarPlace& place, BarActions& actions) {
-  ImGui::SetNextWindowPos({place.x, place.y}, place.again ? ImGuiCond_Always : ImGuiCond_FirstUseEver);
-  ImGui::SetNextWindowSizeConstraints({place.width, 0.0f}, {place.width, place.height});
-  if (ImGui::Begin(bar.GetName().c_str(), nullptr, ImGuiWindowFlags_AlwaysAutoResize)) ShowEntries(bar, actions);
+// A window that nobody has moved goes where it belongs when the picture or the bars change their size.
+void ShowWindow(const BarWindow& window, const BarLook& look, BarPlace& place, BarActions& actions) {
+  const BarPlace home = PlaceOf(window, look);
+  const bool atHome = place.x < 0.0f || !place.moved;
+  const bool resized = place.width != home.width || place.height != home.height;
+  if (atHome) ImGui::SetNextWindowPos({home.x, home.y});
+  if (place.folded != look.folded) ImGui::SetNextWindowCollapsed(look.folded);
+  const bool fixed = window.site == BarWindow::Site::kBottom || window.site == BarWindow::Site::kMiddle;
+  ImGui::SetNextWindowSizeConstraints({home.width, fixed ? home.height : 0.0f}, {home.width, home.height});
+  const ImGuiWindowFlags flags = ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoFocusOnAppearing;
+  if (ImGui::Begin(window.title.c_str(), nullptr, flags))
+    for (const TweakBar* bar : window.bars) EntryWalk(*bar, window.flowing, actions).Run();
+  const ImVec2 at = ImGui::GetWindowPos();
+  const bool pulled = ImGui::GetCurrentContext()->MovingWindow == ImGui::GetCurrentWindow() &&
+                      ImGui::IsMouseDragging(ImGuiMouseButton_Left);
+  place = {at.x, at.y, home.width, home.height, look.folded, place.moved || pulled};
+  if (place.moved && resized) {
+    place.x = std::clamp(at.x, 0.0f, std::max(0.0f, ImGui::GetIO().DisplaySize.x - home.width));
+    place.y = std::clamp(at.y, 0.0f, std::max(0.0f, ImGui::GetIO().DisplaySize.y - kMargin));
+    ImGui::SetWindowPos({place.x, place.y});
+  }
   ImGui::End();
 }

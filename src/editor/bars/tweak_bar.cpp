@@ -51,6 +51,10 @@ void TweakBar::AddInsertButton(std::string_view name, std::string_view label, In
 
 void TweakBar::AddText(std::string_view line) { entries_.push_back({Entry::Kind::kText, std::string(line)}); }
 
+FieldTarget TweakBar::KeepValue(const FieldValue& value) {
+  return std::visit([](auto& kept) { return FieldTarget(&kept); }, keptValues_.emplace_back(value));
+}
+
 void TweakBar::RemoveAll() {
   entries_.clear();
   groupStarts_.clear();
@@ -58,6 +62,7 @@ void TweakBar::RemoveAll() {
   used_.clear();
   keptFloats_.clear();
   keptInts_.clear();
+  keptValues_.clear();
 }
 
 const TweakBar::Entry* TweakBar::Find(std::string_view label) const {

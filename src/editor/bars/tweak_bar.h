@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/field_bar.h"
+#include "editor/bars/field_value.h"
 
 class TweakBar final : public FieldBar {
  public:
@@ -21,8 +22,16 @@ class TweakBar final : public FieldBar {
     std::string inside = {};           ///< the groups around it: "/GROUP/GROUP/"
     std::string path = {};             ///< groups and name, with "#2" and so on after the first: unique on the bar
     Field field = {};                  ///< of a variable
-    std::function<void()> press = {};  ///< of a button
+    std::function<void()> press = {};  ///< of a button; of a variable: opens a page to choose its value from
     Insertion insertion = {};          ///< of a button that puts something into a list
+    bool hidden = false;               ///< not shown, but found: what a click with a modifier does
+    bool mixed = false;                ///< of a variable: it stands for several, which do not hold the same
+    bool row = false;                  ///< of a button: a line of a list
+    bool marked = false;               ///< of a button: what it stands for is chosen, or goes on
+    std::string onShift = {};          ///< of a row: the path of what a click with Shift presses instead
+    std::string onTwice = {};          ///< of a row: the path of what the second of two quick clicks presses too
+    std::string picture = {};          ///< of a button: the picture in `Texture/` that it shows
+    std::string hint = {};             ///< shown while the mouse rests on it
   };
 
   explicit TweakBar(std::string name) : name_(std::move(name)) {}
@@ -34,6 +43,8 @@ class TweakBar final : public FieldBar {
   void AddInsertButton(std::string_view name, std::string_view label, Insertion insertion) override;
   using FieldBar::Add;
   using FieldBar::AddButton;
+  /// Keeps a value until the bar is emptied, for a variable of the bar's own.
+  FieldTarget KeepValue(const FieldValue& value);
   /// A line to read.
   void AddText(std::string_view line);
 
@@ -42,6 +53,9 @@ class TweakBar final : public FieldBar {
 
   const std::string& GetName() const { return name_; }
   const std::vector<Entry>& GetEntries() const { return entries_; }
+  /// The entry added last, or the one at that place, to say more of it.
+  Entry& GetLast() { return entries_.back(); }
+  Entry& GetEntry(std::size_t index) { return entries_[index]; }
   /// The first variable or button of that name or label. "GROUP/LABEL" looks within groups of that name only, which may
   /// be several, outer ones first; the bar's own name is the outermost. Blanks at the ends do not count. Null when
   /// there is none.
@@ -62,4 +76,5 @@ class TweakBar final : public FieldBar {
   std::unordered_map<std::string, int> used_;
   std::deque<float> keptFloats_;
   std::deque<int> keptInts_;
+  std::deque<FieldValue> keptValues_;
 };

@@ -66,23 +66,25 @@ bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosav
   return saved;
 }
 
-void LoadLevelFile(const std::string& name, float& duration) {
+std::vector<std::uint32_t> LoadLevelFile(const std::string& name, float& duration) {
   for (const auto& object : Objects().GetObjects())
     if (!object->core) object->alive = false;
-  const bool readBefore = IsFileCached(name);
+  ForgetCachedFile(name);
   const std::vector<GameObject*> created = Objects().LoadLevel(name);
+  std::vector<std::uint32_t> ids;
+  for (const GameObject* object : created) ids.push_back(object->id);
   if (created.empty()) {
-    Print("%s: nothing loaded\n", name.c_str());
-    return;
+    Print(IsFileCached(name) ? "%s is an empty level: the stage is empty now\n" : "%s: nothing loaded\n", name.c_str());
+    return ids;
   }
-  Print("loaded %zu objects from %s%s\n", created.size(), name.c_str(),
-        readBefore ? ", as it was when it was first read in this run" : "");
+  Print("loaded %zu objects from %s\n", created.size(), name.c_str());
   float seconds = 0.0f;
-  if (!IsNumber(created.back()->name, seconds)) return;
+  if (!IsNumber(created.back()->name, seconds)) return ids;
   duration = seconds;
   created.back()->alive = false;
   for (const GameObject* object : created)
     if (DeathTimer* timer = FindDeathTimer(*object)) timer->endTime = seconds;
+  return ids;
 }
 
 bool SaveArchetype(const std::string& name, GameObject& object) {

@@ -2,7 +2,9 @@
 // game's own format are written over.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "core/game_object.h"
 
@@ -14,9 +16,10 @@ bool IsLevelOrNothing(const std::string& name);
 /// Nothing happens, with a message, under a name that is not plain.
 bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave);
 
-/// Marks what is not Core dead and loads the level. When its last object is named by a number alone, that is the
-/// duration: the object goes, every DeathTimer of the level gets it, and so does `duration`.
-void LoadLevelFile(const std::string& name, float& duration);
+/// Marks what is not Core dead and loads the level, as it is on the disk now; the IDs of its objects in the order of
+/// the file. When its last object is named by a number alone, that is the duration: the object goes, every DeathTimer
+/// of the level gets it, and so does `duration`.
+std::vector<std::uint32_t> LoadLevelFile(const std::string& name, float& duration);
 
 /// Writes the object alone. False when the name is empty or not plain, or the file cannot be written.
 bool SaveArchetype(const std::string& name, GameObject& object);

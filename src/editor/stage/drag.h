@@ -1,30 +1,35 @@
-// Moving the picked object with the mouse, as long as the button that picked it is held. Ctrl snaps it to a grid.
+// Moving what is selected with the mouse, as long as the button that picked one of it is held. The picked one snaps to
+// the grid, the others keep their place beside it.
 #pragma once
 
 #include <cstdint>
+#include <utility>
+#include <vector>
 
-#include "physics/math/vec3.h"
+#include "editor/acts/form.h"
+#include "editor/stage/grid.h"
 
-class GameObject;
 class History;
 
 class Drag {
  public:
-  static constexpr float kGrid = 0.5f;  ///< world units
-
-  /// Once a frame, after the events: begins with a pick, moves the object, and records the whole way as one step.
-  void Update(History& history);
-  /// Lets go; where the object is now it stays. Picks up to now begin nothing.
+  /// Once a frame, after the events: begins with a pick, moves the objects, and records the whole way as one act.
+  void Update(History& history, const Grid& grid);
+  /// Lets go; where the objects are now they stay. Picks up to now begin nothing.
   void Stop(History& history);
+  /// Whether the mouse holds an object.
+  bool IsHolding() const { return objectId_ != 0; }
 
  private:
   void Begin();
   void End(History& history);
-  void Move(GameObject& object);
+  void Move(const Grid& grid);
+  void TakeAll();
 
   std::uint32_t objectId_ = 0;  // 0: nothing is dragged
   unsigned picks_ = 0;
-  Vec3 before_;
+  std::vector<std::uint32_t> selection_;  // of the last frame: a pick of one of several moves them all
+  std::vector<std::pair<std::uint32_t, Form>> before_;
   Vec3 grip_;   // from the mouse to the object's place
   Vec3 start_;  // of the mouse
   bool moved_ = false;
