@@ -97,7 +97,7 @@ std::vector<BarWindow> Editor::Windows() const {
   std::vector<BarWindow> windows = {{"options", {&tools_}, Site::kLeft},
                                     {"GaleEditor", {&common_, &properties_}, Site::kRight},
                                     {"stage", {&stage_}, Site::kTop, true}};
-  if (list_.IsShown()) windows.push_back({"objects", {&list_.GetBar()}, Site::kBottom});
+  if (list_.IsShown()) windows.push_back({"objects", {&list_.GetBar()}, Site::kBottom, true});
   if (browser_.IsShown()) windows.push_back({"browse", {&browser_.GetBar()}, Site::kMiddle, true});
   return windows;
 }

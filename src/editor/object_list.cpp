@@ -134,6 +134,7 @@ void ObjectList::AddRow(const GameObject& object, const std::string& line, const
   bar_.AddButton("Ring " + ShownNameOf(object), [id, ring] { ring(id); });
   bar_.GetLast().hidden = true;
   bar_.GetEntry(row).onTwice = bar_.GetLast().path;
-  bar_.GetEntry(row).row = true;
+  bar_.GetEntry(row).row = bar_.GetEntry(row).indented = true;
+  if (const auto* sprite = object.Get<Sprite>()) bar_.GetEntry(row).picture = sprite->texturePath;
   bar_.GetEntry(row).marked = Contains(GetSelection(), id);
 }

@@ -159,7 +159,24 @@ void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, Bar
   if (touched.changed || touched.done) actions.edits.push_back({&bar, entry.path, std::move(value), touched.done});
 }
 
+// A picture's first row is the top of its texture, which is where v is 1.
+const ImVec2 kUpperLeft = {0.0f, 1.0f};
+const ImVec2 kLowerRight = {1.0f, 0.0f};
+
+ImTextureID TextureOf(const Entry& entry) {
+  const GLuint texture = entry.picture.empty() ? 0 : GetRenderer().GetTexture(entry.picture);
+  return reinterpret_cast<ImTextureID>(static_cast<std::intptr_t>(texture));
+}
+
+// Rows of a list stand under each other, with a picture or without.
 void ShowRow(const TweakBar& bar, const Entry& entry, BarActions& actions) {
+  if (const float size = ImGui::GetTextLineHeight(); TextureOf(entry) != nullptr) {
+    ImGui::Image(TextureOf(entry), {size, size}, kUpperLeft, kLowerRight);
+    ImGui::SameLine();
+  } else if (entry.indented) {
+    ImGui::Dummy({size, size});
+    ImGui::SameLine();
+  }
   if (ImGui::Selectable(entry.label.c_str(), entry.marked, ImGuiSelectableFlags_AllowDoubleClick)) {
     const bool twice = ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left) && !entry.onTwice.empty();
     const bool shift = ImGui::GetIO().KeyShift && !entry.onShift.empty();
@@ -184,13 +201,10 @@ void Flow(const Entry& entry) {
   if (ImGui::GetItemRectMax().x + style.ItemSpacing.x + width <= right) ImGui::SameLine();
 }
 
-// A picture's first row is the top of its texture, which is where v is 1.
 bool PictureButton(const Entry& entry) {
   const float size = kThumbnail * ImGui::GetIO().FontGlobalScale;
-  const GLuint texture = GetRenderer().GetTexture(entry.picture);
-  if (texture == 0) return ImGui::Button(entry.label.c_str(), {0.0f, size});
-  return ImGui::ImageButton(reinterpret_cast<ImTextureID>(static_cast<std::intptr_t>(texture)), {size, size}, {0, 1},
-                            {1, 0});
+  if (TextureOf(entry) == nullptr) return ImGui::Button(entry.label.c_str(), {0.0f, size});
+  return ImGui::ImageButton(TextureOf(entry), {size, size}, kUpperLeft, kLowerRight);
 }
 
 void ShowButton(const TweakBar& bar, const Entry& entry, bool flowing, BarActions& actions) {

@@ -27,6 +27,7 @@ class TweakBar final : public FieldBar {
     bool hidden = false;               ///< not shown, but found: what a click with a modifier does
     bool mixed = false;                ///< of a variable: it stands for several, which do not hold the same
     bool row = false;                  ///< of a button: a line of a list
+    bool indented = false;             ///< of a row: as if it had a picture
     bool marked = false;               ///< of a button: what it stands for is chosen, or goes on
     std::string onShift = {};          ///< of a row: the path of what a click with Shift presses instead
     std::string onTwice = {};          ///< of a row: the path of what the second of two quick clicks presses too
