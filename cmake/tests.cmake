@@ -12,7 +12,7 @@ target_include_directories(brinewhirl_tests PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_
 set_source_files_properties(tests/folders.cpp PROPERTIES COMPILE_DEFINITIONS
   "BRINEWHIRL_GAME_DIR=\"${CMAKE_SOURCE_DIR}/game\";BRINEWHIRL_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
 if(BRINEWHIRL_SANITIZE)
-  set_source_files_properties(tests/library_leaks.cpp PROPERTIES COMPILE_DEFINITIONS BRINEWHIRL_SANITIZE)
+  set_source_files_properties(tests/sanitizer_suppressions.cpp PROPERTIES COMPILE_DEFINITIONS BRINEWHIRL_SANITIZE)
 endif()
 target_link_libraries(brinewhirl_tests PRIVATE brinewhirl_toolkit GTest::gtest GTest::gtest_main)
 add_dependencies(brinewhirl_tests content brinewhirl-tool)

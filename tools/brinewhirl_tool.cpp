@@ -143,6 +143,7 @@ void AddFilm(CLI::App& app, FilmOptions& options, int& result) {
       ->check(CLI::Range(1, kFramesASecond));
   AddPair(*command, "--size", options.width, options.height, kLongestSide,
           "WxH of each picture (default: 1280x720; GIF 480x270; in a sheet 320x180)");
+  command->add_flag("--coarse", options.coarse, "Draw at the pictures' own size: faster, but small things flicker");
   CLI::Option* sheet = command->add_flag("--moments", options.moments,
                                          "One PNG file of each screen, piece, rule, stun and menu, and of the podium");
   AddPair(*command, "--sheet", options.rows, options.columns, kLongestSide,

@@ -13,7 +13,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 from soundbuild.effect import read_effect
 from soundbuild.pitch import SourceError
 from soundbuild.render import RenderError, render
-from soundbuild.tune import read_tune
+from soundbuild.tune import read_bars, read_tune
 
 ROOT = Path(__file__).resolve().parent.parent
 ORCHESTRA = ROOT / "sound/orchestra.orc"
@@ -54,7 +54,16 @@ def read_score(name):
     path = source_of(name)
     if path.suffix == ".effect":
         return read_effect(path, source_lines(path))
-    return read_tune(path, source_lines(path), lambda other: (source_of(other), source_lines(source_of(other))))
+    return read_tune(path, source_lines(path), _lines_of_tune)
+
+
+def read_bars_of(name):
+    path = source_of(name)
+    return read_bars(path, source_lines(path), _lines_of_tune)
+
+
+def _lines_of_tune(name):
+    return source_of(name), source_lines(source_of(name))
 
 
 def key_of(kind, score, tools):

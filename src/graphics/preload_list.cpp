@@ -11,6 +11,9 @@ constexpr char kFont[] = "OctoBubble.ttf";
 std::size_t assetIndex = 0;  // over the fonts as long as fontPhase is true, then over the pictures
 bool fontPhase = true;
 
+// Beyond the renderer's own: for sprites of levels that name it.
+void LoadSpritePrograms() { GetRenderer().CreateProgram("underquay", "dvert.glsl", "underquay_frag.glsl"); }
+
 }  // namespace
 
 bool LoadNextAsset() {
@@ -22,6 +25,7 @@ bool LoadNextAsset() {
   }
   if (assetIndex >= kPreloadedImages.size()) return true;
   GetRenderer().LoadTexture(std::string(kPreloadedImages[assetIndex++]));
+  if (assetIndex == kPreloadedImages.size()) LoadSpritePrograms();
   return false;
 }
 

@@ -67,6 +67,7 @@ TEST(Drawing, LayersCoverEachOtherInTheirOrder) {
   for (const char* picture : {"background.png", "BlueBox.png"}) renderer.LoadTexture(picture);
   renderer.LoadFont("OctoBubble.ttf");
   SetBackgroundPicture("background.png");
+  renderer.SetScreenShader("wave");  // as in a match; the plain one moves the sea
   GameEvents events;
   Frame frame(events);
   const auto colourAfter = [&](int frames) {

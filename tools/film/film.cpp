@@ -74,7 +74,9 @@ Schedule PlanFrames(const FilmOptions& options, int total) {
 // A small window would flicker, since pictures are not made smaller than by half without loss; so a larger one is
 // drawn and averaged. Measuring measures what was asked for.
 Lens ChooseLens(const FilmOptions& options) {
-  const int scale = options.out.empty() ? 1 : std::min(kWindow.width / options.width, kWindow.height / options.height);
+  const int scale = options.out.empty() || options.coarse
+                        ? 1
+                        : std::min(kWindow.width / options.width, kWindow.height / options.height);
   return {options.width, options.height, std::max(1, scale)};
 }
 

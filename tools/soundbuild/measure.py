@@ -5,6 +5,9 @@ import subprocess
 import numpy as np
 
 RATE = 48000
+BLOCK = 1 << 16  # frames transformed at once
+FILTER_RINGS = 1 << 13  # frames after which nothing is left of what K-weighting has heard
+BLOCK_EDGE = 1 << 10  # of a block, where its end and its start meet
 
 
 def decode(path, channels):
@@ -18,7 +21,7 @@ def decibels(value):
     return 20 * np.log10(max(value, 1e-9))
 
 
-def _k_weighting(hertz):
+def k_weighting(hertz):
     """Response of the two filters of ITU-R BS.1770-4, annex 1, whose coefficients are given for 48 kHz."""
     z = np.exp(-2j * np.pi * hertz / RATE)
     shelf = (1.53512485958697 - 2.69169618940638 * z + 1.19839281085285 * z**2) / (
@@ -28,18 +31,23 @@ def _k_weighting(hertz):
     return shelf * high_pass
 
 
-def _padded(samples, extra):
-    size = 1 << int(samples.shape[1] + extra - 1).bit_length()
-    return np.pad(samples, ((0, 0), (0, size - samples.shape[1])))
+def k_weighted(samples):
+    """The sound through these filters, block by block."""
+    weight = k_weighting(np.fft.rfftfreq(BLOCK, 1 / RATE))
+    padded = np.pad(samples, ((0, 0), (FILTER_RINGS, BLOCK)))
+    parts = []
+    for start in range(0, samples.shape[1], BLOCK - FILTER_RINGS):
+        part = np.fft.irfft(np.fft.rfft(padded[:, start : start + BLOCK]) * weight, BLOCK)
+        parts.append(part[:, FILTER_RINGS:])  # before that, the block's start would hear its end
+    return np.concatenate(parts, axis=1)[:, : samples.shape[1]]
 
 
 def _momentary_powers(samples):
     """Mean square of the K-weighted sound in windows of 0.4 s that start every 0.1 s."""
-    frames = max(samples.shape[1], int(0.4 * RATE))
-    spectrum = np.fft.rfft(_padded(samples, RATE))
-    weighted = np.fft.irfft(spectrum * _k_weighting(np.fft.rfftfreq(_padded(samples, RATE).shape[1], 1 / RATE)))
-    energy = np.cumsum(np.pad((weighted[:, :frames] ** 2).sum(axis=0), (1, 0)))
     window = int(0.4 * RATE)
+    frames = max(samples.shape[1], window)
+    weighted = k_weighted(np.pad(samples, ((0, 0), (0, frames - samples.shape[1]))))
+    energy = np.cumsum(np.pad((weighted**2).sum(axis=0), (1, 0)))
     starts = np.arange(0, frames - window + 1, RATE // 10)
     return (energy[starts + window] - energy[starts]) / window
 
@@ -63,11 +71,14 @@ def loudest_moment(samples):
 
 
 def true_peak(samples):
-    """dBFS of the signal between its samples too: four times oversampled through its spectrum."""
-    padded = _padded(samples, 4096)
-    size = padded.shape[1]
-    spectrum = np.pad(np.fft.rfft(padded), ((0, 0), (0, 3 * size // 2)))
-    return decibels(np.abs(np.fft.irfft(spectrum, 4 * size)).max() * 4)
+    """dBFS of the signal between its samples too: four times oversampled through its spectrum, block by block."""
+    padded = np.pad(samples, ((0, 0), (BLOCK_EDGE, BLOCK)))
+    highest = 0.0
+    for start in range(0, samples.shape[1], BLOCK - 2 * BLOCK_EDGE):
+        spectrum = np.pad(np.fft.rfft(padded[:, start : start + BLOCK], BLOCK), ((0, 0), (0, 3 * BLOCK // 2)))
+        between = np.fft.irfft(spectrum, 4 * BLOCK)[:, 4 * BLOCK_EDGE : -4 * BLOCK_EDGE]
+        highest = max(highest, np.abs(between).max() * 4)
+    return decibels(highest)
 
 
 def sounding_rms(samples):
@@ -90,3 +101,31 @@ def leading_silence(samples):
     """Seconds before the sound reaches 40 dB below its own peak."""
     loud = np.abs(samples).max(axis=0)
     return np.argmax(loud > loud.max() * 0.01) / RATE
+
+
+def at_speed(samples, speed):
+    """The sound as it is played faster or slower, which moves its pitch too."""
+    if speed == 1.0:
+        return samples
+    there = np.arange(0, samples.shape[1] - 1, speed)
+    return np.stack([np.interp(there, np.arange(samples.shape[1]), channel) for channel in samples])
+
+
+def attack(samples):
+    """Seconds in which the level, over 2 ms, rises from a tenth of its highest value to nine tenths."""
+    window = np.ones(RATE // 500) / (RATE // 500)
+    level = np.sqrt(np.convolve((samples**2).mean(axis=0), window)[: 2 * RATE])
+    return (np.argmax(level > 0.9 * level.max()) - np.argmax(level > 0.1 * level.max())) / RATE
+
+
+def spectral_centre(samples):
+    """Hz around which the energy lies."""
+    power = (np.abs(np.fft.rfft(samples)) ** 2).sum(axis=0)
+    return (np.fft.rfftfreq(samples.shape[1], 1 / RATE) * power).sum() / power.sum()
+
+
+def loudness_of_seconds(samples):
+    """LUFS of each whole second."""
+    seconds = samples.shape[1] // RATE
+    powers = (k_weighted(samples)[:, : seconds * RATE] ** 2).sum(axis=0).reshape(seconds, RATE).mean(axis=1)
+    return np.array([_lufs(power) for power in powers])

@@ -1,6 +1,7 @@
 """Renders a score with Csound, closes loops, trims effects and encodes the result."""
 
 import array
+import math
 import struct
 import subprocess
 import tempfile
@@ -13,6 +14,10 @@ EFFECT_TAIL = 2.5  # s, rendered after the last sound and trimmed
 SILENCE = 10 ** (-66 / 20)
 FADE = 0.005  # s, at the end of an effect
 QUALITY = {"music": 5, "sfx": 6}  # of Ogg Vorbis
+SEAM_TRIES = 10
+SEAM_TURN = 64  # frames of sound by which a loop is turned for the next try
+SEAM_WINDOW = 480  # frames on each side of the seam, whose steps are the usual ones
+SMOOTH_SEAM = 1.5  # usual steps, largest of both channels
 
 
 class RenderError(Exception):
@@ -25,11 +30,10 @@ def render(orchestra, score, kind, target):
     if kind == "music":
         frames = round(score.length * RATE)
         samples = _csound(orchestra, score.csound(LOOP_LEAD, LOOP_TAIL), channels)
-        samples = close_loop(samples, frames * channels)
+        _encode_loop(close_loop(samples, frames * channels), channels, target)
     else:
         samples = _csound(orchestra, score.csound(0.0, EFFECT_TAIL), channels)
-        samples = trim(samples, score.cut)
-    _encode(samples, channels, QUALITY[kind], target)
+        _encode(trim(samples, score.cut), channels, QUALITY[kind], target)
 
 
 def close_loop(samples, length):
@@ -67,6 +71,43 @@ def _csound(orchestra, text, channels):
     return samples
 
 
+def _encode_loop(samples, channels, target):
+    """Coding leaves a noise that is another one on both sides of the seam, where no overlap smooths it. So the loop is
+    turned, by some milliseconds at most, until the two meet as neighbours do elsewhere."""
+    steps = []
+    for turn in range(SEAM_TRIES):
+        _encode(turned(samples, turn, channels), channels, QUALITY["music"], target)
+        steps.append(seam_step(_decode(target), channels))
+        if steps[-1] <= SMOOTH_SEAM:
+            return
+    _encode(turned(samples, steps.index(min(steps)), channels), channels, QUALITY["music"], target)
+
+
+def turned(samples, turn, channels):
+    """The same loop, begun a little earlier."""
+    start = len(samples) - turn * SEAM_TURN * channels
+    return samples[start:] + samples[:start]
+
+
+def seam_step(samples, channels):
+    """The step from the last frame to the first, in usual steps (RMS) of the frames near it; the larger channel's."""
+    found = []
+    for channel in range(channels):
+        own = samples[channel::channels]
+        near = own[-SEAM_WINDOW:] + own[:SEAM_WINDOW]
+        steps = [later - earlier for earlier, later in zip(near, near[1:])]
+        usual = math.sqrt(sum(step * step for step in steps) / len(steps))
+        found.append(abs(steps[SEAM_WINDOW - 1]) / max(usual, 1.0))
+    return max(found)
+
+
+def _decode(path):
+    """16-bit samples, as a player hears them."""
+    samples = array.array("h")
+    samples.frombytes(_run(["oggdec", "-Q", "-R", "-b", "16", "-o", "-", path], None))
+    return samples
+
+
 def _encode(samples, channels, quality, target):
     data = samples.tobytes()
     # a WAVE file of 32-bit floats (format tag 3)
@@ -86,3 +127,4 @@ def _run(command, data):
     # Csound leaves out a note that it cannot play and still reports success
     if done.returncode or "error:" in messages.lower():
         raise RenderError(f"{command[0]} failed:\n{messages[-2000:]}")
+    return done.stdout

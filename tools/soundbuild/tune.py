@@ -56,6 +56,37 @@ def read_tune(path, source_lines, read_lines):
     return _perform(tune)
 
 
+def read_bars(path, source_lines, read_lines):
+    """The bars in the order in which they sound, and the names of the drums.
+
+    A bar holds, for each voice that begins a note in it, all that makes these notes.
+    """
+    tune = Tune(path)
+    _parse(tune, source_lines, read_lines)
+    bars = []
+    for line, name in tune.form:
+        section = _section_of(tune, line, name)
+        here = [{} for _ in section.chords]
+        for voice_name, texts in section.parts.items():
+            for event in _events(tune, section, texts):
+                bar, start = divmod(event.start, BEATS_PER_BAR)
+                pitches = [note.pitch for note in _sound(tune, section, voice_name, event, 0, 1.0)]
+                notes = here[int(bar)].setdefault(voice_name, [])
+                notes.append((round(start, 4), round(event.length, 4), event.word, pitches))
+        bars += here
+    return bars, {name for name, voice in tune.voices.items() if voice.instrument in HIT_PITCH}
+
+
+def longest_repeat(bars, voices=None):
+    """How many bars sound the same in a row, the last bar being followed by the first; of these voices, or of all."""
+    heard = [{name: notes for name, notes in bar.items() if voices is None or name in voices} for bar in bars]
+    longest = run = 1
+    for before, bar in zip(heard * 2, (heard * 2)[1:]):
+        run = run + 1 if bar == before else 1
+        longest = max(longest, min(run, len(bars)))
+    return longest
+
+
 # --- parsing -----------------------------------------------------------------------------------------------------------
 
 
@@ -147,9 +178,7 @@ def _perform(tune):
     beat_seconds = 60.0 / settings["tempo"]
     first_beat = 0
     for line, name in tune.form:
-        if name not in tune.sections:
-            tune.fail(line, f"no such section: {name}")
-        section = tune.sections[name]
+        section = _section_of(tune, line, name)
         for voice_name, bars in section.parts.items():
             for event in _events(tune, section, bars):
                 score.notes += _sound(tune, section, voice_name, event, first_beat, beat_seconds)
@@ -159,6 +188,12 @@ def _perform(tune):
     score.length = first_beat * beat_seconds
     _humanise(score.notes, settings["humanise"] / 1000)
     return score
+
+
+def _section_of(tune, line, name):
+    if name not in tune.sections:
+        tune.fail(line, f"no such section: {name}")
+    return tune.sections[name]
 
 
 @dataclass

@@ -9,8 +9,11 @@ uniform mat4 model;
 uniform vec4 uvOffSet;
 
 out vec2 uv;
+out vec2 place;  // in the world
 
 void main() {
   uv = texCoord * uvOffSet.xy + uvOffSet.zw;
-  gl_Position = proj * view * model * vec4(position, 1.0);
+  vec4 inWorld = model * vec4(position, 1.0);
+  place = inWorld.xy;
+  gl_Position = proj * view * inWorld;
 }

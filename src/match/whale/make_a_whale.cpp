@@ -48,7 +48,9 @@ GameObject& MakeWhale() {
   GameObject& whale = *Objects().GetObject(Objects().CreateObject());
   whale.name = kWhaleName;
   MakeBody(whale);
-  whale.Insert(std::make_unique<Sprite>()).texturePath = "rightythewhale.png";
+  Sprite& sprite = whale.Insert(std::make_unique<Sprite>());
+  sprite.texturePath = "rightythewhale.png";
+  sprite.shaderName = "underquay";
   // The fountain turns all fountains off when it is made, and the first placing turns them on.
   auto& scripts = whale.Insert(std::make_unique<ScriptBox>());
   for (const char* script : {"PiratePathing", "fountain", "bosshealth"}) scripts.AddScript(script);

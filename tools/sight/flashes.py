@@ -1,0 +1,64 @@
+"""Flashing over a whole match: opposing changes of luminance over a tenth of the screen (WCAG 2.3.1)."""
+import numpy as np
+
+from sight import colour, films
+
+EVERY = 5      # frames between two looks; odd, so that what changes every frame is seen too
+CHANGE = 0.1   # of relative luminance, of which the darker is below
+DARK = 0.8
+AREA = 0.1     # of the screen
+NEAR = 3       # pixels of a look: what was there before is no change, since the camera shakes and things move
+TOGETHER = 2   # looks within which changes count as one
+MOST = 3       # a second
+SECOND = 60    # frames
+
+
+class Watch:
+    """Each pixel's last turning point, and which pixels went up or down lately."""
+
+    def __init__(self, light):
+        self.low = light.copy()
+        self.high = light.copy()
+        self.way = np.zeros(light.shape, dtype=int)  # of its last change; a fade on in the same way is none
+        self.recent = {+1: [], -1: []}
+        self.changes = []
+
+    def look(self, frame, light):
+        low, high = _most(self.low), -_most(-self.high)
+        up = (light - low >= CHANGE) & (low < DARK)
+        down = (high - light >= CHANGE) & (light < DARK)
+        self.low = np.where(up | down, light, np.minimum(self.low, light))
+        self.high = np.where(up | down, light, np.maximum(self.high, light))
+        for way, moved in ((+1, up), (-1, down)):
+            latest = self.recent[way]
+            latest.append(moved & (self.way != way))
+            self.way[moved] = way
+            del latest[:-TOGETHER]
+            if np.any(latest, axis=0).mean() >= AREA:
+                self.changes.append(frame)
+                latest.clear()
+
+
+def _most(light):
+    """The greatest value within NEAR pixels of each."""
+    for axis in (0, 1):
+        padded = np.pad(light, [(NEAR, NEAR) if axis == other else (0, 0) for other in (0, 1)], mode="edge")
+        light = np.lib.stride_tricks.sliding_window_view(padded, 2 * NEAR + 1, axis=axis).max(axis=-1)
+    return light
+
+
+def measure(course):
+    """Prints what was seen and returns the lines that do not hold."""
+    seen = films.film("--size", "160x90", "--coarse", "--every", EVERY, "--to", course.length - 1)
+    frames = sorted(seen)
+    watch = Watch(colour.luminance(seen[frames[0]]))
+    for frame in frames[1:]:
+        watch.look(frame, colour.luminance(seen[frame]))
+    most, at = 0, 0
+    for frame in watch.changes:
+        count = sum(frame - SECOND < other <= frame for other in watch.changes)
+        if count > most:
+            most, at = count, frame
+    print(f"flashing over {frames[-1]} frames: {len(watch.changes)} changes of a tenth of the screen, "
+          f"at most {most} in a second (<= {MOST}), up to frame {at}")
+    return [f"flashing: {most} changes in the second before frame {at}"] if most > MOST else []
