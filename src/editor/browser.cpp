@@ -44,7 +44,7 @@ std::vector<std::string> FilesIn(const char* folder) {
   return names;
 }
 
-// Of an object alone, what its picture and its scripts are.
+// What an object alone does, by its scripts.
 std::string MeaningOf(const LintObject& object) {
   std::string meaning;
   for (const LintBlock& script : object.scripts) {
@@ -118,7 +118,9 @@ void Browser::ReadArchetypes() {
     const LintObject* first = level.GetFirst();
     const auto count = std::count_if(level.objects.begin(), level.objects.end(),
                                      [](const LintObject& object) { return !object.IsHost(); });
-    if (first != nullptr && count == 1) choices_.push_back({name, MeaningOf(*first)});
+    if (first == nullptr || count != 1) continue;
+    const LintLine* picture = ValueOf(first->Find("Sprite"), "texture path");
+    choices_.push_back({name, MeaningOf(*first), picture == nullptr ? std::string{} : std::string(picture->value)});
   }
 }
 
@@ -142,12 +144,24 @@ void Browser::Fill(const Chooser& choose) {
     if (Lowered(choice.name + ' ' + choice.meaning).find(Lowered(filter_)) != std::string::npos)
       found.push_back(&choice);
   if (page_ == Page::kPictures) return FillPictures(found, choose);
-  for (const Choice* choice : found) {
-    bar_.AddButton(choice->name, choice->name + ": " + choice->meaning,
-                   [choose, page = page_, name = choice->name] { choose(page, name); });
-    bar_.GetLast().row = true;
-    bar_.GetLast().hint = choice->meaning;
-  }
+  for (const Choice* choice : found) FillRow(*choice, choose);
+}
+
+void Browser::FillRow(const Choice& choice, const Chooser& choose) {
+  bar_.AddButton(choice.name, choice.name + ": " + choice.meaning,
+                 [choose, page = page_, name = choice.name] { choose(page, name); });
+  if (!choice.picture.empty()) LoadOnce(choice.picture);
+  TweakBar::Entry& row = bar_.GetLast();
+  row.row = true;
+  row.indented = page_ == Page::kArchetypes;
+  row.picture = choice.picture;
+  row.hint = choice.meaning;
+}
+
+void Browser::LoadOnce(const std::string& picture) {
+  Renderer& renderer = GetRenderer();
+  if (renderer.IsDrawing() && tried_.insert(picture).second && renderer.GetTexture(picture) == 0)
+    renderer.LoadTexture(picture);
 }
 
 void Browser::FillPictures(const std::vector<const Choice*>& found, const Chooser& choose) {
@@ -161,8 +175,7 @@ void Browser::FillPictures(const std::vector<const Choice*>& found, const Choose
   const std::size_t end = std::min(found.size(), (sheet_ + 1) * kPerSheet);
   for (std::size_t i = sheet_ * kPerSheet; i < end; ++i) {
     const std::string& name = found[i]->name;
-    if (GetRenderer().IsDrawing() && tried_.insert(name).second && GetRenderer().GetTexture(name) == 0)
-      GetRenderer().LoadTexture(name);
+    LoadOnce(name);
     bar_.AddButton(name, [choose, name] { choose(Page::kPictures, name); });
     bar_.GetLast().picture = name;
     bar_.GetLast().hint = name;

@@ -33,11 +33,14 @@ class Browser {
   struct Choice {
     std::string name;
     std::string meaning;
+    std::string picture = {};
   };
 
   void Read();
   void ReadArchetypes();
   void FillPages();
+  void FillRow(const Choice& choice, const Chooser& choose);
+  void LoadOnce(const std::string& picture);
   void FillPictures(const std::vector<const Choice*>& found, const Chooser& choose);
 
   TweakBar bar_{"browse"};

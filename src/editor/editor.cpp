@@ -69,6 +69,7 @@ void Editor::Init() {
   list_.Reset();
   browser_.Reset();
   watch_.Reset();
+  recovery_ = {};
   stageHand_.grid = {};
   stageHand_.Stop(history_);
   history_.Clear();

@@ -71,6 +71,7 @@ void Editor::FillFiles() {
       SetShown(true);
       asked_ = act;
       askedNow_ = true;
+      recovery_.PutAside(SceneText);
       Print("there are unsaved changes: save them, or once more for a %s without them\n", act);
     });
     stage_.GetLast().hidden = true;

@@ -219,6 +219,7 @@ TEST_F(EditorManyTest, UnsavedChangesHoldUpTheEndOnceAndArePutAsideMeanwhile) {
   Recovery last;
   last.Start();
   EXPECT_EQ(last.GetOffer(), "");
+  editor.StartRecovery();
   Press("Make default box");
   const auto quit = [&] {
     Send(EventOf(SDL_QUIT));
@@ -226,6 +227,7 @@ TEST_F(EditorManyTest, UnsavedChangesHoldUpTheEndOnceAndArePutAsideMeanwhile) {
   };
   EXPECT_FALSE(quit());
   EXPECT_TRUE(editor.IsShown());
+  EXPECT_TRUE(std::filesystem::exists("autosaves/recover-12")) << "whoever asked may not wait for the answer";
   Press("Undo");
   EXPECT_TRUE(quit()) << "nothing is unsaved now";
   platform.running = true;

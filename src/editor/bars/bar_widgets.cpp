@@ -5,6 +5,7 @@
 #include <imgui_stdlib.h>
 
 #include <algorithm>
+#include <cfloat>
 
 #include "graphics/renderer.h"
 
@@ -18,11 +19,12 @@ constexpr float kBarWidth = 330.0f;
 constexpr float kNarrowWidth = 220.0f;
 constexpr float kMargin = 8.0f;
 constexpr float kGap = 4.0f;  // between windows
-constexpr float kTopHeight = 150.0f;
+constexpr float kTopHeight = 200.0f;
 constexpr float kListHeight = 190.0f;
 constexpr float kPageHeight = 270.0f;
 constexpr float kThumbnail = 58.0f;  // of a picture, each way
 constexpr float kHintWidth = 320.0f;
+constexpr float kLeastValue = 110.0f;   // width of a value beside its label, which stands above it else
 constexpr float kFlowingValue = 70.0f;  // width of a value in a line with others
 constexpr char kMixed[] = "mixed";
 constexpr char kOpens[] = "...";  // a page to choose from
@@ -140,21 +142,30 @@ void ShowHint(const Entry& entry) {
   ImGui::EndTooltip();
 }
 
-// `labelWidth`: of the longest label beside it; 0 in a line with others.
 // A value that can be chosen by sight has a button for it, behind the label.
+void ShowLabel(const TweakBar& bar, const Entry& entry, float gap, BarActions& actions) {
+  ImGui::TextUnformatted(entry.label.c_str());
+  if (!entry.press) return;
+  ImGui::SameLine(0.0f, gap);
+  if (ImGui::SmallButton(kOpens)) actions.presses.push_back({&bar, entry.path});
+}
+
+// `labelWidth`: of the longest label beside it; 0 in a line with others.
 void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, BarActions& actions) {
   FieldValue value = GetValue(entry.field);
-  const float gap = kLabelGap * ImGui::GetIO().FontGlobalScale;
-  ImGui::SetNextItemWidth(labelWidth > 0.0f ? -labelWidth - gap : kFlowingValue * ImGui::GetIO().FontGlobalScale);
+  const float scale = ImGui::GetIO().FontGlobalScale;
+  const float gap = kLabelGap * scale;
+  const bool above = labelWidth > 0.0f && !std::holds_alternative<bool>(value) &&
+                     ImGui::GetContentRegionAvail().x - labelWidth - gap < kLeastValue * scale;
+  if (above) ShowLabel(bar, entry, gap, actions);
+  ImGui::SetNextItemWidth(above ? -FLT_MIN : labelWidth > 0.0f ? -labelWidth - gap : kFlowingValue * scale);
   if (entry.field.readOnly) ImGui::BeginDisabled();
   const Touched touched = std::visit([&](auto& held) { return Show(entry, held); }, value);
   if (entry.field.readOnly) ImGui::EndDisabled();
   ShowHint(entry);
-  ImGui::SameLine(0.0f, gap);
-  ImGui::TextUnformatted(entry.label.c_str());
-  if (entry.press) {
+  if (!above) {
     ImGui::SameLine(0.0f, gap);
-    if (ImGui::SmallButton(kOpens)) actions.presses.push_back({&bar, entry.path});
+    ShowLabel(bar, entry, gap, actions);
   }
   if (touched.changed || touched.done) actions.edits.push_back({&bar, entry.path, std::move(value), touched.done});
 }
@@ -331,6 +342,7 @@ void StyleBars() {
   set(ImGuiCol_PopupBg, kNavy);
   set(ImGuiCol_TitleBg, kDeepNavy);
   set(ImGuiCol_TitleBgActive, kDeepNavy);
+  set(ImGuiCol_TitleBgCollapsed, kDeepNavy);
   set(ImGuiCol_FrameBg, kDeepNavy);
   set(ImGuiCol_Text, kPaper);
   set(ImGuiCol_Button, kSea);

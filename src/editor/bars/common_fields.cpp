@@ -43,7 +43,7 @@ class CommonFields {
     bar_.BeginGroup(group_);
     for (const Entry& entry : bars_.front()->GetEntries()) {
       if (entry.kind == Entry::Kind::kGroup) bar_.BeginGroup(entry.name);
-      if (entry.kind == Entry::Kind::kEndGroup) bar_.EndGroup();
+      if (entry.kind == Entry::Kind::kEndGroup) bar_.EndGroupUnlessEmpty();
       if (!CanBeShared(entry) ||
           !std::all_of(bars_.begin(), bars_.end(), [&](const auto& bar) { return FindSame(*bar, entry) != nullptr; }))
         continue;

@@ -34,6 +34,12 @@ void TweakBar::EndGroup() {
   entries_.push_back({Entry::Kind::kEndGroup, {}});
 }
 
+void TweakBar::EndGroupUnlessEmpty() {
+  const bool empty = entries_.back().kind == Entry::Kind::kGroup;
+  EndGroup();
+  if (empty) entries_.erase(entries_.end() - 2, entries_.end());
+}
+
 void TweakBar::Add(Field field) {
   const std::string label = field.label;
   Append(Entry::Kind::kVariable, label, label).field = std::move(field);

@@ -46,6 +46,8 @@ class TweakBar final : public FieldBar {
   using FieldBar::AddButton;
   /// Keeps a value until the bar is emptied, for a variable of the bar's own.
   FieldTarget KeepValue(const FieldValue& value);
+  /// Ends a group; one in which nothing is goes.
+  void EndGroupUnlessEmpty();
   /// A line to read.
   void AddText(std::string_view line);
 

@@ -48,7 +48,11 @@ void Recovery::Start() {
 void Recovery::Update(bool unsaved, const std::function<std::string()>& sceneText) {
   if (!started_) return;
   frames_ = unsaved ? frames_ + 1 : 0;
-  if (frames_ < kPeriod) return;
+  if (frames_ >= kPeriod) PutAside(sceneText);
+}
+
+void Recovery::PutAside(const std::function<std::string()>& sceneText) {
+  if (!started_) return;
   frames_ = 0;
   Write(sceneText());
 }

@@ -14,6 +14,8 @@ class Recovery {
   void Start();
   /// Once a frame; `sceneText` is asked for the text to keep when a copy is due.
   void Update(bool unsaved, const std::function<std::string()>& sceneText);
+  /// A copy now, since the run may be about to end.
+  void PutAside(const std::function<std::string()>& sceneText);
   /// The copy that a run has left that broke off; empty for none.
   const std::string& GetOffer() const { return offer_; }
   void Dismiss() { offer_.clear(); }
