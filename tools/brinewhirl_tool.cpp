@@ -65,6 +65,25 @@ struct RunGroups {
   CLI::Option* boot;
 };
 
+void AddPlayers(CLI::App& command, RunOptions& options) {
+  command.add_option_function<std::string>(
+      "--bots",
+      [&options](const std::string& text) {
+        if (const std::string error = ParseBotKinds(text, options.bots); !error.empty())
+          throw CLI::ValidationError("--bots", error);
+      },
+      "Who flies the four pads: hop, near, lead or none, as in lead,near,near,near, or one for all (docs/bots.md)");
+  command.add_option_function<std::string>(
+      "--mouse",
+      [&options](const std::string& text) {
+        const auto kind = BotKindFromName(text);
+        if (!kind) throw CLI::ValidationError("--mouse", "a player is called hop, near, lead or none");
+        options.mouse = *kind;
+      },
+      "Who flies player 1 by the mouse");
+  command.add_option("--seed", options.seed, "Where the random numbers start (default: 10, as in the game)");
+}
+
 RunGroups AddRun(CLI::App& command, RunOptions& options) {
   command.add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
   auto* what = command.add_option_group("what to run");
@@ -81,6 +100,7 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
   command.add_option("--input", options.inputFile,
                      "Scripted input, one event a line, or a recording (docs/input-files.md)");
   command.add_flag("--digest", options.digest, "Print a hash of the final state");
+  AddPlayers(command, options);
   return {what, howLong, level, boot};
 }
 
@@ -90,7 +110,8 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
   const RunGroups run = AddRun(*command, options);
   run.howLong
-      ->add_option("--matches", options.matches, "That many whole matches of four pilots, with tables at the end")
+      ->add_option("--matches", options.matches,
+                   "That many whole matches, flown by pilots where no bot does, with tables")
       ->check(CLI::Range(1, kMostMatches))
       ->excludes(run.level)
       ->excludes(run.boot);

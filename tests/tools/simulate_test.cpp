@@ -93,7 +93,7 @@ TEST(Digest, TellsStatesApartAndIgnoresIds) {
 }
 
 // The podium's numbers are those of the frame before it: what arrives later is lost. A rule counts as paid when
-// somebody is awarded in its time, up to and with its end.
+// somebody is awarded in its time, up to and with its end, and what a seat was paid counts before it arrives.
 TEST(MatchRecorder, CountsLeadsWinsAndWhatPaid) {
   EpisodeScene scene;
   scene.Start(scene.Segments({{"nothing", 100.0f}}), scene.Objectives({}));
@@ -102,6 +102,7 @@ TEST(MatchRecorder, CountsLeadsWinsAndWhatPaid) {
     SendEvent(kScoreObjects[static_cast<std::size_t>(player)], Event(kSentPoints, &sent));
   };
   MatchRecorder recorder(&scene);
+  recorder.TellSeats({"lead", "near", "near", "pilot"});
   const auto run = [&] {
     scene.Run();
     recorder.EndFrame();
@@ -130,7 +131,12 @@ TEST(MatchRecorder, CountsLeadsWinsAndWhatPaid) {
   const std::string tables = Printed([&](std::FILE* out) { recorder.PrintTables(out); });
   EXPECT_EQ(tables.substr(0, tables.find("generators")),
             "paid HitObjects 0\npaid Crown 1\nwins Player1 0\nwins Player2 0\nwins Player3 0\nwins Player4 1\n"
-            "spread-median 100.0\n");
+            "spread-median 100.0\n"
+            "rule HitObjects paid 1 1 0 0 points 15.0 10.0 0.0 0.0\nrule Crown paid 0 0 1 0 points 0.0 0.0 1.0 0.0\n"
+            "seat Player1 lead wins 0 of 1 0.0 % points 15.0\nseat Player2 near wins 0 of 1 0.0 % points 10.0\n"
+            "seat Player3 near wins 0 of 1 0.0 % points 0.0\nseat Player4 pilot wins 1 of 1 100.0 % points 20.0\n"
+            "kind lead seats 1 wins 0 of 1 0.0 % points 15.0\nkind near seats 2 wins 0 of 1 0.0 % points 5.0\n"
+            "kind pilot seats 1 wins 1 of 1 100.0 % points 20.0\n");
   EXPECT_EQ(scene.FramesOf("points Player4 20").size(), 1u);
   recorder.BeginMatch();
   EXPECT_FALSE(recorder.IsDecided() || recorder.IsAtPodium());

@@ -118,6 +118,7 @@ int Film(FilmOptions options) {
   if (input.IsRecording()) options.frames = std::min(options.frames, input.CountFrames());
   FillIn(options);
   if (const int wrong = CheckOptions(options); wrong != 0) return wrong;
+  if (const int wrong = CheckPlayers(options, input); wrong != 0) return wrong;
   if (const int result = EnterDataFolder(options, input); result != 0) return result;
   const bool lengthCounts = options.rows > 0 || Progress::IsSeen();
   const int total = !options.untilEnd ? options.frames : lengthCounts ? MeasureRunLength(options, input) : 0;

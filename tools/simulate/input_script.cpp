@@ -63,3 +63,22 @@ bool InputScript::Apply(int frame, ScriptedPlatform& platform, std::string& erro
   }
   return true;
 }
+
+std::string InputScript::FindPad(int slot) const {
+  for (const Line& line : lines_) {
+    const auto* presence = std::get_if<Given::PadPresence>(&line.event);
+    const auto* axis = std::get_if<Given::PadAxis>(&line.event);
+    const auto* button = std::get_if<Given::PadButton>(&line.event);
+    if ((presence != nullptr && presence->slot == slot) || (axis != nullptr && axis->slot == slot) ||
+        (button != nullptr && button->slot == slot))
+      return LineError(line.number, "pad " + std::to_string(slot) + " is flown by --bots");
+  }
+  return {};
+}
+
+std::string InputScript::FindMouse() const {
+  for (const Line& line : lines_)
+    if (std::holds_alternative<Given::Mouse>(line.event) || std::holds_alternative<Given::Click>(line.event))
+      return LineError(line.number, "the mouse is flown by --mouse");
+  return {};
+}

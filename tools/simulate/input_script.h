@@ -24,6 +24,10 @@ class InputScript {
   /// not applied.
   bool Apply(int frame, ScriptedPlatform& platform, std::string& error);
 
+  /// The first line that does something to the pad of a slot, or to the mouse, in words; empty when there is none.
+  std::string FindPad(int slot) const;
+  std::string FindMouse() const;
+
   bool IsRecording() const { return header_.boot; }
   const RecordingHeader& GetHeader() const { return header_; }
   /// How many frames the file tells of.

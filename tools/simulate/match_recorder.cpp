@@ -40,8 +40,10 @@ void MatchRecorder::OnEvent(std::string_view text) {
   const std::string_view begun = After("objective begin ", text);
   if (begun.empty() && After("objective end ", text).empty()) return;
   NoteAwards();
+  if (seats_ && running_ != kNone) seats_->EndRule(CountPoints());
   running_ = kNone;
   if (begun.empty()) return;
+  if (seats_) seats_->BeginRule(begun, CountPoints());
   const auto found =
       std::find_if(objectives_.begin(), objectives_.end(), [&](const Objective& o) { return o.name == begun; });
   running_ = static_cast<int>(found - objectives_.begin());
@@ -80,8 +82,9 @@ void MatchRecorder::FinishMatch(std::FILE* out, int frames) {
   const int best = ranks_.front().points;
   const int worst = ranks_.back().points;
   spreads_.push_back(best > 0 ? 100.0 * (best - worst) / best : 0.0);
-  std::array<int, kPlayers> points{};
+  SeatPoints points{};
   for (const Rank& rank : ranks_) points[static_cast<std::size_t>(rank.player)] = rank.points;
+  if (seats_) seats_->FinishMatch(points, ranks_[0].player);
   std::fprintf(out, "match %d %d %d %d %d leads %d frames %d\n", matches_, points[0], points[1], points[2], points[3],
                leadChanges_, frames);
   std::fflush(out);
@@ -101,6 +104,7 @@ void MatchRecorder::PrintTables(std::FILE* out) const {
   for (int player = 0; player < kPlayers; ++player)
     std::fprintf(out, "wins Player%d %d\n", player + 1, wins_[static_cast<std::size_t>(player)]);
   std::fprintf(out, "spread-median %.1f\n", MedianSpread());
+  if (seats_) seats_->Print(out);
   std::fprintf(out, "generators %zu\n", GalePhysics::CountGenerators());
   std::fflush(out);
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "core/run_log.h"
 #include "match/players.h"
 #include "match/score/ranking.h"
+#include "tools/simulate/seat_tables.h"
 
 class MatchRecorder final : public RunLogListener {
  public:
@@ -20,6 +22,8 @@ class MatchRecorder final : public RunLogListener {
   MatchRecorder& operator=(const MatchRecorder&) = delete;
   ~MatchRecorder() override;
 
+  /// Says who flies each seat: from now on the tables tell what every seat gets.
+  void TellSeats(const SeatNames& names) { seats_.emplace(names); }
   /// After every frame.
   void EndFrame();
   /// Forgets the present match, for the next one; a new game does so by itself.
@@ -61,4 +65,5 @@ class MatchRecorder final : public RunLogListener {
   int matches_ = 0;
   std::array<int, kPlayers> wins_{};
   std::vector<double> spreads_;  // per cent, one a match
+  std::optional<SeatTables> seats_;
 };

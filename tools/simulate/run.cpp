@@ -1,5 +1,6 @@
 #include "tools/simulate/run.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cinttypes>
@@ -48,6 +49,15 @@ bool IsReadableLevel(const std::string& name) {
   return text != nullptr && !text->empty();
 }
 
+// A seat without a bot is the game's own pilot's, but the first only when nobody else has it.
+SeatNames NameSeats(const RunOptions& options) {
+  SeatNames names;
+  for (std::size_t seat = 0; seat < names.size(); ++seat)
+    names[seat] = options.bots[seat] == BotKind::kNone ? "pilot" : NameOf(options.bots[seat]);
+  if (options.mouse != BotKind::kNone) names[0] = "mouse-" + std::string(NameOf(options.mouse));
+  return names;
+}
+
 }  // namespace
 
 int FailFile(const std::string& name, const std::string& why) {
@@ -77,6 +87,23 @@ int ReadInput(RunOptions& options, InputScript& input) {
   return 0;
 }
 
+int CheckPlayers(const RunOptions& options, const InputScript& input) {
+  if (input.IsRecording() && (options.HasBots() || options.seed != kFirstSeed))
+    return RefuseUsage("a recording says who played, from the game's own seed: without --bots, --mouse and --seed");
+  if (options.HasBots() && !options.match)
+    return RefuseUsage("--bots and --mouse play matches: with --match or --matches");
+  const bool mouse = options.mouse != BotKind::kNone;
+  const bool firstPad = options.bots[0] != BotKind::kNone;
+  if (static_cast<int>(mouse) + static_cast<int>(firstPad) + static_cast<int>(options.pilots) > 1)
+    return RefuseUsage("who flies player 1? --mouse, the first of --bots, or --pilots");
+  std::string error = mouse ? input.FindMouse() : "";
+  for (int slot = 0; slot < kGamepadSlots && error.empty(); ++slot)
+    if (options.bots[static_cast<std::size_t>(slot)] != BotKind::kNone) error = input.FindPad(slot);
+  if (error.empty()) return 0;
+  FailFile(options.inputFile, error);
+  return kWrongUsage;
+}
+
 int EnterDataFolder(const RunOptions& options, const InputScript& input) {
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);
@@ -96,14 +123,16 @@ void GameRun::Start(Audio::Output output, Platform* window) {
   else
     SetPlatform(*window);
   BuildWorld();
-  SeedRandom(kFirstSeed);
+  SeedRandom(options_.seed);
+  bots_.Connect(platform_);
+  if (options_.HasBots()) match_.TellSeats(NameSeats(options_));
   Input::ReopenGamepads();
   Input::GetPointer().window = platform_.GetWindowRect();
   Audio::Init(output);
   BindKeys();
   GetEditor().Init();
   GetRenderer().Init();
-  SetDemoMode(options_.pilots || options_.matches > 0);
+  SetDemoMode(options_.pilots || (options_.matches > 0 && options_.mouse == BotKind::kNone));
   if (options_.boot) CreateLogoScreen();
   GetBackground();
   if (options_.boot) return;
@@ -139,6 +168,7 @@ void GameRun::RunFrame() {
     GetPlatform().running = false;
     return;
   }
+  bots_.Play(done_, platform_);
   frame_.Run();
   match_.EndFrame();
   observer_->EndFrame(done_);

@@ -7,9 +7,11 @@
 #include <utility>
 
 #include "audio/audio.h"
+#include "core/random.h"
 #include "core/scripted_platform.h"
 #include "frame.h"
 #include "game_events.h"
+#include "tools/bots/bot_seats.h"
 #include "tools/simulate/input_script.h"
 #include "tools/simulate/match_recorder.h"
 
@@ -21,14 +23,19 @@ struct RunOptions {
   std::string dataFolder;  ///< absolute
   std::string level;       ///< one level into an empty scene; empty: one of the two below
   bool match = false;
-  bool boot = false;      ///< begin with the start-up screens
-  bool pilots = false;    ///< the computer flies player 1 too
-  int frames = -1;        ///< -1: as many as a recording has
-  bool untilEnd = false;  ///< instead of a number of frames: until the win screen waits for a button
-  int matches = 0;        ///< above 0: that many whole matches one after the other
-  std::string inputFile;  ///< empty: none
-  bool digest = false;    ///< print a hash of the final state
-  bool live = false;      ///< a window's events come by GetGiven, after the editor's bars have had theirs
+  bool boot = false;                ///< begin with the start-up screens
+  bool pilots = false;              ///< the computer flies player 1 too
+  int frames = -1;                  ///< -1: as many as a recording has
+  bool untilEnd = false;            ///< instead of a number of frames: until the win screen waits for a button
+  int matches = 0;                  ///< above 0: that many whole matches one after the other
+  std::string inputFile;            ///< empty: none
+  bool digest = false;              ///< print a hash of the final state
+  BotKinds bots{};                  ///< who flies the pads
+  BotKind mouse = BotKind::kNone;   ///< who flies the first seat by the mouse
+  std::uint32_t seed = kFirstSeed;  ///< of the game's random stream, and of the bots' own
+  bool live = false;                ///< a window's events come by GetGiven, after the editor's bars have had theirs
+
+  bool HasBots() const { return bots != BotKinds{} || mouse != BotKind::kNone; }
 };
 
 /// Who looks on, frame by frame. Frames count from 0.
@@ -49,6 +56,9 @@ int RefuseUsage(const char* why);
 /// Reads the input file, if there is one, whose name is meant relative to the present folder. A recording says itself
 /// what is run and for how long, if the options do not. An exit code: 2 for a wrong line.
 int ReadInput(RunOptions& options, InputScript& input);
+
+/// Whether bots and seed go with what is run and with what the input file moves. An exit code.
+int CheckPlayers(const RunOptions& options, const InputScript& input);
 
 /// Enters the data folder and looks for the level there. An exit code. For a recording it is a folder of links to it,
 /// in which the run may save what it likes; that the data are others is told in a line.
@@ -86,6 +96,7 @@ class GameRun {
   InputScript input_;
   std::FILE* out_;
   ScriptedPlatform platform_;
+  BotSeats bots_{options_.bots, options_.mouse, options_.seed};
   std::string inputError_;  // of the input line that ended the run
   MatchRecorder match_;
   GameEvents events_{!options_.live && !input_.IsRecording()};

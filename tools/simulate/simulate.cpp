@@ -89,6 +89,7 @@ int Simulate(SimulateOptions options) {
     return RefuseUsage("what is run? --level, --match, --boot, or a recording as --input");
   if (options.frames < 0 && !options.untilEnd && options.matches == 0)
     return RefuseUsage("how long does it run? --frames, --until-end or --matches");
+  if (const int wrong = CheckPlayers(options, input); wrong != 0) return wrong;
   const bool traceIsOutput = options.traceFile == "-";
   File traceFile;
   if (!options.traceFile.empty()) {
