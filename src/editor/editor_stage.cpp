@@ -105,7 +105,7 @@ void Editor::FillArrange() {
   constexpr std::pair<const char*, Edge> kEdges[] = {{"Align left", Edge::kLeft},     {"Align centre", Edge::kCentre},
                                                      {"Align right", Edge::kRight},   {"Align top", Edge::kTop},
                                                      {"Align middle", Edge::kMiddle}, {"Align bottom", Edge::kBottom}};
-  for (const auto& [name, edge] : kEdges) add(name, [edge](History& history) { return Align(history, edge); });
+  for (const auto& [name, edge] : kEdges) add(name, [to = edge](History& history) { return Align(history, to); });
   add("Spread across", [](History& history) { return Spread(history, Axis::kAcross); });
   add("Spread upright", [](History& history) { return Spread(history, Axis::kUpright); });
 }
