@@ -29,7 +29,9 @@ void main() {
   vec2 thrice = vec2(way.x * (way.x * way.x - 3.0 * way.y * way.y), way.y * (3.0 * way.x * way.x - way.y * way.y));
   float crest = dot(thrice, arm);
   vec4 moved = texture(scene, uv + vec2(-way.y, way.x) * crest * kDrift);
-  float sea = min(Sea(colour.rgb), Sea(moved.rgb));
+  // An outline must not leave a ghost beside it.
+  float calm = 1.0 - smoothstep(0.03, 0.12, distance(colour.rgb, moved.rgb));
+  float sea = min(Sea(colour.rgb), Sea(moved.rgb)) * calm;
   colour = mix(colour, moved, sea);
   colour.rgb += crest * 0.018 * sea;
 }
