@@ -76,7 +76,8 @@ inline constexpr std::array<std::string_view, 71> kPreloadedImages = {"crown.png
                                                                       "startickle.png",
                                                                       "sandparticle.png"};
 
-/// Loads at most one asset of the font and the pictures above; true once everything is loaded, and at every later call.
+/// Loads at most one asset of the font and the pictures above, and with the last one the program of sprites that pass
+/// under the quay; true once everything is loaded, and at every later call.
 bool LoadNextAsset();
 /// Starts the list anew, as at the start of the process.
 void ResetPreload();

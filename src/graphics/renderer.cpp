@@ -39,7 +39,10 @@ void Renderer::Shutdown() {
 
 void Renderer::CreateProgram(const std::string& name, const std::string& vertexFile, const std::string& fragmentFile) {
   const ShaderProgram program = BuildProgram(vertexFile, fragmentFile);
-  if (program.name != 0) shaders_[name] = program;
+  if (program.name != 0) {
+    gl::DeleteProgram(GetShader(name).name);  // of an earlier start; 0 is none
+    shaders_[name] = program;
+  }
   inScene_ = nullptr;
 }
 

@@ -3,12 +3,12 @@ import numpy as np
 
 from sight import colour, films
 
-EVERY = 5      # frames between two looks; odd, so that what changes every frame is seen too
+EVERY = 3      # frames between two looks: what flickers faster than ten times a second may be missed
 CHANGE = 0.1   # of relative luminance, of which the darker is below
 DARK = 0.8
 AREA = 0.1     # of the screen
 NEAR = 3       # pixels of a look: what was there before is no change, since the camera shakes and things move
-TOGETHER = 2   # looks within which changes count as one
+TOGETHER = 3   # looks within which changes count as one
 MOST = 3       # a second
 SECOND = 60    # frames
 

@@ -31,10 +31,11 @@ def _measure(name, with_words, without):
     ink = word & (light <= dark + 0.15 * (paper - dark))
     ink &= grow(~grow(~ink, 1), 1)  # without the soft outer edge of a rim over dark ground
     rim = word & (light >= paper - 0.15 * (paper - dark))
+    paper_there = word & (light >= dark + 0.6 * (paper - dark))  # of the word, not of a pale ground
     ratio = colour.contrast(np.median(picture[ink], axis=0), np.median(picture[rim], axis=0))
     # what lies within the rim's width of the ink, less the soft pixel between the two
     edge = grow(ink, RIM + 1) & ~grow(ink, 1)
-    rimmed = float((light[edge] >= dark + 0.6 * (paper - dark)).mean())
+    rimmed = float(paper_there[edge].mean())
     return ratio, rimmed
 
 
@@ -65,7 +66,7 @@ def _judge(piece, frame, name, seen):
     if seen is None:
         return [f"{piece}: no {name} in frame {frame}"]
     ratio, rimmed = seen
-    print(f"  {piece:10s} {name:9s} {ratio:5.1f} {rimmed:5.2f}")
+    print(f"  {piece:10s} {name:9s} {ratio:5.1f} " + ("on paper" if name == "score" else f"{rimmed:5.2f}"))
     if ratio >= (RED if name == "countdown" else INK) and (name == "score" or rimmed >= RIMMED):
         return []
     return [f"{piece}: {name}: contrast {ratio:.1f}, {rimmed:.2f} of its edge rimmed"]

@@ -3,7 +3,7 @@
 // Both passes of a full-screen picture come through here, so each does half.
 in vec2 uv;
 uniform sampler2D scene;
-uniform float frameTime;  // seconds that the screen has been shown
+uniform float frameTime;  // seconds of 60 frames that the screen has been shown
 out vec4 colour;
 
 const float kStart = 0.25;             // seconds; the program's first picture does not wait for this
