@@ -3,6 +3,8 @@
 #pragma once
 
 #include <array>
+#include <bit>
+#include <cstdint>
 
 #include "core/component.h"
 #include "physics/math/matrix34.h"
@@ -22,8 +24,13 @@ class Transform final : public Component {
   void Deserialize(Serializer& reader) override;
   void AddToTweakBar(FieldBar& bar) override;
 
-  /// Rebuilds the cached matrix from `orientation` and `position`; a rotation that stayed the same is not made again.
-  void Rebuild();
+  /// Rebuilds the cached matrix from `orientation` and `position`; what stayed the same is not made again. Returns
+  /// whether anything changed.
+  bool Rebuild() {
+    if (IsBuilt()) return false;
+    BuildMatrix();
+    return true;
+  }
   /// Whether the cached rotation is a true one about z alone: it neither tilts nor stretches.
   bool IsFlat() const { return flat_; }
   /// The cached matrix.
@@ -36,7 +43,20 @@ class Transform final : public Component {
   Vec3 graphicsScale = {1.0f, 1.0f, 1.0f};  ///< drawing only; a sprite's quad is 1 x 1
 
  private:
+  bool IsBuilt() const;
+  void BuildMatrix();
+
   Matrix34 matrix_;
   Quaternion builtFrom_;  // orientation that matrix_.rotation was made of; the rotation is a pure function of it
   bool flat_ = true;
 };
+
+// By their bits: two zeros that differ in sign are no reason to leave the matrix with the wrong one.
+inline bool Transform::IsBuilt() const {
+  using Bits = std::array<std::uint32_t, 7>;
+  struct Pose {
+    Vec3 position;
+    Quaternion orientation;
+  };
+  return std::bit_cast<Bits>(Pose{position, orientation}) == std::bit_cast<Bits>(Pose{matrix_.translation, builtFrom_});
+}

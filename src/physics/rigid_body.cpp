@@ -63,10 +63,13 @@ void RigidBody::Integrate() {
   velocity += acceleration * step;
   velocity *= damping;
 
-  if (rotationLocked)
+  if (rotationLocked) {
     angularVelocity = {};
-  else
-    IntegrateRotation(step);
+  } else {
+    transform.orientation = Normalised(AddScaled(oldOrientation, angularVelocity * step));
+    if (!(torqueTotal == Vec3{})) angularVelocity += GetWorldInverseInertia() * torqueTotal;
+    angularVelocity *= damping;
+  }
   torqueTotal = {};
   const Vec3& p = transform.position;
   const Quaternion& q = transform.orientation;
@@ -77,12 +80,10 @@ void RigidBody::Integrate() {
   worldTensorStale_ = true;
 }
 
-void RigidBody::IntegrateRotation(float step) {
-  Quaternion& orientation = owner->GetTransform().orientation;
-  orientation = AddScaled(orientation, angularVelocity * step);
-  if (!(torqueTotal == Vec3{})) angularVelocity += GetWorldInverseInertia() * torqueTotal;
-  angularVelocity *= damping;
-  orientation = Normalised(orientation);
+bool RigidBody::IsStill() const {
+  const Vec3 none;
+  return velocity == none && angularVelocity == none && acceleration == none && forceTotal == none &&
+         torqueTotal == none && generators.empty();
 }
 
 // One infinite position would make the whole broad phase region infinite, and with it every collision disappear; an
