@@ -203,8 +203,8 @@ TEST_F(PhysicsTest, AFrameGivesWhatItsSubStepsGiveOneByOne) {
   std::array<std::vector<std::uint64_t>, 2> states;
   for (const bool wholeFrames : {false, true}) {
     world.Restart();
-    for (const float x : {-2.0f, 2.0f}) world.AddBox("wall", {x, 0.0f, 0.0f}, {.inverseMass = 0.0f});
-    world.AddSphere("ball", {}, {.velocity = {9.0f, 0.0f, 0.0f}});
+    for (const float x : {-2.0f, 2.0f}) world.AddBox("wall", {x, 5.0f, 0.0f}, {.inverseMass = 0.0f});
+    world.AddSphere("ball", {0.0f, 5.0f, 0.0f}, {.velocity = {9.0f, 0.0f, 0.0f}});
     auto& turned = world.Add("turned");
     turned.AddComponent("RigidBody");
     for (int frame = 0; frame < 200; ++frame) {
