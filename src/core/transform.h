@@ -51,12 +51,15 @@ class Transform final : public Component {
   bool flat_ = true;
 };
 
-// By their bits: two zeros that differ in sign are no reason to leave the matrix with the wrong one.
+// By their bits: two zeros that differ in sign are no reason to leave the matrix with the wrong one. Float by float:
+// what was just stored so cannot be loaded in one piece without waiting for it.
 inline bool Transform::IsBuilt() const {
-  using Bits = std::array<std::uint32_t, 7>;
-  struct Pose {
-    Vec3 position;
-    Quaternion orientation;
+  const auto difference = [](float a, float b) {
+    return std::bit_cast<std::uint32_t>(a) ^ std::bit_cast<std::uint32_t>(b);
   };
-  return std::bit_cast<Bits>(Pose{position, orientation}) == std::bit_cast<Bits>(Pose{matrix_.translation, builtFrom_});
+  const Vec3& t = matrix_.translation;
+  const Quaternion& q = orientation;
+  return (difference(position.x, t.x) | difference(position.y, t.y) | difference(position.z, t.z) |
+          difference(q.r, builtFrom_.r) | difference(q.i, builtFrom_.i) | difference(q.j, builtFrom_.j) |
+          difference(q.k, builtFrom_.k)) == 0;
 }

@@ -57,11 +57,12 @@ void RigidBody::Integrate() {
 
   const Vec3 oldPosition = transform.position;
   const Quaternion oldOrientation = transform.orientation;
-  transform.position += velocity * step;
-  velocity += forceTotal * inverseMass;  // generators have scaled their forces by the step already
+  transform.position = oldPosition + velocity * step;
+  // In a local: a member that was just stored in part would be waited for.
+  Vec3 v = velocity + forceTotal * inverseMass;  // generators have scaled their forces by the step already
+  v += acceleration * step;
+  velocity = v * damping;
   forceTotal = {};
-  velocity += acceleration * step;
-  velocity *= damping;
 
   if (rotationLocked) {
     angularVelocity = {};

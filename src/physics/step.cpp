@@ -32,15 +32,19 @@ World& GetWorld() {
 
 bool HasPoint(const Contact& contact) { return !(contact.point == Contact::kNoPoint); }
 
-// Gives whether the step changed anything of the body or its matrix. If not, later ones will not either, until somebody
-// touches it.
+// Gives whether the body is not at rest. If it is, nobody and nothing drove it and the step changed nothing of it or
+// its matrix: later ones will not either, until somebody touches it.
 bool Move(RigidBody& body) {
   Transform& transform = body.owner->GetTransform();
+  if (!body.IsStill()) {
+    body.Integrate();
+    transform.Rebuild();
+    return true;
+  }
   const Vec3 position = transform.position;
   const Quaternion orientation = transform.orientation;
   body.Integrate();
-  return transform.Rebuild() || !body.IsStill() || !(transform.position == position) ||
-         !(transform.orientation == orientation);
+  return transform.Rebuild() || !(transform.position == position) || !(transform.orientation == orientation);
 }
 
 // By index: callbacks may append objects, which join the next sub-step.
