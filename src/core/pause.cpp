@@ -21,6 +21,12 @@ void LogChange(bool before) {
 
 bool IsPaused() { return !Reasons().empty(); }
 
+bool IsFrozen() { return std::find(Reasons().begin(), Reasons().end(), kFrozenReason) != Reasons().end(); }
+
+bool IsPausedByGame() {
+  return std::any_of(Reasons().begin(), Reasons().end(), [](const auto& held) { return held != kFrozenReason; });
+}
+
 void RequestPause(std::string_view reason) {
   const bool before = IsPaused();
   Reasons().emplace_back(reason);

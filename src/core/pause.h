@@ -4,8 +4,15 @@
 
 #include <string_view>
 
+/// The reason of the editor's freeze: the scene stands still while it is edited, but is seen as if it ran.
+inline constexpr char kFrozenReason[] = "Frozen";
+
 /// True while at least one reason is held.
 bool IsPaused();
+/// True while another reason than the editor's freeze is held.
+bool IsPausedByGame();
+/// True while the editor's freeze is held.
+bool IsFrozen();
 
 /// Adds a reason; the same one again counts again.
 void RequestPause(std::string_view reason);

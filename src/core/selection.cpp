@@ -29,6 +29,11 @@ void AddToSelection(std::uint32_t objectId) {
   ++Get().picks;
 }
 
+void SetSelection(const std::vector<std::uint32_t>& objectIds) {
+  Get().ids = objectIds;
+  Get().last = objectIds.empty() ? 0 : objectIds.back();
+}
+
 std::uint32_t GetLastSelected() { return Get().last; }
 unsigned CountPicks() { return Get().picks; }
 

@@ -198,10 +198,12 @@ ShaderProgram* Renderer::UseInScene(const std::string& shaderName) {
   return inScene_;
 }
 
-void Renderer::ComposeScreen() {
+void Renderer::ComposeScreen(bool clocksRun) {
   const float frameTime = screenTime_;
-  screenTime_ += kClockStep;
-  waveTime_ += kClockStep;
+  if (clocksRun) {
+    screenTime_ += kClockStep;
+    waveTime_ += kClockStep;
+  }
   gl::SetEnabled(GL_DEPTH_TEST, false);  // on in the first frame alone, seen or not
   if (!IsDrawing()) return;
   inScene_ = nullptr;

@@ -59,8 +59,8 @@ class Renderer {
   void DrawParticles();
   /// Draws the object's text, if it has a visible one.
   void DrawText(const GameObject& object);
-  /// Draws the scene onto the window through the screen shader and advances both clocks.
-  void ComposeScreen();
+  /// Draws the scene onto the window through the screen shader and advances both clocks, unless they stand.
+  void ComposeScreen(bool clocksRun = true);
 
   /// Which program ComposeScreen uses; not checked.
   void SetScreenShader(const std::string& name) { screenShaderName_ = name; }

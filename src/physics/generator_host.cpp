@@ -74,6 +74,11 @@ ForceGenerator& AdoptForceGenerator(std::unique_ptr<ForceGenerator> generator) {
   return adopted;
 }
 
+std::unique_ptr<ForceGenerator> TakeForceGenerator(ForceGenerator& generator) {
+  std::unique_ptr<Script> taken = GetGeneratorHost().Get<ScriptBox>()->TakeScript(generator);
+  return std::unique_ptr<ForceGenerator>(static_cast<ForceGenerator*>(taken.release()));
+}
+
 int SavedGeneratorId(const ForceGenerator& generator) { return Links().SavedId(generator); }
 ForceGenerator* LoadedGenerator(int id) { return Links().Find(id); }
 LevelExtension& GetGeneratorLinks() { return Links(); }

@@ -23,6 +23,7 @@ constexpr Vec3 kClockPlace = {0.0f, 10.0f, 0.0f};
 
 bool matchRunning = false;
 void (*newGameListener)() = nullptr;
+bool (*newGameGuard)() = nullptr;
 
 const std::array<PlayerDefinition, kPlayers>& PlayerDefinitions() {
   static const std::array<PlayerDefinition, kPlayers> definitions = {{
@@ -69,11 +70,18 @@ void NewGame() {
   matchRunning = true;
 }
 
+void SetNewGameGuard(bool (*mayStart)()) { newGameGuard = mayStart; }
+
+void AskForNewGame() {
+  if (newGameGuard == nullptr || newGameGuard()) NewGame();
+}
+
 bool IsMatchRunning() { return matchRunning; }
 void SetNewGameListener(void (*listener)()) { newGameListener = listener; }
 void EndMatch() { matchRunning = false; }
 
 void ToggleDemoMode() {
+  if (!IsDemoMode() && newGameGuard != nullptr && !newGameGuard()) return;
   SetDemoMode(!IsDemoMode());
   if (IsDemoMode()) NewGame();
 }

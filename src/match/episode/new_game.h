@@ -8,6 +8,11 @@ bool IsMatchRunning();
 /// The match is decided: the podium is about to be read.
 void EndMatch();
 
+/// Asked before somebody starts a new game over the scene by a button or the demo key; null: it may always start.
+void SetNewGameGuard(bool (*mayStart)());
+/// Starts one if it may.
+void AskForNewGame();
+
 /// Called at the start of every new game, to put away what a floor above has open over the old one; null for nobody.
 void SetNewGameListener(void (*listener)());
 
