@@ -8,6 +8,7 @@
 #include "core/transform.h"
 #include "editor/acts/object_shape.h"
 #include "editor/bars/object_fields.h"
+#include "editor/hints.h"
 #include "editor/stage/outlines.h"
 #include "graphics/renderer.h"
 #include "input/input.h"
@@ -69,6 +70,7 @@ void Editor::Init() {
   look_ = {};
   list_.Reset();
   browser_.Reset();
+  card_.Reset();
   watch_.Reset();
   recovery_ = {};
   stageHand_.grid = {};
@@ -102,13 +104,14 @@ void Editor::SweepKilled() {
   acted_ = false;
 }
 
-std::vector<BarWindow> Editor::Windows() const {
+std::vector<BarWindow> Editor::Windows() {
   using Site = BarWindow::Site;
   std::vector<BarWindow> windows = {{"options", {&tools_}, Site::kLeft},
                                     {"GaleEditor", {&common_, &properties_}, Site::kRight},
                                     {"stage", {&stage_}, Site::kTop, true}};
   if (list_.IsShown()) windows.push_back({"objects", {&list_.GetBar()}, Site::kBottom, true});
   if (browser_.IsShown()) windows.push_back({"browse", {&browser_.GetBar()}, Site::kMiddle, true});
+  if (card_.IsShown()) windows.push_back({"keys", {&card_.GetBar()}, Site::kCard, true});
   return windows;
 }
 
@@ -126,6 +129,7 @@ std::vector<StageLine> Editor::Lines(const WindowRect& window) const {
 void Editor::Update() {
   Trial& trial = try_.trial;
   if (trial.IsReplaying()) return trial.EndReplayedEvents();
+  card_.Update();
   if (IsShown()) {
     stageHand_.Update(history_);
     watch_.Update();
@@ -315,5 +319,6 @@ void Editor::FillProperties() {
     ranges_.push_back({object->id, first, properties_.GetEntries().size()});
     properties_.EndGroup();
   }
+  AddHints(properties_);
   OfferPages(properties_, properties_.GetName(), browser_);
 }

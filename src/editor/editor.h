@@ -24,6 +24,7 @@
 #include "editor/files/file_watch.h"
 #include "editor/files/recovery.h"
 #include "editor/freeze.h"
+#include "editor/key_card.h"
 #include "editor/object_list.h"
 #include "editor/stage/stage_hand.h"
 #include "editor/try_state.h"
@@ -111,7 +112,7 @@ class Editor {
   std::array<const TweakBar*, 6> AllBars() const {
     return {&tools_, &properties_, &common_, &stage_, &list_.GetBar(), &browser_.GetBar()};
   }
-  std::vector<BarWindow> Windows() const;
+  std::vector<BarWindow> Windows();
   std::vector<StageLine> Lines(const WindowRect& window) const;
   void Perform(const BarActions& actions);
   void HandOn(const BarActions& actions);
@@ -138,8 +139,8 @@ class Editor {
   void EndTry();
   void KeepEdits();
   void Scrub(bool done);
-  bool Refuses(const TweakBar& bar, const TweakBar::Entry& entry) const;
-  bool RefusesInTry() const;
+  bool Refuses(const TweakBar& bar, const TweakBar::Entry& entry);
+  bool RefusesInTry();
   void SweepKilled();
   Vec3 CopyShift() const;
   void Paste(bool atMouse);
@@ -169,6 +170,7 @@ class Editor {
   TweakBar stage_{"stage"};
   ObjectList list_;
   Browser browser_;
+  KeyCard card_;
   std::vector<ObjectRange> ranges_;
   BarView view_;
   BarLook look_;

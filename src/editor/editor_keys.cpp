@@ -54,7 +54,10 @@ bool Editor::HandleShortcut(const SDL_Event& event) {
 
 bool Editor::TakeShortcut(const SDL_Event& event) {
   if (IsToggle(event)) {
-    if (event.key.repeat == 0) SetShown(!IsShown());
+    if (event.key.repeat != 0) return true;
+    const bool twice = card_.PressTwice();
+    SetShown(twice || !IsShown());
+    if (twice) card_.Show();
     return true;
   }
   // The key that began a try ends it, bars or no bars.

@@ -55,6 +55,7 @@ void Editor::FillTime() {
   addPace("Slow", "Slow (F4)", Freeze::Pace::kSlow);
   addSwitch("Objects", "Objects (F6)", list_.IsShown(), [this] { list_.Toggle(); });
   addSwitch("Browse", "Browse (F7)", browser_.IsShown(), [this] { browser_.Toggle(); });
+  addSwitch("Keys", "Keys (F1 twice)", card_.IsShown(), [this] { card_.Toggle(); });
   addSwitch("Narrow", "Narrow", look_.narrow, [this] { look_.narrow = !look_.narrow; });
   addSwitch("Fold", "Fold (F8)", look_.folded, [this] { look_.folded = !look_.folded; });
   std::string state = PaceText(freeze_.Get());

@@ -108,13 +108,13 @@ void Editor::Scrub(bool done) {
   try_.jump = static_cast<int>(std::lround(try_.moment * TryState::kFramesASecond));
 }
 
-bool Editor::RefusesInTry() const {
-  if (try_.trial.IsOn()) Print("%s\n", kRefusal);
+bool Editor::RefusesInTry() {
+  if (try_.trial.IsOn()) Do([] { Print("%s\n", kRefusal); });
   return try_.trial.IsOn();
 }
 
 // In a try nothing is made, loaded or saved: it could not be run again, and it is no level.
-bool Editor::Refuses(const TweakBar& bar, const TweakBar::Entry& entry) const {
+bool Editor::Refuses(const TweakBar& bar, const TweakBar::Entry& entry) {
   const bool changes = &bar == &properties_ || (&bar == &tools_ && !entry.row && !IsOneOf(kHarmless, entry.name)) ||
                        (&bar == &stage_ && (IsOneOf(kLevelActs, entry.name) || entry.name.starts_with("Reload")));
   return changes && entry.kind == TweakBar::Entry::Kind::kButton && RefusesInTry();

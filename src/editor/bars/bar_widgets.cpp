@@ -294,6 +294,7 @@ class EntryWalk {
   bool BeginGroup(std::size_t index) {
     const bool open = ImGui::TreeNodeEx("##group", ImGuiTreeNodeFlags_DefaultOpen | ImGuiTreeNodeFlags_NoTreePushOnOpen,
                                         "%s", bar_.GetEntries()[index].label.c_str());
+    ShowHint(bar_.GetEntries()[index]);
     if (!open) return false;
     ImGui::Indent();
     labelWidths_.push_back(MeasureLabels(bar_.GetEntries(), index + 1));
@@ -326,6 +327,8 @@ BarPlace PlaceOf(const BarWindow& window, const BarLook& look) {
       return {inner, kMargin, between, kTopHeight * scale};
     case Site::kBottom:
       return {inner, bottom - kListHeight * scale, between, kListHeight * scale};
+    case Site::kCard:
+      return {inner, kMargin + kTopHeight * scale + kGap, between, bottom - kMargin - kTopHeight * scale - kGap};
     case Site::kMiddle:
       return {inner, bottom - (kListHeight + kPageHeight) * scale - kGap, between, kPageHeight * scale};
   }
