@@ -164,10 +164,7 @@ class Editor {
   GameObject* FirstSelected() const;
   GameObject* LastSelected() const;
 
-  TweakBar tools_{"options"};
-  TweakBar properties_{"GaleEditor"};
-  TweakBar common_{"all selected"};
-  TweakBar stage_{"stage"};
+  TweakBar tools_{"options"}, properties_{"GaleEditor"}, common_{"all selected"}, stage_{"stage"};
   ObjectList list_;
   Browser browser_;
   KeyCard card_;
@@ -182,18 +179,11 @@ class Editor {
   Copies copies_;
   FileWatch watch_;
   Recovery recovery_;
-
   static constexpr std::size_t kMaxFaults = 12;  // lines of lint
 
-  std::string fileName_;
-  std::string archetypeName_;
-  std::string textureName_;
+  std::string fileName_, archetypeName_, textureName_, scriptName_, find_;
   float levelDuration_ = 0.0f;  // game seconds
-  std::string scriptName_;
-  int componentToAdd_ = 0;
-  std::string find_;
-  int gridChoice_ = 0;
-  int autosaveCount_ = 0;
+  int componentToAdd_ = 0, gridChoice_ = 0, autosaveCount_ = 0;
   std::uint64_t savedState_ = 0;          // of the history, that the last save or load holds
   std::string carried_;                   // archetype that the next press in the picture puts there
   bool acted_ = false;                    // something was done since the last frame

@@ -37,7 +37,7 @@ constexpr KeyLine kLines[] = {{"F1", "bars on and off; twice: this page"},
                               {"...", "choose by sight"},
                               {"rest the mouse on it", "what it means, its unit and range"}};
 
-constexpr std::size_t kKeyWidth = 26;  // letters
+constexpr std::size_t kKeyWidth = 28;  // letters
 
 }  // namespace
 
