@@ -55,7 +55,8 @@ bool Pull(const Entry& entry, ImGuiDataType type, T* value, int count, const cha
       std::clamp<double>(field.highest, std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max()));
   // ImGui pulls without limits when both are the same, and within half the range of the type at most.
   if (field.slides)
-    return ImGui::SliderScalarN("##value", type, value, count, &low, &high, format, ImGuiSliderFlags_AlwaysClamp);
+    return ImGui::SliderScalarN("##value", type, value, count, &low, &high, kWhole ? format : "%.2f",
+                                ImGuiSliderFlags_AlwaysClamp);
   const bool limited = high / 2 - low / 2 < std::numeric_limits<T>::max() / 2;
   return ImGui::DragScalarN("##value", type, value, count, kWhole ? 0.1f : FieldBar::kStep, limited ? &low : nullptr,
                             limited ? &high : nullptr, entry.mixed ? kMixed : format, ImGuiSliderFlags_AlwaysClamp);
