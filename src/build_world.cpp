@@ -5,6 +5,7 @@
 #include "core/object_manager.h"
 #include "core/script_box.h"
 #include "core/transform.h"
+#include "editor/editor.h"
 #include "graphics/camera.h"
 #include "graphics/preload_list.h"
 #include "input/input.h"
@@ -52,6 +53,7 @@ void BuildWorld() {
   Objects().SetLevelExtension(&GalePhysics::GetGeneratorLinks());
   Objects().BuildSpecialObjects(BuildCursor, BuildCamera);
   SetNewGameListener(CloseAllMenus);
+  SetNewGameGuard([] { return GetEditor().MayLose("new game"); });
 }
 
 void BindKeys() { Input::BindKeyDown(SDLK_p, PressDemoKey); }

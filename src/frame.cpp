@@ -16,20 +16,29 @@
 #include "physics/step.h"
 #include "screens/menu_system.h"
 
+// Scenes are exchanged, and frames of a try are run again, where no frame is under way.
 void Frame::Run() {
+  GetEditor().BetweenFrames();
+  while (GetEditor().NextReplayed()) RunOnce();
+  RunOnce();
+}
+
+void Frame::RunOnce() {
   Platform& platform = GetPlatform();
   platform.StartFrame();
   Audio::Update();
   platform.PumpEvents(router_);
   Menus().Update();
-  UpdateSlowMotion();
+  if (!IsFrozen()) UpdateSlowMotion();
   IsPaused() ? RunPaused() : RunRunning();
   UpdateCursorAndCamera();
   DrawScene();
-  GetRenderer().ComposeScreen();
+  GetRenderer().ComposeScreen(!IsFrozen());
   GetEditor().Draw();
   Objects().GetCursor().GetTransform().Rebuild();
   platform.Present();
+  // Whoever ends the run is asked once about changes that no save holds.
+  if (!platform.running && !GetEditor().MayLose("quit")) platform.running = true;
   platform.EndFrame();
 }
 
@@ -46,12 +55,15 @@ void Frame::RunRunning() {
   if (time.frameStep != 0.0f) GalePhysics::RunSubSteps();
 }
 
-// The picture stands still; only the cursor still meets what it is over. Effects go on: menus click.
+// The picture stands still; only the cursor still meets what it is over. Effects go on: menus click. So does the music
+// under the editor's freeze, which may let single frames through.
 void Frame::RunPaused() {
-  Audio::SetBusPaused("Music", true);
+  Audio::SetBusPaused("Music", IsPausedByGame());
   for (const auto& object : Objects().GetObjects()) object->GetTransform().Rebuild();
-  Objects().RemoveDeadObjects();
+  // What died by itself goes in a frame that runs, so that frames under the freeze leave no trace.
+  if (!IsFrozen()) Objects().RemoveDeadObjects();
   GalePhysics::DetectOverlapsOnly();
+  if (IsFrozen()) return;
   if (SegmentManager* segments = FindSegmentManager()) segments->CheckReplugged();
 }
 
@@ -72,7 +84,7 @@ void Frame::DrawScene() {
   renderer.DrawSprite(GetBackground());
   renderer.DrawParticles();
   for (const auto& object : Objects().GetObjects()) renderer.DrawSprite(*object);
-  ShowHud(!IsPaused());
-  if (IsPaused()) return;
+  ShowHud(!IsPausedByGame());
+  if (IsPausedByGame()) return;
   for (const auto& object : Objects().GetObjects()) renderer.DrawText(*object);
 }

@@ -38,6 +38,7 @@ int main(int, char*[]) {
   Input::ReopenGamepads();
   Input::GetPointer().window = system.GetWindowRect();
   GetEditor().Init();
+  GetEditor().StartRecovery();
   Audio::Init(Audio::Output::kDevice);
   BindKeys();
   GetRenderer().Init();

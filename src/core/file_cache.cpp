@@ -1,5 +1,6 @@
 #include "core/file_cache.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -49,4 +50,17 @@ const std::string* ReadCachedFile(const std::string& fileName) {
 }
 
 bool IsFileCached(const std::string& fileName) { return Texts().contains(fileName); }
+void KeepTextAsFile(const std::string& fileName, const std::string& text) {
+  Texts()[fileName] = std::make_unique<const std::string>(text);
+}
+
+void ForgetCachedFile(const std::string& fileName) { Texts().erase(fileName); }
+
+std::vector<std::string> CachedFileNames() {
+  std::vector<std::string> names;
+  for (const auto& [name, text] : Texts()) names.push_back(name);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
 void ClearFileCache() { Texts().clear(); }

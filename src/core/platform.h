@@ -5,6 +5,7 @@
 #include <SDL.h>
 
 #include <cstdint>
+#include <string>
 
 /// Gamepad slots, buttons and axes that the game knows.
 inline constexpr int kGamepadSlots = 4;
@@ -46,6 +47,9 @@ class Platform {
   virtual void Minimise() {}
   /// Shows or hides the system's own mouse pointer over the window.
   virtual void ShowPointer(bool /*shown*/) {}
+  /// The text that programs of the desktop pass each other; here it stays in the program.
+  virtual std::string GetClipboard() { return clipboard_; }
+  virtual void SetClipboard(const std::string& text) { clipboard_ = text; }
   /// Shows the finished frame.
   virtual void Present() {}
 
@@ -64,6 +68,9 @@ class Platform {
   virtual void EndFrame() {}
 
   bool running = true;  ///< the main loop goes on while true
+
+ private:
+  std::string clipboard_;
 };
 
 /// The platform in use; there is one before anything else runs.

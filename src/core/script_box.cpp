@@ -1,5 +1,6 @@
 #include "core/script_box.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -106,6 +107,15 @@ Script* ScriptBox::GetScript(std::string_view name) const {
   for (const Entry& entry : entries_)
     if (name == entry.script->GetName()) return entry.script;
   return nullptr;
+}
+
+std::unique_ptr<Script> ScriptBox::TakeScript(const Script& script) {
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.owned.get() == &script; });
+  if (found == entries_.end()) return nullptr;
+  std::unique_ptr<Script> taken = std::move(found->owned);
+  entries_.erase(found);
+  return taken;
 }
 
 void ScriptBox::RetireScripts() {

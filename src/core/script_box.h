@@ -36,6 +36,8 @@ class ScriptBox final : public Component {
   Script* GetScript(std::string_view name) const;
   std::size_t GetScriptCount() const { return entries_.size(); }
 
+  /// Hands an owned script out of the list to the caller; null for one that it does not own.
+  std::unique_ptr<Script> TakeScript(const Script& script);
   /// Takes all scripts off the list without destroying them: they rest until the box itself goes. For a script that
   /// must empty the box it is running in.
   void RetireScripts();

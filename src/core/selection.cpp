@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/scene_state.h"
+
 namespace {
 
 struct Selection {
@@ -11,8 +13,8 @@ struct Selection {
 };
 
 Selection& Get() {
-  static Selection selection;
-  return selection;
+  static SceneState<Selection> selection;
+  return *selection;
 }
 
 }  // namespace
@@ -27,6 +29,11 @@ void AddToSelection(std::uint32_t objectId) {
   if (std::find(ids.begin(), ids.end(), objectId) == ids.end()) ids.push_back(objectId);
   Get().last = objectId;
   ++Get().picks;
+}
+
+void SetSelection(const std::vector<std::uint32_t>& objectIds) {
+  Get().ids = objectIds;
+  Get().last = objectIds.empty() ? 0 : objectIds.back();
 }
 
 std::uint32_t GetLastSelected() { return Get().last; }

@@ -11,6 +11,9 @@ void ClearSelection();
 /// the cursor in one frame would otherwise show it on the bar as often.
 void AddToSelection(std::uint32_t objectId);
 
+/// Selects these alone; the last of them counts as picked last. No pick is counted.
+void SetSelection(const std::vector<std::uint32_t>& objectIds);
+
 /// The object that was picked last; 0 when the selection is empty.
 std::uint32_t GetLastSelected();
 

@@ -22,6 +22,9 @@ class Serializer {
   bool OpenForWrite(const std::string& fileName);
   /// Starts a text that stays in memory, with floats at `digits` significant digits; TakeText ends it.
   void OpenInMemory(int digits);
+  /// The same for the text that a file would hold, whole and with a file's digits; EndDocument before TakeText.
+  void OpenDocument();
+  void EndDocument();
   /// True for a text that is no file. What only files need must then leave no trace in the scene, and what is read has
   /// been in the scene before: it starts nothing that has started already.
   bool IsInMemory() const { return inMemory_; }

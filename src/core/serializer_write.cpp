@@ -28,6 +28,15 @@ void Serializer::OpenInMemory(int digits) {
   indent_ = 0;
 }
 
+void Serializer::OpenDocument() {
+  fileName_ = "memory";
+  out_ = "{\n";
+  writing_ = true;
+  indent_ = 1;
+}
+
+void Serializer::EndDocument() { out_ += "}\n"; }
+
 bool Serializer::Close() {
   if (!writing_) return false;
   out_ += "}\n";

@@ -104,6 +104,15 @@ void System::Minimise() {
 
 void System::ShowPointer(bool shown) { SDL_ShowCursor(shown ? SDL_ENABLE : SDL_DISABLE); }
 
+std::string System::GetClipboard() {
+  const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), SDL_free);
+  return text == nullptr ? std::string{} : std::string(text.get());
+}
+
+void System::SetClipboard(const std::string& text) {
+  if (SDL_SetClipboardText(text.c_str()) != 0) Print("nothing is copied: %s\n", SDL_GetError());
+}
+
 void System::Present() {
   if (glContext_ != nullptr) SDL_GL_SwapWindow(window_);
 }

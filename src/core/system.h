@@ -35,6 +35,8 @@ class System final : public Platform {
   void SetFullscreen(bool fullscreen) override;
   void Minimise() override;
   void ShowPointer(bool shown) override;
+  std::string GetClipboard() override;
+  void SetClipboard(const std::string& text) override;
   void Present() override;
   int GetJoystickCount() const override;
   void OpenGamepad(int slot) override;

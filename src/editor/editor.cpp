@@ -6,8 +6,10 @@
 #include "core/script_registry.h"
 #include "core/selection.h"
 #include "core/transform.h"
-#include "editor/object_fields.h"
-#include "editor/outlines.h"
+#include "editor/acts/object_shape.h"
+#include "editor/bars/object_fields.h"
+#include "editor/hints.h"
+#include "editor/stage/outlines.h"
 #include "graphics/renderer.h"
 #include "input/input.h"
 
@@ -26,9 +28,13 @@ void Hear(std::string_view text) {
   if (!text.empty()) Heard().emplace_back(text);
 }
 
-bool IsToggle(const SDL_Event& event) { return event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_F1; }
-
 std::string PathOf(const TweakBar& bar, const std::string& path) { return bar.GetName() + path; }
+
+const TweakBar::Entry* FindPath(const TweakBar& bar, const std::string& path) {
+  for (const TweakBar::Entry& entry : bar.GetEntries())
+    if (entry.path == path) return &entry;
+  return nullptr;
+}
 
 // "before "label"after"
 std::string Telling(std::string_view before, std::string_view label, std::string_view after = {}) {
@@ -48,83 +54,118 @@ Editor& GetEditor() {
 }
 
 void Editor::Init() {
-  Shutdown();
+  if (try_.trial.IsOn()) EndTry();
+  view_.Shutdown();
   Input::GetPointer().onBars = false;
   fileName_ = "Enter File Name Here";
   archetypeName_ = "Enter Archetype Name Here";
   textureName_ = "Enter Texture Name Here";
   levelDuration_ = 5.0f;
   scriptName_ = "Enter Script Name here";
-  componentToAdd_ = 0;
-  find_.clear();
-  autosaveCount_ = 0;
+  componentToAdd_ = gridChoice_ = autosaveCount_ = 0;
+  for (std::string* text : {&find_, &asked_, &loadedName_, &carried_}) text->clear();
+  loadedIds_.clear();
   status_.clear();
   faults_.clear();
-  drag_.Stop(history_);
+  look_ = {};
+  list_.Reset();
+  browser_.Reset();
+  card_.Reset();
+  watch_.Reset();
+  recovery_ = {};
+  stageHand_.grid = {};
+  stageHand_.Stop(history_);
   history_.Clear();
+  MarkSaved();
+  freeze_.Release();
   FillBars();
 }
 
-bool Editor::HandleEvent(const SDL_Event& event) { return HandleBarEvent(event) || HandleShortcut(event); }
-
-bool Editor::HandleBarEvent(const SDL_Event& event) { return !IsToggle(event) && view_.HandleEvent(event); }
-
-bool Editor::HandleShortcut(const SDL_Event& event) {
-  if (IsToggle(event)) {
-    if (event.key.repeat == 0) Toggle();
-    return true;
-  }
-  if (event.type != SDL_KEYDOWN || !IsShown() || !(Input::IsKeyDown("ctrl") || Input::IsKeyDown("rctrl"))) return false;
-  const int key = event.key.keysym.sym;
-  if (key == SDLK_z) Do([this] { Hear(history_.Undo()); });
-  if (key == SDLK_y) Do([this] { Hear(history_.Redo()); });
-  return key == SDLK_z || key == SDLK_y;
+void Editor::Shutdown() {
+  if (try_.trial.IsOn()) EndTry();
+  view_.Shutdown();
+  recovery_.End();
 }
 
-void Editor::Toggle() {
-  view_.SetShown(!IsShown());
-  GetPlatform().ShowPointer(IsShown());
-  Input::GetPointer().onBars = IsShown();
-  drag_.Stop(history_);
+void Editor::SetShown(bool shown) {
+  if (shown == IsShown()) return;
+  view_.SetShown(shown);
+  GetPlatform().ShowPointer(shown);
+  Input::GetPointer().onBars = shown;
+  if (!shown) freeze_.Set(Freeze::Pace::kRunning);
+  stageHand_.Stop(history_);
   history_.CloseStep();
+}
+
+// Under the freeze nothing else takes away what an act has killed; a death may bring another one.
+void Editor::SweepKilled() {
+  constexpr int kMostSweeps = 8;
+  for (int sweep = 0; acted_ && freeze_.IsHolding() && sweep < kMostSweeps; ++sweep) Objects().RemoveDeadObjects();
+  acted_ = false;
+}
+
+std::vector<BarWindow> Editor::Windows() {
+  using Site = BarWindow::Site;
+  std::vector<BarWindow> windows = {{"options", {&tools_}, Site::kLeft},
+                                    {"GaleEditor", {&common_, &properties_}, Site::kRight},
+                                    {"stage", {&stage_}, Site::kTop, true}};
+  if (list_.IsShown()) windows.push_back({"objects", {&list_.GetBar()}, Site::kBottom, true});
+  if (browser_.IsShown()) windows.push_back({"browse", {&browser_.GetBar()}, Site::kMiddle, true});
+  if (card_.IsShown()) windows.push_back({"keys", {&card_.GetBar()}, Site::kCard, true});
+  return windows;
+}
+
+// With the list open everything that lies outside the picture is marked, else what is selected.
+std::vector<StageLine> Editor::Lines(const WindowRect& window) const {
+  std::vector<std::uint32_t> marked = GetSelection();
+  if (list_.IsShown())
+    for (const auto& object : Objects().GetObjects())
+      if (!object->core) marked.push_back(object->id);
+  return stageHand_.Draw(StageView(window.width, window.height), marked);
 }
 
 // The bars are filled anew in every shown frame: fields move and go with the scene, and nothing else runs between the
 // filling and the last use of them.
 void Editor::Update() {
-  if (!IsShown()) return;
-  drag_.Update(history_);
-  FillBars();
-  const WindowRect window = GetPlatform().GetWindowRect();
-  std::vector<Outline> outlines;
-  for (const std::uint32_t id : GetSelection())
-    if (const GameObject* object = Objects().GetObject(id))
-      outlines.push_back(OutlineOf(*object, window.width, window.height));
-  const TweakBar* const bars[] = {&tools_, &properties_};
-  const BarActions actions = view_.Run(bars, outlines, window.width, window.height);
-  const auto find = [](const TweakBar& bar, const std::string& path) -> const TweakBar::Entry* {
-    for (const TweakBar::Entry& entry : bar.GetEntries())
-      if (entry.path == path) return &entry;
-    return nullptr;
-  };
-  if (hand_ != nullptr) {
-    for (const BarActions::Edit& edit : actions.edits)
-      if (const auto* entry = find(*edit.bar, edit.path))
-        hand_->Set(PathOf(*edit.bar, edit.path), TextOf(entry->field, edit.value), edit.done);
-    for (const BarActions::Press& press : actions.presses) hand_->Press(PathOf(*press.bar, press.path));
-    return;
+  Trial& trial = try_.trial;
+  if (trial.IsReplaying()) return trial.EndReplayedEvents();
+  card_.Update();
+  if (IsShown()) {
+    stageHand_.Update(history_);
+    watch_.Update();
+    FillBars();
+    const WindowRect window = GetPlatform().GetWindowRect();
+    const BarActions actions = view_.Run(Windows(), Lines(window), look_, window.width, window.height);
+    hand_ == nullptr ? Perform(actions) : HandOn(actions);
   }
+  recovery_.Update(IsUnsaved(), [&] { return trial.IsOn() ? trial.GetLevelText() : SceneText(); });
+  // What is edited in a try stands still, so that its recording holds all of it.
+  const bool edited = std::exchange(try_.seen, history_.GetState()) != history_.GetState();
+  if (trial.IsOn() && (stageHand_.IsChanging() || edited)) freeze_.Set(Freeze::Pace::kFrozen);
+  freeze_.Update();
+  if (trial.IsOn()) trial.EndEvents(freeze_.IsHolding(), IsShown());
+  SweepKilled();
+}
+
+void Editor::HandOn(const BarActions& actions) {
   for (const BarActions::Edit& edit : actions.edits)
-    if (const auto* entry = find(*edit.bar, edit.path)) ApplyEdit(*edit.bar, *entry, edit.value, edit.done);
+    if (const auto* entry = FindPath(*edit.bar, edit.path))
+      hand_->Set(PathOf(*edit.bar, edit.path), TextOf(entry->field, edit.value), edit.done);
+  for (const BarActions::Press& press : actions.presses) hand_->Press(PathOf(*press.bar, press.path));
+}
+
+void Editor::Perform(const BarActions& actions) {
+  for (const BarActions::Edit& edit : actions.edits)
+    if (const auto* entry = FindPath(*edit.bar, edit.path)) ApplyEdit(*edit.bar, *entry, edit.value, edit.done);
   for (const BarActions::Press& press : actions.presses) {
     FillBars();
-    const auto* entry = find(*press.bar, press.path);
+    const auto* entry = FindPath(*press.bar, press.path);
     if (entry != nullptr && entry->press) PressButton(*press.bar, *entry);
   }
 }
 
 const TweakBar* Editor::FindBarOf(std::string_view label, const TweakBar::Entry** entry) const {
-  for (const TweakBar* bar : {&tools_, &properties_})
+  for (const TweakBar* bar : AllBars())
     if ((*entry = bar->Find(label)) != nullptr) return bar;
   return nullptr;
 }
@@ -135,7 +176,7 @@ void Editor::Draw() {
 }
 
 const TweakBar* Editor::FindBarAt(std::string_view path, const TweakBar::Entry** entry) const {
-  for (const TweakBar* bar : {&tools_, &properties_})
+  for (const TweakBar* bar : AllBars())
     for (const TweakBar::Entry& candidate : bar->GetEntries())
       if (PathOf(*bar, candidate.path) == path) {
         *entry = &candidate;
@@ -193,7 +234,8 @@ std::string Editor::Get(std::string_view label) {
   FillBars();
   const TweakBar::Entry* entry = nullptr;
   const bool isVariable = FindBarOf(label, &entry) != nullptr && entry->kind == TweakBar::Entry::Kind::kVariable;
-  return isVariable ? TextOf(entry->field) : std::string{};
+  if (!isVariable) return {};
+  return entry->mixed ? "mixed" : TextOf(entry->field);
 }
 
 // The object that an entry belongs to; null for an entry of the tools.
@@ -208,8 +250,11 @@ const Editor::ObjectRange* Editor::FindObjectOf(const TweakBar& bar, const Tweak
 // A step of the history names what it was done with as it stands on a bar of its object alone, where a copy has its old
 // value.
 void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done) {
+  asked_.clear();
+  if (&bar == &common_) return ApplyCommonEdit(entry, value, done);
   const FieldValue before = GetValue(entry.field);
   SetValue(entry.field, value);
+  if (entry.field.slides) Scrub(done);
   const ObjectRange* range = FindObjectOf(bar, entry);
   GameObject* object = range == nullptr ? nullptr : Objects().GetObject(range->id);
   if (object == nullptr) return;
@@ -224,6 +269,7 @@ void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const 
 // The tools record what they do by themselves. Of an object's buttons those are recorded that put something into a
 // list.
 void Editor::PressButton(const TweakBar& bar, const TweakBar::Entry& entry) {
+  if (Refuses(bar, entry)) return;
   const ObjectRange* range = FindObjectOf(bar, entry);
   GameObject* object = range == nullptr ? nullptr : Objects().GetObject(range->id);
   if (object == nullptr || !entry.insertion.insert) {
@@ -238,11 +284,18 @@ void Editor::PressButton(const TweakBar& bar, const TweakBar::Entry& entry) {
   Do([&] { history_.DoInsertion(*object, recorded.path, recorded.insertion); });
 }
 
+void Editor::Say(const std::function<std::string()>& action) {
+  Do([&] { Print("%s\n", action().c_str()); });
+}
+
 void Editor::Do(const std::function<void()>& action) {
   Heard().clear();
   SetPrintListener(Hear);
+  askedNow_ = false;
   action();
+  acted_ = true;
   SetPrintListener(nullptr);
+  if (!askedNow_) asked_.clear();
   status_ = Heard();
   if (status_.size() > kMaxStatusLines) status_.erase(status_.begin(), status_.end() - kMaxStatusLines);
 }
@@ -250,18 +303,22 @@ void Editor::Do(const std::function<void()>& action) {
 void Editor::FillBars() {
   FillTools();
   FillProperties();
+  FillCommon();
+  FillStage();
+  list_.Fill(loadedIds_, [this](std::uint32_t id) { stageHand_.Ring(id); });
+  browser_.Fill([this](Browser::Page page, const std::string& name) { Choose(page, name); });
 }
 
 void Editor::FillProperties() {
   properties_.RemoveAll();
   ranges_.clear();
-  for (const std::uint32_t id : GetSelection()) {
-    GameObject* object = Objects().GetObject(id);
-    if (object == nullptr || !object->alive) continue;
+  for (GameObject* object : SelectedObjects()) {
     properties_.BeginGroup(object->name.empty() ? "Nameless-Object" : object->name);
     const std::size_t first = properties_.GetEntries().size();
     AddObjectFields(properties_, *object);
-    ranges_.push_back({id, first, properties_.GetEntries().size()});
+    ranges_.push_back({object->id, first, properties_.GetEntries().size()});
     properties_.EndGroup();
   }
+  AddHints(properties_);
+  OfferPages(properties_, properties_.GetName(), browser_);
 }

@@ -2,15 +2,20 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstdio>
 
+#include "core/file_cache.h"
+#include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/script_box.h"
 #include "core/script_registry.h"
 #include "core/selection.h"
 #include "core/transform.h"
+#include "editor/acts/object_shape.h"
 #include "editor/editor.h"
-#include "editor/level_files.h"
+#include "editor/files/level_files.h"
+#include "editor/hints.h"
 #include "editor/test_objects.h"
 #include "graphics/renderer.h"
 #include "lint/lint.h"
@@ -21,8 +26,6 @@ namespace {
 constexpr std::size_t kTextBytes = 499;  // of a name on the bar
 constexpr std::size_t kMaxFound = 8;     // lines of the palette
 
-constexpr std::size_t kMaxFaults = 12;  // lines of the list
-
 struct ComponentChoice {
   int value;
   std::string_view textName;
@@ -30,14 +33,22 @@ struct ComponentChoice {
 constexpr std::array<ComponentChoice, 6> kComponentTypes = {
     {{1, "RigidBody"}, {0, "Sprite"}, {2, "BoxCollider"}, {3, "SphereCollider"}, {4, "ScriptBox"}, {5, "GivePoints"}}};
 
+constexpr float kFramesASecond = 60.0f;
+
+// A game second is what the scene's clocks count by, not a second of the clock on the wall.
+std::string DurationText(float duration) {
+  char text[96];
+  std::snprintf(text, sizeof text, "Level Duration %g is %.1f seconds of the clock", static_cast<double>(duration),
+                static_cast<double>(duration / (Time().baseFrameStep * kFramesASecond)));
+  return text;
+}
+
 std::string Lowered(std::string_view text) {
   std::string lowered(text);
   std::transform(lowered.begin(), lowered.end(), lowered.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   return lowered;
 }
-
-std::string NameOf(const GameObject& object) { return object.name.empty() ? "Nameless-Object" : object.name; }
 
 GameObject* FindAlive(std::uint32_t id) {
   GameObject* object = Objects().GetObject(id);
@@ -57,6 +68,7 @@ void Editor::FillTools() {
   addText("ArchetypeName", &archetypeName_);
   addText("TextureName", &textureName_);
   tools_.Add("Level Duration", &levelDuration_);
+  tools_.GetLast().hint = DurationText(levelDuration_);
   tools_.Add("Script Name", &scriptName_);
   FillTestButtons();
   FillFileButtons();
@@ -67,8 +79,24 @@ void Editor::FillTools() {
   tools_.AddButton("Undo", "Undo (Ctrl+Z)", [this] { Print("%s\n", history_.Undo().c_str()); });
   tools_.AddButton("Redo", "Redo (Ctrl+Y)", [this] { Print("%s\n", history_.Redo().c_str()); });
   FillPalette();
+  FillMessages();
+  AddHints(tools_);
+  OfferPages(tools_, tools_.GetName(), browser_);
+}
+
+// A line of lint selects its object.
+void Editor::FillMessages() {
+  tools_.AddText(DurationText(levelDuration_));
   for (const std::string& line : status_) tools_.AddText(line);
-  for (const std::string& line : faults_) tools_.AddText(line);
+  for (const FaultLine& line : faults_) {
+    if (line.objectId == 0) {
+      tools_.AddText(line.text);
+      continue;
+    }
+    tools_.AddButton(line.text, [id = line.objectId] { SetSelection({id}); });
+    tools_.GetLast().row = true;
+    tools_.GetLast().hint = line.text;
+  }
 }
 
 void Editor::FillTestButtons() {
@@ -85,8 +113,12 @@ void Editor::FillFileButtons() {
   tools_.AddButton("Load Level", [this] { LoadLevel(); });
   tools_.AddButton("Save Archetype", [this] {
     if (GameObject* object = LastSelected()) SaveArchetype(archetypeName_, *object);
+    watch_.Accept(archetypeName_);
   });
-  tools_.AddButton("Load Archetype", [this] { LoadArchetype(); });
+  tools_.AddButton("Load Archetype", [this] {
+    ForgetCachedFile(archetypeName_);
+    LoadArchetype(archetypeName_, {});
+  });
   tools_.AddButton("Load Texture", [this] {
     if (textureName_.empty()) {
       Print("no picture name, nothing is loaded\n");
@@ -140,7 +172,7 @@ GameObject* Editor::LastSelected() const {
 void Editor::MakeTestObject(const TestObject& test) {
   const GameObject* object = test.make();
   history_.RecordCreation(*object, test.make);
-  Print("made %s in the middle of the stage\n", NameOf(*object).c_str());
+  Print("made %s in the middle of the stage\n", ShownNameOf(*object).c_str());
 }
 
 void Editor::SaveLevel() {
@@ -151,34 +183,41 @@ void Editor::SaveLevel() {
   const bool saved = SaveLevelWithAutosave(fileName_, levelDuration_, autosaveCount_);
   faults_.clear();
   if (!saved) return;
-  faults_ = LintLines(fileName_);
-  if (faults_.empty()) Print("lint finds nothing wrong with %s\n", fileName_.c_str());
-  if (faults_.size() <= kMaxFaults) return;
-  faults_.resize(kMaxFaults);
-  faults_.push_back("and more: brinewhirl-tool lint " + fileName_);
+  MarkSaved();
+  watch_.Accept(fileName_);
+  const std::vector<std::string> lines = LintLines(fileName_);
+  if (lines.empty()) Print("lint finds nothing wrong with %s\n", fileName_.c_str());
+  ShowFaults(fileName_, lines, {});
 }
 
 void Editor::LoadLevel() {
-  LoadLevelFile(fileName_, levelDuration_);
+  if (!MayLoseBy("Load Level")) return;
+  loadedIds_ = LoadLevelFile(fileName_, levelDuration_);
+  loadedName_ = fileName_;
+  faults_.clear();
+  watch_.Accept(fileName_);
   history_.Clear();
+  MarkSaved();
+  freeze_.Set(Freeze::Pace::kFrozen);
 }
 
-void Editor::LoadArchetype() {
-  const auto load = [name = archetypeName_]() -> GameObject* {
+void Editor::LoadArchetype(const std::string& name, const Vec3& place) {
+  const auto load = [name, place]() -> GameObject* {
     const auto created = Objects().LoadLevel(name);
     if (created.empty()) return nullptr;
-    created.back()->GetTransform().position = {};
+    created.back()->GetTransform().position = place;
     created.back()->GetTransform().Rebuild();
     return created.back();
   };
   const std::size_t before = Objects().GetObjects().size();
   const GameObject* object = load();
+  watch_.Accept(name);
   if (object == nullptr) return;
   if (Objects().GetObjects().size() == before + 1)
     history_.RecordCreation(*object, load);
   else
     history_.Clear();
-  Print("loaded %s into the middle of the stage\n", NameOf(*object).c_str());
+  Print("loaded %s %s\n", ShownNameOf(*object).c_str(), place == Vec3{} ? "into the middle of the stage" : "there");
 }
 
 void Editor::AddComponent(std::string_view textName) {
@@ -186,7 +225,7 @@ void Editor::AddComponent(std::string_view textName) {
   if (object == nullptr) return;
   history_.RecordGrowth(*object);
   object->AddComponent(textName);
-  Print("%s has a new %s\n", NameOf(*object).c_str(), std::string(textName).c_str());
+  Print("%s has a new %s\n", ShownNameOf(*object).c_str(), std::string(textName).c_str());
 }
 
 void Editor::AddScript(const std::string& name) {
@@ -194,7 +233,7 @@ void Editor::AddScript(const std::string& name) {
   if (object == nullptr) return;
   auto* scripts = object->Get<ScriptBox>();
   if (scripts == nullptr) {
-    Print("%s has no ScriptBox, so it takes no script: add a ScriptBox first\n", NameOf(*object).c_str());
+    Print("%s has no ScriptBox, so it takes no script: add a ScriptBox first\n", ShownNameOf(*object).c_str());
     return;
   }
   if (!IsScriptRegistered(name)) {
@@ -203,7 +242,7 @@ void Editor::AddScript(const std::string& name) {
   }
   history_.RecordGrowth(*object);
   scripts->AddScript(name);
-  Print("%s has a new %s\n", NameOf(*object).c_str(), name.c_str());
+  Print("%s has a new %s\n", ShownNameOf(*object).c_str(), name.c_str());
 }
 
 void Editor::Kill() {
@@ -211,5 +250,5 @@ void Editor::Kill() {
   if (object == nullptr) return;
   history_.RecordKill(*object);
   object->alive = false;
-  Print("killed %s\n", NameOf(*object).c_str());
+  Print("killed %s\n", ShownNameOf(*object).c_str());
 }

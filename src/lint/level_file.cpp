@@ -129,9 +129,13 @@ const LintObject* LintLevel::GetFirst() const {
 
 bool ReadLevel(LintLevel& level, LintReport& report) {
   if (!ReadText(level, report)) return false;
+  ReadLevelText(level, report);
+  return true;
+}
+
+void ReadLevelText(LintLevel& level, LintReport& report) {
   level.lines = ScanLines(level.text, report);
   ObjectReader(level, report).Run();
-  return true;
 }
 
 std::string GameFolderOf(const std::string& file) {

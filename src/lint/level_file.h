@@ -29,6 +29,8 @@ struct LintLevel {
 
 /// Reads the level's file and its blocks and says what is wrong with them; false when there is nothing to read.
 bool ReadLevel(LintLevel& level, LintReport& report);
+/// The same for a level that has its text already.
+void ReadLevelText(LintLevel& level, LintReport& report);
 
 /// The folder in which the game reads the file: its own, but for an autosave or an example the one above.
 std::string GameFolderOf(const std::string& file);

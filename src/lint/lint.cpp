@@ -17,6 +17,23 @@ bool LintFile(const std::string& file, std::FILE* out) {
   return !report.HasFaults();
 }
 
+// The lines that `check` prints.
+template <class Check>
+void Gather(std::vector<std::string>& lines, const std::string& name, const Check& check) {
+  char* text = nullptr;
+  std::size_t size = 0;
+  std::FILE* out = ::open_memstream(&text, &size);
+  if (out == nullptr) {
+    lines.push_back(name + ": not checked, no memory");
+    return;
+  }
+  check(out);
+  std::fclose(out);
+  std::istringstream all(std::string(text, size));
+  std::free(text);
+  for (std::string line; std::getline(all, line);) lines.push_back(line);
+}
+
 }  // namespace
 
 int LintFiles(const std::vector<std::string>& files, std::FILE* out) {
@@ -26,15 +43,21 @@ int LintFiles(const std::vector<std::string>& files, std::FILE* out) {
 }
 
 std::vector<std::string> LintLines(const std::string& file) {
-  char* text = nullptr;
-  std::size_t size = 0;
-  std::FILE* out = ::open_memstream(&text, &size);
-  if (out == nullptr) return {file + ": not checked, no memory"};
-  LintFiles({file}, out);
-  std::fclose(out);
-  std::istringstream all(std::string(text, size));
-  std::free(text);
   std::vector<std::string> lines;
-  for (std::string line; std::getline(all, line);) lines.push_back(line);
+  Gather(lines, file, [&](std::FILE* out) { LintFiles({file}, out); });
   return lines;
+}
+
+bool LintLevelText(const std::string& name, std::string text, std::vector<std::string>& lines) {
+  bool good = false;
+  Gather(lines, name, [&](std::FILE* out) {
+    LintReport report(name, out);
+    LintLevel level(name);
+    level.text = std::move(text);
+    ReadLevelText(level, report);
+    LevelFolder folder({});
+    CheckLevel({level, folder, report});
+    good = !report.HasFaults();
+  });
+  return good;
 }

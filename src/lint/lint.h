@@ -13,3 +13,6 @@ int LintFiles(const std::vector<std::string>& files, std::FILE* out);
 
 /// The same lines for one file, each without its end.
 std::vector<std::string> LintLines(const std::string& file);
+
+/// Adds those for a text that stands in no file, but under that name in the game's folder; false when there are faults.
+bool LintLevelText(const std::string& name, std::string text, std::vector<std::string>& lines);

@@ -29,7 +29,7 @@ std::unique_ptr<Menu> BeginMenu(const char* kind, const char* background) {
 }
 
 void Close(const void* /*argument*/) { CloseTopMenu(); }
-void Restart(const void* /*argument*/) { NewGame(); }
+void Restart(const void* /*argument*/) { AskForNewGame(); }
 void Quit(const void* /*argument*/) { GetPlatform().running = false; }
 void ShowPage(const void* argument) { OpenPictureMenu(static_cast<const char*>(argument)); }
 void ShowOptions(const void* /*argument*/) { OpenOptionsMenu(); }

@@ -10,7 +10,7 @@ from game_test import GameTest, main
 from virtual_display import PATIENCE, wait_until
 
 # On the bars in a window of 1280 x 720.
-FILE_NAME, MAKE_BOX, SAVE_LEVEL, UNDO = (90, 42), (172, 142), (172, 262), (172, 442)
+FILE_NAME, MAKE_BOX, SAVE_LEVEL, UNDO, MIDDLE = (90, 42), (172, 142), (172, 262), (172, 442), (640, 360)
 
 
 class RecordTest(GameTest):
@@ -48,8 +48,13 @@ class RecordTest(GameTest):
         self.display.run("xdotool", "key", "ctrl+a")
         self.display.run("xdotool", "type", 'recorded # "stage"')
         self.press("Return")
-        for button in (MAKE_BOX, MAKE_BOX, UNDO, SAVE_LEVEL):
+        for button in (MAKE_BOX, MAKE_BOX, UNDO, MIDDLE):
             self.click(button)
+        self.press("F2", "F3", "F4", "Right")
+        for command in ("ctrl+d", "ctrl+c", "ctrl+v"):
+            self.display.run("xdotool", "key", command)
+            time.sleep(0.3)
+        self.click(SAVE_LEVEL)
         saved = self.program.parent / 'recorded # "stage"'
         wait_until(saved.exists, PATIENCE, "the saved level")
         saved.unlink()

@@ -1,10 +1,10 @@
-#include "editor/tweak_bar.h"
+#include "editor/bars/tweak_bar.h"
 
 #include <gtest/gtest.h>
 
 #include "core/transform.h"
-#include "editor/field_value.h"
-#include "editor/object_fields.h"
+#include "editor/bars/field_value.h"
+#include "editor/bars/object_fields.h"
 #include "graphics/sprite.h"
 #include "physics/box_collider.h"
 #include "physics/spring.h"

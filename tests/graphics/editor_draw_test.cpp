@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "editor/bar_view.h"
+#include "editor/bars/bar_view.h"
 #include "graphics/offscreen_scene.h"
 #include "test_world.h"
 
@@ -41,11 +41,12 @@ TEST(EditorDraw, ShowsTheBarsAndLeavesGlAsItWas) {
   float value = 1.0f;
   bar.Add("value", &value);
   BarView view;
-  const TweakBar* const bars[] = {&bar};
+  const BarWindow windows[] = {{"options", {&bar}}};
   view.Draw(OffscreenContext::kWidth, OffscreenContext::kHeight);
   EXPECT_EQ(context.ColourAt(0.1f, 0.9f), (std::array<int, 3>{255, 255, 255})) << "hidden";
   view.SetShown(true);
-  for (int frame = 0; frame < 3; ++frame) view.Run(bars, {}, OffscreenContext::kWidth, OffscreenContext::kHeight);
+  for (int frame = 0; frame < 3; ++frame)
+    view.Run(windows, {}, {}, OffscreenContext::kWidth, OffscreenContext::kHeight);
   view.Draw(OffscreenContext::kWidth, OffscreenContext::kHeight);
   EXPECT_LT(context.ColourAt(0.1f, 0.9f)[0], 100) << "the bar's dark ground";
   EXPECT_EQ(GlState(), before);

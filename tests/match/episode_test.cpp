@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "core/pause.h"
-#include "editor/tweak_bar.h"
+#include "editor/bars/tweak_bar.h"
 #include "episode_scene.h"
 #include "graphics/sprite_text.h"
 #include "match/episode/game_timer.h"

@@ -11,7 +11,7 @@
 #include "core/script_registry.h"
 #include "core/serializer.h"
 #include "core/transform.h"
-#include "editor/tweak_bar.h"
+#include "editor/bars/tweak_bar.h"
 #include "lint/block_reader.h"
 #include "lint/number.h"
 #include "match/rules/objective_factory.h"

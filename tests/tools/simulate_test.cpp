@@ -33,7 +33,7 @@ std::string ErrorOf(const std::string& text) {
 
 TEST(InputScript, WrongLinesAreNamed) {
   EXPECT_EQ(ErrorOf("# nothing\n\n0 pad 0 connect # a pad\n3 key esc down\n4 mouse 10 20\n5 click left up\n"), "");
-  EXPECT_EQ(ErrorOf("0 key d down\n1 key delete down\n").substr(0, 8), "line 2: ");
+  EXPECT_EQ(ErrorOf("0 key d down\n1 key insert down\n").substr(0, 8), "line 2: ");
   for (const char* line :
        {"x key d down", "0 key d", "0 key d down now", "0 pad 4 connect", "0 pad 0 axis 6 1", "0 pad 0 axis 0 32768",
         "0 pad 0 button 16 down", "0 click side down", "0 jump", "-1 key d up", "0 bar"})

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "editor/editor.h"
-#include "input/input.h"
 
 class LivePlatform::Ear final : public EventRouter {
  public:
@@ -45,7 +44,22 @@ void LivePlatform::Give(const InputEvent& event) {
   if (Apply(event, given_).empty()) recorder_.Write(frame_, event);
 }
 
-void LivePlatform::Press(const std::string& path) { bars_.push_back(Given::Bar{path, true}); }
+void LivePlatform::Press(const std::string& path) {
+  if (path == "stage/Paste") ReadClipboard(bars_);
+  bars_.push_back(Given::Bar{path, true});
+}
+
+// Only when it is about to be pasted in the editor: what else people copy is no business of a recording.
+void LivePlatform::ReadClipboard(std::vector<InputEvent>& into) {
+  if (!GetEditor().IsShown()) return;
+  std::string text = window_.GetClipboard();
+  if (text != given_.GetClipboard()) into.push_back(Given::Clipboard{std::move(text)});
+}
+
+void LivePlatform::SetClipboard(const std::string& text) {
+  window_.SetClipboard(text);
+  given_.SetClipboard(text);
+}
 
 void LivePlatform::Set(const std::string& path, const std::string& value, bool done) {
   bars_.push_back(Given::Bar{path, true, value, !done});
@@ -62,8 +76,10 @@ void LivePlatform::Hear(const SDL_Event& event) {
       break;
     case SDL_KEYDOWN:
     case SDL_KEYUP:
-      if (const int code = event.key.keysym.sym; code == SDLK_F1 || !Input::NameOfKey(code).empty())
+      if (const int code = event.key.keysym.sym; HasKeyName(code)) {
+        if (code == SDLK_v && event.type == SDL_KEYDOWN) ReadClipboard(events_);
         events_.push_back(Given::Key{code, event.type == SDL_KEYDOWN});
+      }
       break;
     case SDL_MOUSEMOTION:
       MoveMouse(event.motion.x, event.motion.y);

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "editor/bar_actions.h"
+#include "editor/bars/bar_actions.h"
 #include "tools/record/recorder.h"
 #include "tools/record/window_platform.h"
 
@@ -16,6 +16,7 @@ class LivePlatform final : public WindowPlatform, private BarHand {
 
   void PumpEvents(EventRouter& router) override;
   void SetFullscreen(bool fullscreen) override { window_.SetFullscreen(fullscreen); }
+  void SetClipboard(const std::string& text) override;
   void Minimise() override { window_.Minimise(); }
 
  private:
@@ -26,6 +27,7 @@ class LivePlatform final : public WindowPlatform, private BarHand {
   void Set(const std::string& path, const std::string& value, bool done) override;
   void Hear(const SDL_Event& event);
   void HearWindow(const SDL_WindowEvent& event);
+  void ReadClipboard(std::vector<InputEvent>& into);
   void MoveMouse(int x, int y);
   void ReadPads();
   void ReadPad(int slot);

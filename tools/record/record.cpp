@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "core/print.h"
+#include "editor/editor.h"
 #include "tools/record/game_window.h"
 #include "tools/record/kept_matches.h"
 #include "tools/record/live_platform.h"
@@ -49,6 +50,7 @@ int Record(const RecordOptions& options) {
   GameRun game(run, {}, stdout, &watcher);
   LivePlatform live(window.GetSystem(), game.GetGiven(), recorder);
   game.Start(Audio::Output::kDevice, &live);
+  GetEditor().StartRecovery();
   RunObserver nobody;
   game.Go(nobody);
   const bool kept = recorder.IsOpen();

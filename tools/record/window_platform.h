@@ -11,6 +11,8 @@ class WindowPlatform : public Platform {
   WindowRect GetWindowRect() const override { return given_.GetWindowRect(); }
   bool IsFullscreen() const override { return window_.IsFullscreen(); }
   void ShowPointer(bool shown) override { window_.ShowPointer(shown); }
+  std::string GetClipboard() override { return given_.GetClipboard(); }
+  void SetClipboard(const std::string& text) override { given_.SetClipboard(text); }
   void Present() override { window_.Present(); }
   int GetJoystickCount() const override { return given_.GetJoystickCount(); }
   void OpenGamepad(int slot) override { given_.OpenGamepad(slot); }

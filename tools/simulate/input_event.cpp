@@ -13,10 +13,34 @@ namespace {
 constexpr std::array<std::pair<std::string_view, std::uint8_t>, 3> kButtons = {
     {{"left", SDL_BUTTON_LEFT}, {"right", SDL_BUTTON_RIGHT}, {"middle", SDL_BUTTON_MIDDLE}}};
 
+// Those that the editor alone knows.
+constexpr std::array<std::pair<std::string_view, int>, 10> kEditorKeys = {{{"f1", SDLK_F1},
+                                                                           {"f2", SDLK_F2},
+                                                                           {"f3", SDLK_F3},
+                                                                           {"f4", SDLK_F4},
+                                                                           {"f5", SDLK_F5},
+                                                                           {"f6", SDLK_F6},
+                                                                           {"f7", SDLK_F7},
+                                                                           {"f8", SDLK_F8},
+                                                                           {"f9", SDLK_F9},
+                                                                           {"delete", SDLK_DELETE}}};
+
+int KeyCode(std::string_view name) {
+  for (const auto& [known, code] : kEditorKeys)
+    if (name == known) return code;
+  return Input::KeyCodeFromName(name);
+}
+
+std::string_view KeyName(int code) {
+  for (const auto& [name, known] : kEditorKeys)
+    if (code == known) return name;
+  return Input::NameOfKey(code);
+}
+
 InputEvent ParseKey(InputWords& words) {
   const std::string name = words.Word("the key");
   const bool down = words.Choice("the state", "down", "up");
-  const int code = name == "f1" ? static_cast<int>(SDLK_F1) : Input::KeyCodeFromName(name);
+  const int code = KeyCode(name);
   if (code == SDLK_UNKNOWN) words.Fail("no key is called \"" + name + "\"");
   return Given::Key{code, down};
 }
@@ -83,8 +107,9 @@ InputEvent ParseEvent(InputWords& words) {
   if (kind == "focus") return Given::Focus{words.Choice("the focus", "gained", "lost")};
   if (kind == "window") return ParseWindow(words);
   if (kind == "bar") return ParseBar(words);
+  if (kind == "clipboard") return Given::Clipboard{words.Quoted("the text")};
   if (kind == "reached" || kind == "end") return Given::Mark{kind == "end"};
-  words.Fail("an event is key, pad, mouse, click, focus, window, bar, reached or end, not \"" + kind + "\"");
+  words.Fail("an event is key, pad, mouse, click, focus, window, bar, clipboard, reached or end, not \"" + kind + "\"");
   return {};
 }
 
@@ -92,8 +117,7 @@ std::string State(bool down) { return down ? " down" : " up"; }
 
 struct Formatter {
   std::string operator()(const Given::Key& key) const {
-    const std::string_view name = key.code == SDLK_F1 ? "f1" : Input::NameOfKey(key.code);
-    return "key " + std::string(name) + State(key.down);
+    return "key " + std::string(KeyName(key.code)) + State(key.down);
   }
   std::string operator()(const Given::PadPresence& pad) const {
     return Pad(pad.slot) + (pad.connected ? "connect" : "disconnect");
@@ -123,6 +147,9 @@ struct Formatter {
     std::string line = "bar " + (bar.isPath ? InputWords::Quote(bar.label) : bar.label);
     if (bar.value) line += " = " + (bar.isPath ? InputWords::Quote(*bar.value) : *bar.value);
     return bar.held ? line + " held" : line;
+  }
+  std::string operator()(const Given::Clipboard& clipboard) const {
+    return "clipboard " + InputWords::Quote(clipboard.text);
   }
   std::string operator()(const Given::Mark& mark) const { return mark.end ? "end" : "reached"; }
 
@@ -165,6 +192,9 @@ struct Doer {
     if (!bar.value) return bar.isPath ? editor.PressAt(bar.label) : editor.Press(bar.label);
     return bar.isPath ? editor.SetAt(bar.label, *bar.value, !bar.held) : editor.Set(bar.label, *bar.value);
   }
+  std::string operator()(const Given::Clipboard& clipboard) const {
+    return Well([&] { platform.SetClipboard(clipboard.text); });
+  }
   std::string operator()(const Given::Mark&) const { return {}; }
 
   template <class Action>
@@ -175,6 +205,8 @@ struct Doer {
 };
 
 }  // namespace
+
+bool HasKeyName(int code) { return !KeyName(code).empty(); }
 
 bool ParseInputLine(const std::string& line, int& frame, InputEvent& event, std::string& error) {
   InputWords words(line);

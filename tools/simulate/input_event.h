@@ -54,6 +54,10 @@ struct Bar {
   std::optional<std::string> value = {};
   bool held = false;  ///< the mouse still pulls at the value
 };
+/// Another program has put this text into the clipboard.
+struct Clipboard {
+  std::string text;
+};
 /// Nothing; a recording came as far as this frame, or to its end.
 struct Mark {
   bool end;
@@ -61,11 +65,15 @@ struct Mark {
 
 }  // namespace Given
 
-using InputEvent = std::variant<Given::Key, Given::PadPresence, Given::PadAxis, Given::PadButton, Given::OtherDevices,
-                                Given::Mouse, Given::Click, Given::Focus, Given::Window, Given::Bar, Given::Mark>;
+using InputEvent =
+    std::variant<Given::Key, Given::PadPresence, Given::PadAxis, Given::PadButton, Given::OtherDevices, Given::Mouse,
+                 Given::Click, Given::Focus, Given::Window, Given::Bar, Given::Clipboard, Given::Mark>;
 
 inline constexpr int kMostInputFrames = 1000000000;
 inline constexpr int kLargestWindow = 16384;  ///< pixels each way
+
+/// Whether an input file has a name for the key, by SDL's key code.
+bool HasKeyName(int code);
 
 /// Reads a line, "FRAME KIND ..."; false for one of blanks and comment alone, or with what is wrong in `error`.
 bool ParseInputLine(const std::string& line, int& frame, InputEvent& event, std::string& error);

@@ -5,7 +5,7 @@
 
 #include "core/object_manager.h"
 #include "core/script_box.h"
-#include "editor/level_files.h"
+#include "editor/files/level_files.h"
 #include "match/match_controller.h"
 #include "match/score/give_points.h"
 

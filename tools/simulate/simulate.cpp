@@ -10,7 +10,7 @@
 #include "audio/audio.h"
 #include "core/object_manager.h"
 #include "core/print.h"
-#include "editor/level_files.h"
+#include "editor/files/level_files.h"
 #include "tools/simulate/run_check.h"
 #include "tools/simulate/scene_file.h"
 #include "tools/simulate/sound_recorder.h"

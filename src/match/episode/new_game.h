@@ -1,12 +1,19 @@
 // Starting a match over: everything in the scene goes, the match is set up, and the stage is loaded.
 #pragma once
 
-/// Starts a new match; the old objects go with the next sweep.
-void NewGame();
+#include <string>
+
+/// Starts a new match on that level, the shipped one if none is named; the old objects go with the next sweep.
+void NewGame(const std::string& level = "level1");
 /// True from a NewGame to the podium of its match.
 bool IsMatchRunning();
 /// The match is decided: the podium is about to be read.
 void EndMatch();
+
+/// Asked before somebody starts a new game over the scene by a button or the demo key; null: it may always start.
+void SetNewGameGuard(bool (*mayStart)());
+/// Starts one if it may.
+void AskForNewGame();
 
 /// Called at the start of every new game, to put away what a floor above has open over the old one; null for nobody.
 void SetNewGameListener(void (*listener)());

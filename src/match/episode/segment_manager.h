@@ -29,6 +29,8 @@ class SegmentManager final : public Script {
   /// Game seconds of all segments together; also stores them as the episode's length.
   float MeasureEpisode();
   int GetCurrentSegment() const { return currentSegment_; }
+  /// The objects of the piece that was brought last, those that are gone too.
+  const std::vector<std::uint32_t>& GetPieceIds() const { return pieceIds_; }
   float GetElapsed() const { return elapsed_; }
   bool IsPadLost() const { return padLost_; }
   /// While paused: with all gamepads back the match counts as whole again.

@@ -1,0 +1,55 @@
+// Copies of objects as the text of a level, which the clipboard carries to other levels, programs and people. What the
+// text cannot say, because no file does, is remembered beside it for as long as the clipboard holds that text.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/game_object.h"
+#include "editor/acts/unsaved_parts.h"
+#include "physics/math/vec3.h"
+
+class History;
+
+/// The text of a level that holds these objects; nothing in the scene changes.
+std::string TextOfLevel(const std::vector<GameObject*>& objects);
+/// That of every object of the scene but Core ones.
+std::string SceneText();
+
+class Copies {
+ public:
+  /// The selected objects into the clipboard; what was done, or why nothing. Cut kills them, as one act.
+  std::string Copy();
+  std::string Cut(History& history);
+  /// What the clipboard holds, as one act, and selects it. `at`: the place of its middle; else it is moved by `shift`.
+  /// Text from elsewhere in which lint finds a fault is refused; `found` gets the lines.
+  std::string Paste(History& history, const std::optional<Vec3>& at, const Vec3& shift,
+                    std::vector<std::string>& found);
+  /// The selected objects again, moved by `shift`, past the clipboard.
+  std::string Duplicate(History& history, const Vec3& shift);
+  /// Kills the selected objects, as one act.
+  static std::string Kill(History& history);
+
+ private:
+  friend std::string TextOfLevel(const std::vector<GameObject*>& objects);
+
+  struct Copied {
+    std::string text;
+    struct One {
+      std::uint32_t id;
+      std::vector<std::optional<std::uint32_t>> targets;  // of its generators
+      std::optional<std::uint32_t> leader;
+      UnsavedParts parts;
+    };
+    std::vector<One> objects;
+  };
+
+  static Copied Take(const std::vector<GameObject*>& objects);
+  static std::vector<GameObject*> Put(History& history, const std::string& what, const std::string& text,
+                                      const Copied* copied, const std::optional<Vec3>& at, const Vec3& shift);
+  static void Mend(const Copied& copied, const std::vector<GameObject*>& made);
+
+  Copied last_;
+};

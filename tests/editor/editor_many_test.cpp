@@ -1,0 +1,253 @@
+// What is done to several objects at once, and to the scene as a whole.
+#include <filesystem>
+#include <fstream>
+
+#include "core/file_cache.h"
+#include "core/pause.h"
+#include "core/transform.h"
+#include "editor/editor_scene.h"
+#include "editor/files/recovery.h"
+#include "graphics/renderer.h"
+#include "input/input.h"
+#include "physics/box_collider.h"
+#include "physics/generator_host.h"
+#include "physics/spring.h"
+#include "screens/menus.h"
+#include "tools/simulate/digest.h"
+
+namespace {
+
+constexpr int kMiddleX = 640;
+constexpr int kMiddleY = 360;
+constexpr int kUnit = 33;  // pixels, about
+
+}  // namespace
+
+class EditorManyTest : public EditorTest {
+ protected:
+  GameObject& AddStill(const char* name, const Vec3& at) {
+    return world.AddBox(name, at, {.inverseMass = 0.0f, .halfExtents = {0.5f, 0.5f, 0.0f}});
+  }
+  void Hold(int key) {
+    SetKey(key, true);
+    Run();
+  }
+  void LetGo(int key) {
+    SetKey(key, false);
+    Run();
+  }
+};
+
+// Frames that stood in between leave no trace in those that ran.
+TEST_F(EditorManyTest, AFreezeLeavesTheRunAsItWas) {
+  const auto digestAfter = [&](auto&& between) {
+    world.Restart();
+    editor.Init();
+    GetRenderer().StartRipple({});  // its clock is in the digest, and goes on from run to run
+    world.AddBox("box", {}, {.velocity = {1, 2, 0}, .angularVelocity = {0, 0, 1}});
+    Run(10);
+    between();
+    Run(10);
+    return StateDigest();
+  };
+  const auto steps = [&](const char* button, int frames) {
+    Press(button);
+    Run(frames);
+  };
+  const std::uint64_t straight = digestAfter([&] { Run(5); });
+  EXPECT_EQ(straight, digestAfter([&] {
+              steps("Freeze", 7);
+              for (int i = 0; i < 3; ++i) steps("Step", 2);
+              EXPECT_TRUE(IsPaused());
+              EXPECT_FALSE(IsPausedByGame());
+              steps("Slow", 8);
+              Press("Slow");
+            }));
+  EXPECT_NE(straight, digestAfter([&] { Run(6); }));
+  Press("Freeze");
+  Run();
+  OpenPauseMenu();
+  CloseTopMenu();
+  EXPECT_TRUE(IsPaused()) << "the menu's pause is not the editor's";
+}
+
+TEST_F(EditorManyTest, AFrameSelectsKeysNudgeAndNoneOfItReachesThePlayer) {
+  GameObject& left = AddStill("left", {-2, 0, 0});
+  GameObject& right = AddStill("right", {2, 0, 0});
+  for (const float x : {-8.0f, 8.0f}) AddStill("far", {x, 0, 0});
+  Tap(SDLK_F1);
+  Tap(SDLK_F2);
+  Mouse(kMiddleX - 4 * kUnit, kMiddleY - 2 * kUnit);
+  Button(true);
+  Run();
+  Mouse(kMiddleX + 4 * kUnit, kMiddleY + 2 * kUnit);
+  Button(false);
+  EXPECT_EQ(GetSelection(), (std::vector<std::uint32_t>{left.id, right.id}));
+  SetKey(SDLK_RIGHT, true);
+  Run();
+  EXPECT_FALSE(Input::IsKeyDown("arrowkeyright"));
+  LetGo(SDLK_RIGHT);
+  Hold(SDLK_LSHIFT);
+  Tap(SDLK_UP);
+  LetGo(SDLK_LSHIFT);
+  EXPECT_EQ(PositionOf(left), (Vec3{-1.9f, 1, 0}));
+  EXPECT_EQ(PositionOf(right), (Vec3{2.1f, 1, 0}));
+  Click(kMiddleX + 2 * kUnit, kMiddleY - kUnit);
+  EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{right.id});
+  for (int i = 0; i < 2; ++i) Press("Undo");
+  EXPECT_EQ(PositionOf(left), (Vec3{-2, 0, 0}));
+  EXPECT_EQ(PositionOf(right), (Vec3{2, 0, 0}));
+}
+
+TEST_F(EditorManyTest, APickOfOneOfSeveralDragsThemAllAndAHandleTurnsBySteps) {
+  GameObject& left = AddStill("left", {-2, 0, 0});
+  GameObject& right = AddStill("right", {2, 0, 0});
+  Tap(SDLK_F1);
+  SetSelection({left.id, right.id});
+  Set("Snap", "1");
+  Mouse(kMiddleX + 2 * kUnit, kMiddleY);
+  Button(true);
+  Run();
+  Mouse(kMiddleX + 2 * kUnit, kMiddleY - 3 * kUnit);
+  Button(false);
+  EXPECT_EQ(PositionOf(left), (Vec3{-2, 3, 0}));
+  EXPECT_EQ(PositionOf(right), (Vec3{2, 3, 0}));
+  Press("Undo");
+  EXPECT_EQ(PositionOf(left), (Vec3{-2, 0, 0}));
+  Select(left);
+  SetSelection({left.id});
+  Mouse(kMiddleX - 2 * kUnit, kMiddleY - 46);  // 1.4 units over its middle
+  Button(true);
+  Mouse(kMiddleX - 2 * kUnit - 46, kMiddleY - 26);
+  Button(false);
+  Run();
+  EXPECT_FLOAT_EQ(AngleAboutZ(left.GetTransform().orientation), 60.0f * kPi / 180.0f);
+  EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{left.id});
+  Press("Undo");
+  EXPECT_EQ(left.GetTransform().orientation, Quaternion{});
+}
+
+TEST_F(EditorManyTest, WhatAllHaveIsEditedTogetherAndTheRestStays) {
+  GameObject& low = Select(AddStill("low", {1, -3, 0}));
+  GameObject& high = Select(AddStill("high", {1, 4, 0}));
+  EXPECT_EQ(editor.Get("all selected/position x"), "1");
+  EXPECT_EQ(editor.Get("all selected/position y"), "mixed");
+  Set("all selected/position x", "7");
+  EXPECT_EQ(PositionOf(low), (Vec3{7, -3, 0}));
+  EXPECT_EQ(PositionOf(high), (Vec3{7, 4, 0}));
+  Press("Undo");
+  EXPECT_EQ(PositionOf(low), (Vec3{1, -3, 0}));
+  EXPECT_EQ(PositionOf(high), (Vec3{1, 4, 0}));
+  Press("Align top");
+  EXPECT_EQ(PositionOf(low), (Vec3{1, 4, 0}));
+}
+
+// A spring inside the copied set hangs on the copy, another one on what it hung on before.
+TEST_F(EditorManyTest, CopiesKeepWhatTheyHangOnAndUndoTakesTheirSpringsToo) {
+  GameObject& anchor = AddStill("anchor", {});
+  GameObject& ball = world.AddBox("ball", {3, 0, 0});
+  auto& spring = GalePhysics::AdoptGenerator(std::make_unique<GalePhysics::Spring>(anchor, 2.0f, 1.0f));
+  BodyOf(ball).generators.push_back(&spring);
+  // Every save enters a spring at its anchor once more.
+  const auto saved = [&] {
+    BodyOf(anchor).baseOfGenerators.clear();
+    return Saved("scene");
+  };
+  const std::string before = saved();
+  const auto baseOfCopy = [&] {
+    return static_cast<const GalePhysics::Spring&>(*BodyOf(Last()).generators.at(0)).baseId;
+  };
+  Select(ball);
+  Press("Duplicate");
+  EXPECT_EQ(baseOfCopy(), static_cast<std::int32_t>(anchor.id));
+  SetSelection({anchor.id, ball.id});
+  Press("Copy");
+  Press("Paste");
+  EXPECT_EQ(baseOfCopy(), static_cast<std::int32_t>(GetSelection().front()));
+  EXPECT_EQ(PositionOf(Last()), (Vec3{4, -1, 0}));
+  for (int i = 0; i < 2; ++i) Press("Undo");
+  EXPECT_EQ(saved(), before);
+  for (int i = 0; i < 2; ++i) Press("Redo");
+  EXPECT_NE(baseOfCopy(), static_cast<std::int32_t>(anchor.id));
+  platform.SetClipboard("{\n\t1: {\n\t\tName: x\n\t\tCore: maybe\n\t}\n}\n");
+  const std::size_t objects = Objects().GetObjects().size();
+  Press("Paste");
+  EXPECT_EQ(editor.GetStatus().back(), "lint finds faults in the clipboard's text, nothing is pasted");
+  EXPECT_EQ(Objects().GetObjects().size(), objects);
+}
+
+TEST_F(EditorManyTest, AFileThatChangedIsOfferedAskedForAndRefusedWithItsFaults) {
+  AddStill("thing", {6, 5, 0});
+  SaveAs("mine");
+  Load("mine");
+  Run();
+  const std::string good = world.ReadFile("mine");
+  Select(*Find("thing"));
+  Set("damping", "0.5");
+  world.WriteFile(
+      "mine", good.substr(0, good.find("Name: thing")) + "Name: other" + good.substr(good.find("Name: thing") + 11));
+  Press("Reload");
+  EXPECT_EQ(editor.GetStatus().back(), "there are unsaved changes: press Load Level again to lose them");
+  EXPECT_NE(Find("thing"), nullptr);
+  Press("Reload mine");
+  Run();
+  ASSERT_NE(Find("other"), nullptr) << "read anew";
+  EXPECT_EQ(Find("thing"), nullptr);
+  EXPECT_EQ(editor.GetPace(), Freeze::Pace::kFrozen);
+  std::string bad = good;
+  bad.replace(bad.find("Core: false"), 11, "Core: perhaps");
+  world.WriteFile("mine", bad);
+  Press("Reload");
+  EXPECT_EQ(editor.GetStatus().back(), "mine has faults: what was read before stays");
+  ASSERT_NE(Find("other"), nullptr);
+  ClearSelection();
+  EXPECT_EQ(editor.Press("mine:4: bad-value: Core must be true or false"), "");
+  EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{Find("other")->id});
+}
+
+TEST_F(EditorManyTest, UnsavedChangesHoldUpTheEndOnceAndArePutAsideMeanwhile) {
+  Recovery recovery;
+  recovery.Start();
+  for (int i = 0; i < (Recovery::kKept + 2) * Recovery::kPeriod; ++i) recovery.Update(true, [] { return "{\n}\n"; });
+  EXPECT_FALSE(std::filesystem::exists("autosaves/recover-1"));
+  for (int i = 2; i < Recovery::kKept + 2; ++i)
+    EXPECT_EQ(world.ReadFile(("autosaves/recover-" + std::to_string(i)).c_str()), "{\n}\n");
+  Recovery next;
+  next.Start();
+  EXPECT_EQ(next.GetOffer(), "autosaves/recover-11");
+  recovery.End();
+  Recovery last;
+  last.Start();
+  EXPECT_EQ(last.GetOffer(), "");
+  editor.StartRecovery();
+  Press("Make default box");
+  const auto quit = [&] {
+    Send(EventOf(SDL_QUIT));
+    return !platform.running;
+  };
+  EXPECT_FALSE(quit());
+  EXPECT_TRUE(editor.IsShown());
+  EXPECT_TRUE(std::filesystem::exists("autosaves/recover-12")) << "whoever asked may not wait for the answer";
+  Press("Undo");
+  EXPECT_TRUE(quit()) << "nothing is unsaved now";
+  platform.running = true;
+  Press("Redo");
+  EXPECT_FALSE(quit());
+  EXPECT_TRUE(quit()) << "asked once";
+}
+
+TEST_F(EditorManyTest, TheListSelectsAndPagesSetWhatTheyWereOpenedFor) {
+  GameObject& thing = AddStill("thing", {});
+  AddStill("other", {5, 0, 0});
+  Press("objects/thing");
+  EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{thing.id});
+  Press("Also other");
+  EXPECT_EQ(GetSelection().size(), 2u);
+  Set("Filter", "THIN");
+  EXPECT_NE(editor.Press("objects/other"), "");
+  SetSelection({thing.id});
+  thing.AddComponent("ScriptBox");
+  Press("Script Name");
+  EXPECT_EQ(editor.Press("browse/dizzy"), "");
+  EXPECT_EQ(editor.Get("Script Name"), "dizzy");
+}
