@@ -188,7 +188,7 @@ void ResolveInterpenetration(const Contact& contact, float totalInverseMass) {
   if (contact.second != nullptr) contact.second->owner->GetTransform().position -= way * contact.second->inverseMass;
 }
 
-void SetStepObserver(StepObserver* observer) { GetWorld().observer = observer; }
+StepObserver* SetStepObserver(StepObserver* observer) { return std::exchange(GetWorld().observer, observer); }
 
 void RunSubSteps() {
   World& world = GetWorld();

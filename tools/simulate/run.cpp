@@ -222,4 +222,5 @@ void GameRun::PrintSummary() const {
 void GameRun::Shutdown() {
   AbandonStartUp();
   Audio::Shutdown();
+  GetEditor().Shutdown();
 }
