@@ -19,6 +19,7 @@
 #include "tools/bank/bank_tool.h"
 #include "tools/film/film.h"
 #include "tools/lint/fix.h"
+#include "tools/lint/play/play.h"
 #include "tools/lint/reference.h"
 #include "tools/record/record.h"
 #include "tools/record/watch.h"
@@ -234,6 +235,31 @@ void AddBank(CLI::App& app, BankOptions& options, int& result) {
   extract->callback([&] { result = ExtractFromBank(options.file, options.event, options.out); });
 }
 
+struct LintOptions {
+  std::vector<std::string> files;
+  std::string dataFolder;
+  bool fix = false;
+  bool play = false;
+};
+
+void AddLint(CLI::App& app, LintOptions& options, int& result) {
+  CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
+  lint->add_option("FILE", options.files, "Level and archetype files")->required();
+  CLI::Option* fix =
+      lint->add_flag("--fix", options.fix, "First write each file as the game would save it: numbers, blanks and IDs");
+  lint->add_flag("--play", options.play, "Play each file too, as a piece of a match, and report what shows then")
+      ->excludes(fix);
+  lint->add_option("--data", options.dataFolder, "The game's folder that the files belong to (default: their own)")
+      ->excludes(fix);
+  lint->callback([&] {
+    if (!options.dataFolder.empty()) options.dataFolder = Absolute(options.dataFolder);
+    if (options.play)
+      result = PlayFiles(options.files, options.dataFolder, DataFolder({}), stdout);
+    else
+      result = options.fix ? FixFiles(options.files, stdout) : LintFiles(options.files, options.dataFolder, stdout);
+  });
+}
+
 }  // namespace
 
 // What CLI11 throws while the options are set up is a programming error; it may end the tool.
@@ -252,12 +278,8 @@ int main(int argc, char** argv) {
   AddWatch(app, watch, result);
   BankOptions bank;
   AddBank(app, bank, result);
-  std::vector<std::string> files;
-  CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
-  lint->add_option("FILE", files, "Level and archetype files")->required();
-  bool fix = false;
-  lint->add_flag("--fix", fix, "First write each file as the game would save it: numbers, blanks and IDs");
-  lint->callback([&] { result = fix ? FixFiles(files, stdout) : LintFiles(files, stdout); });
+  LintOptions lint;
+  AddLint(app, lint, result);
   app.add_subcommand("reference", "Print what every block of a level file holds, in Markdown")->callback([] {
     PrintReference(stdout);
   });
