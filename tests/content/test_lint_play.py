@@ -50,7 +50,7 @@ def with_things(piece, *things):
 def ring(name, x, y, distance, count, size):
     turns = [2 * math.pi * i / count for i in range(count)]
     return [thing("goldrush", "buoy a", Name=f"{name} {i}", x=x + distance * math.cos(turn),
-                  y=y + distance * math.sin(turn), size=size, restitution=0) for i, turn in enumerate(turns)]
+                  y=y + distance * math.sin(turn), size=size) for i, turn in enumerate(turns)]
 
 
 STUNS = '"stunsonhit" {\n\t\t\t}'
@@ -61,7 +61,7 @@ CRATES = re.sub(r"\t\d+: {\n\t\tName: (?:crate [b-n]|[^\n]* from the [^\n]*)\n.*
 
 # What it is called, the piece that it replaces, its text, the rule that it breaks, and the object to blame.
 SPOILED = [
-    ("a walled-in seat", "goldrush", with_things("goldrush", *ring("wall", 2, 2, 1.8, 10, 1.2)), "cannot-move",
+    ("a walled-in seat", "goldrush", with_things("goldrush", *ring("wall", 2, 2, 1.9, 10, 0.6)), "no-way-out|cannot-move",
      "wall"),
     ("a hazard over a start", "goldrush",
      with_things("goldrush", thing("goldrush", "buoy a", Name="urchin", x=-2, y=2, ghost="true", scripts=[STUNS])),
