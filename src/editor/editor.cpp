@@ -70,6 +70,7 @@ void Editor::Init() {
   browser_.Reset();
   watch_.Reset();
   recovery_ = {};
+  played_.Stop();
   stageHand_.grid = {};
   stageHand_.Stop(history_);
   history_.Clear();
@@ -81,6 +82,7 @@ void Editor::Init() {
 void Editor::Shutdown() {
   view_.Shutdown();
   recovery_.End();
+  played_.Stop();
 }
 
 void Editor::SetShown(bool shown) {
@@ -123,6 +125,7 @@ void Editor::Update() {
     const BarActions actions = view_.Run(Windows(), Lines(window), look_, window.width, window.height);
     hand_ == nullptr ? Perform(actions) : HandOn(actions);
   }
+  HearOfPlayed();
   recovery_.Update(IsUnsaved(), SceneText);
   freeze_.Update();
 }

@@ -62,7 +62,7 @@ int PlayFiles(const std::vector<std::string>& files, const std::string& dataFold
   bool good = true;
   for (const std::string& file : files) {
     const std::string data = DataOf(file, dataFolder, ownFolder);
-    good = LintFiles({file}, dataFolder, out) == 0 && good;
+    good = LintFiles({file}, data, out) == 0 && good;
     LintReport report(file, out);
     good = Play(file, data, report, out) && good;
     std::fflush(out);

@@ -6,6 +6,7 @@
 #include "core/game_time.h"
 #include "core/object_manager.h"
 #include "core/transform.h"
+#include "lint/number.h"
 #include "match/score/give_points.h"
 #include "physics/collider.h"
 #include "physics/rigid_body.h"
@@ -37,6 +38,12 @@ bool IsToStay(const GameObject& object, bool ofFile) {
   const GalePhysics::Collider* collider = GalePhysics::FindCollider(object);
   if (collider == nullptr || collider->ghost || body->inverseMass == 0.0f) return false;
   return ofFile || FindDeathTimer(object) == nullptr;
+}
+
+// The empty object whose name tells a level's duration.
+bool IsDurationMark(const GameObject& object) {
+  float duration = 0.0f;
+  return ParsesWhole(object.name, duration);
 }
 
 bool IsAtRest(const GalePhysics::RigidBody& body) {
@@ -116,7 +123,7 @@ void ThingWatch::EndLater(std::string& text) const {
   int index = PieceCast::kNobody;
   for (const auto& object : Objects().GetObjects()) {
     if (cast_.IndexOf(object->id) == PieceCast::kNobody || !object->alive || IsBroken(*object)) continue;
-    if (FindDeathTimer(*object) != nullptr) continue;
+    if (FindDeathTimer(*object) != nullptr || IsDurationMark(*object)) continue;
     ++count;
     index = cast_.IndexOf(object->id);
   }
