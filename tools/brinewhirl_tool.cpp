@@ -91,6 +91,7 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
   CLI::Option* level = what->add_option("--level", options.level, "Load one level into an empty scene");
   level->check(CheckLevelName);
   what->add_flag("--match", options.match, "Start a match");
+  command.add_option("--stage", options.stageFile, "The match, or its only piece: a level file, from anywhere");
   CLI::Option* boot = what->add_flag("--boot", options.boot, "Begin with the start-up screens, as the game does");
   what->require_option(0, 1);
   auto* howLong = command.add_option_group("for how long");
@@ -105,7 +106,10 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
   return {what, howLong, level, boot};
 }
 
-void CompleteRun(RunOptions& options) { options.dataFolder = DataFolder(options.dataFolder); }
+void CompleteRun(RunOptions& options) {
+  options.dataFolder = DataFolder(options.dataFolder);
+  if (!options.stageFile.empty()) options.stageFile = Absolute(options.stageFile);
+}
 
 void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
@@ -127,6 +131,7 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::Option* save = command->add_option("--save", options.saveName, "Save the level at the end under this name");
   save->check(CheckPlainName);
   until->needs(save);
+  command->add_flag("--places", options.places, "Print where players were and were stunned in each piece");
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
   command->callback([&, until] {
     if (until->count() > 0) options.sceneFile = Absolute(std::exchange(options.saveName, {}));

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tools/lint/play/play_notes.h"
-#include "tools/lint/play/play_stage.h"
+#include "tools/simulate/play_stage.h"
 
 struct PlayPlan {
   /// Whether seats are flown by players who only try to get away, from places all over the stage; else by bots of all

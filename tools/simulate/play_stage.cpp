@@ -1,4 +1,4 @@
-#include "tools/lint/play/play_stage.h"
+#include "tools/simulate/play_stage.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,5 +1,5 @@
-// What `lint --play` plays: a file as the only piece of a match, under the rule and for the time that the match of its
-// folder gives it, or the match that the file is itself.
+// What is played when a file is given instead of the game's own match: the match that the file is itself, or one with
+// the file as its only piece, under the rule and for the time that the match of its folder gives it.
 #pragma once
 
 #include <memory>
