@@ -43,7 +43,9 @@ set_tests_properties(docs.making_levels PROPERTIES TIMEOUT 120)
 if(NOT (BRINEWHIRL_SANITIZE OR BRINEWHIRL_SANITIZE_THREADS))
   add_test(NAME content.lint_play
            COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_lint_play.py $<TARGET_FILE:brinewhirl-tool>)
-  set_tests_properties(content.lint_play PROPERTIES TIMEOUT 600 PROCESSORS 2)
+  add_test(NAME content.balance
+           COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_balance.py $<TARGET_FILE:brinewhirl-tool>)
+  set_tests_properties(content.lint_play content.balance PROPERTIES TIMEOUT 600 PROCESSORS 2)
 endif()
 
 add_test(NAME sound.sources COMMAND python3 ${CMAKE_SOURCE_DIR}/tests/sound/test_sound_sources.py)

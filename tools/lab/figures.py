@@ -21,6 +21,7 @@ KINDS = {"hop": "#070809", "near": "#08090a", "lead": "#090a0b"}
 WIDTH = 4.6  # inches at 72 points: as wide as a narrow page
 COLUMNS, ROWS, CELL = 64, 44, 0.5  # of the tool's cells, world units
 LEFT, BOTTOM = -16, -11
+MOST_STUNS = 150  # crosses on a map: more would hide it
 VIEW = (-19.5, 19.5, -10.97, 10.97)  # what a picture shows, world units
 
 plt.rcParams.update({
@@ -179,7 +180,7 @@ def heat_map(grouped, piece):
     axis.imshow(colours, extent=(LEFT, LEFT + COLUMNS * CELL, BOTTOM, BOTTOM + ROWS * CELL), origin="lower",
                 interpolation="nearest", aspect="auto")
     if stuns:
-        step = max(1, len(stuns) // 400)
+        step = len(stuns) // MOST_STUNS + 1
         x, y = zip(*stuns[::step])
         axis.scatter(x, y, s=14, marker="x", color="#ffffff", linewidth=2.2)
         axis.scatter(x, y, s=14, marker="x", color="#d0342c", linewidth=1.2)

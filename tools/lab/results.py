@@ -3,6 +3,8 @@ import dataclasses
 import math
 import statistics
 
+from . import sweep
+
 FRAMES_A_MINUTE = 3600
 AFTER = "nothing-more"  # what the tool plays behind a single piece
 PIECE = "played-piece"  # and how it calls that
@@ -68,8 +70,9 @@ def read_match(text, stage, line_up, seed):
 def read(folder, jobs):
     """The matches that are there, in the order of the jobs."""
     matches = []
-    for stage, line_up, seed in jobs:
-        path = folder / f"{stage}.{line_up}.{seed}.txt"
+    for job in jobs:
+        stage, line_up, seed = job
+        path = folder / f"{sweep.file_name(job)}.txt"
         match = read_match(path.read_text(), stage, line_up, int(seed)) if path.exists() else None
         if match:
             matches.append(match)

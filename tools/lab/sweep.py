@@ -10,7 +10,7 @@ import sys
 GAME = "game"  # the stage's name when it is the game's own match
 # One match; its result is there whole or not at all, and what is there is not played again.
 JOB = """#!/bin/sh
-out=results/$1.$2.$3.txt
+out=results/$4.txt
 [ -e "$out" ] && exit 0
 mkdir -p results
 stage=
@@ -20,6 +20,11 @@ then mv "$out.part.$$" "$out"
 else rm -f "$out.part.$$"; exit 1
 fi
 """
+
+
+def file_name(job):
+    """Of a match's result, without what a shell or parallel would quote."""
+    return ".".join(job).replace(",", "-")
 
 
 def is_level(path):
@@ -92,7 +97,7 @@ class Sweep:
             self.run_parallel(jobs)
 
     def result(self, job):
-        return self.folder / "results" / (".".join(job) + ".txt")
+        return self.folder / "results" / (file_name(job) + ".txt")
 
     def run_parallel(self, jobs):
         (self.folder / "results").mkdir(exist_ok=True)
@@ -103,9 +108,9 @@ class Sweep:
         if self.wanted.hosts:
             place = "brinewhirl-balance-" + (self.folder / "pack" / "digest").read_text()[:12]
             command += ["--sshloginfile", str(self.wanted.hosts.resolve()), "--workdir", place, "--basefile", "pack",
-                        "--basefile", "stages", "--return", "results/{1}.{2}.{3}.txt", "--cleanup"]
-        command += ["sh", "pack/job", "{1}", "{2}", "{3}"]
-        lines = "".join(" ".join(job) + "\n" for job in jobs)
+                        "--basefile", "stages", "--return", "results/{4}.txt", "--cleanup"]
+        command += ["sh", "pack/job", "{1}", "{2}", "{3}", "{4}"]
+        lines = "".join(" ".join([*job, file_name(job)]) + "\n" for job in jobs)
         try:
             subprocess.run(command, cwd=self.folder, input=lines, text=True, check=False)
         except FileNotFoundError:
