@@ -73,6 +73,7 @@ void Editor::Init() {
   card_.Reset();
   watch_.Reset();
   recovery_ = {};
+  played_.Stop();
   stageHand_.grid = {};
   stageHand_.Stop(history_);
   history_.Clear();
@@ -85,6 +86,7 @@ void Editor::Shutdown() {
   if (try_.trial.IsOn()) EndTry();
   view_.Shutdown();
   recovery_.End();
+  played_.Stop();
 }
 
 void Editor::SetShown(bool shown) {
@@ -138,6 +140,7 @@ void Editor::Update() {
     const BarActions actions = view_.Run(Windows(), Lines(window), look_, window.width, window.height);
     hand_ == nullptr ? Perform(actions) : HandOn(actions);
   }
+  HearOfPlayed();
   recovery_.Update(IsUnsaved(), [&] { return trial.IsOn() ? trial.GetLevelText() : SceneText(); });
   // What is edited in a try stands still, so that its recording holds all of it.
   const bool edited = std::exchange(try_.seen, history_.GetState()) != history_.GetState();

@@ -22,6 +22,7 @@
 #include "editor/bars/tweak_bar.h"
 #include "editor/browser.h"
 #include "editor/files/file_watch.h"
+#include "editor/files/played_copy.h"
 #include "editor/files/recovery.h"
 #include "editor/freeze.h"
 #include "editor/key_card.h"
@@ -152,6 +153,8 @@ class Editor {
   void NewLevel();
   void Reload(const std::string& name);
   void OfferRecovered();
+  void PlayLevel();
+  void HearOfPlayed();
   bool MayLoseBy(const std::string& act);
   void MarkSaved() { savedState_ = history_.GetState(); }
   void ShowFaults(const std::string& name, const std::vector<std::string>& lines,
@@ -179,6 +182,8 @@ class Editor {
   Copies copies_;
   FileWatch watch_;
   Recovery recovery_;
+  PlayedCopy played_;
+
   static constexpr std::size_t kMaxFaults = 12;  // lines of lint
 
   std::string fileName_, archetypeName_, textureName_, scriptName_, find_;

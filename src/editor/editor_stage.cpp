@@ -69,6 +69,9 @@ void Editor::FillFiles() {
   stage_.AddButton("New level", [this] { NewLevel(); });
   stage_.AddButton("Reload", "Reload (F5)", [this] { Reload(fileName_); });
   stage_.GetLast().hint = "Loads FileName as it is on the disk now, unless lint finds faults in it";
+  stage_.AddButton("Let bots play", [this] { PlayLevel(); });
+  stage_.GetLast().hint = "Bots play a copy of the level; what spoils it is listed. Again: stop them";
+  stage_.GetLast().marked = played_.IsRunning();
   for (const char* act : {"quit", "new game"}) {
     stage_.AddButton(std::string("Ask before: ") + act, [this, act] {
       SetShown(true);
