@@ -1,13 +1,16 @@
 #include "graphics/shader_program.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
 #include <glm/gtc/type_ptr.hpp>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "core/data_place.h"
 #include "core/print.h"
 #include "graphics/camera.h"
 
@@ -70,7 +73,7 @@ void ShaderProgram::SendColour(const Vec4& rgba) { SendVec4(spriteColor, rgba, h
 void ShaderProgram::SendTextureWindow(const Vec4& window) { SendVec4(uvOffSet, window, heldWindow_); }
 
 std::string ReadShaderFile(const std::string& fileName) {
-  const std::string path = kFolder + fileName;
+  const std::string path = FindData(kFolder + fileName);
   std::error_code error;
   std::ifstream file(path);
   if (!file || !std::filesystem::is_regular_file(path, error) ||
