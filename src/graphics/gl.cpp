@@ -66,7 +66,8 @@ bool KnowsOurShaders(const std::string& version) {
 
 }  // namespace
 
-// GLEW asks for its entry points by name, and an ES context has all that are used here under the names of the desktop.
+// GLEW asks for its entry points by name, through a library that serves contexts of GLX and EGL alike, and an ES
+// context has all that are used here under the names of the desktop.
 GlReport Load() {
   glewExperimental = GL_TRUE;
   const GLenum result = glewInit();

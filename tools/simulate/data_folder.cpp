@@ -96,6 +96,7 @@ class Overlay {
     if (!error && fs::is_directory(data / kAutosaves, none))
       LinkAll(data / kAutosaves, path_ / kAutosaves, false, error);
     if (!error) fs::current_path(path_, error);
+    ForgetOwnData();  // all of it is in here now
     return error;
   }
 
