@@ -58,7 +58,9 @@ void System::OpenWindow(GlLoader loadGl) {
   const GlReport& report = window_.GetReport();
   const char* error = window_.HasContext() ? report.error : window_.GetError().c_str();
   if (error != nullptr) Print("Error initializing GLEW.\n%s\n", error);
-  if (!report.context.empty()) Print("Drawing with %s\n", report.context.c_str());
+  if (!report.context.empty())
+    Print(report.canDraw ? "Drawing with %s\n" : "%s is too old: the shaders need GLSL 3.30 or OpenGL ES 3.0\n",
+          report.context.c_str());
 }
 
 void System::Shutdown() {

@@ -74,10 +74,11 @@ GlReport Load() {
   hasContext = glCreateShader != nullptr && glGenFramebuffers != nullptr;
   state = State{};
   if (hasContext) glActiveTexture(GL_TEXTURE0);
-  GlReport report;
-  if (result != GLEW_OK) report.error = reinterpret_cast<const char*>(glewGetErrorString(result));
   const std::string version = ContextText(GL_VERSION);
   isEs = version.starts_with(kEsName);
+  GlReport report;
+  // GLEW misses GLX, which a context of ES need not have.
+  if (result != GLEW_OK && !isEs) report.error = reinterpret_cast<const char*>(glewGetErrorString(result));
   if (!hasContext) return report;
   report.canDraw = KnowsOurShaders(version);
   report.context = (isEs ? "" : "OpenGL ") + version + ", " + DriverName();

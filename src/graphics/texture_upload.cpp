@@ -18,7 +18,8 @@ void Shrink(Picture& picture, int most) {
   const int block = (std::max(picture.width, picture.height) + most - 1) / most;
   const int width = std::max(1, picture.width / block);
   const int height = std::max(1, picture.height / block);
-  auto pixels = std::make_unique_for_overwrite<unsigned char[]>(static_cast<std::size_t>(width * height * kChannels));
+  const std::size_t bytes = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * kChannels;
+  auto pixels = std::make_unique_for_overwrite<unsigned char[]>(bytes);
   mipmap_image(picture.pixels.get(), picture.width, picture.height, kChannels, pixels.get(), block, block);
   picture.width = width;
   picture.height = height;
