@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "build_world.h"
+#include "core/data_place.h"
 #include "core/file_cache.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
@@ -62,7 +63,8 @@ SeatNames NameSeats(const RunOptions& options) {
 // In the place of the folder's own match, which has been looked at.
 int EnterStage(const RunOptions& options) {
   PlayStage stage;
-  std::string fault = stage.Read(options.stageFile, options.dataFolder);
+  std::error_code error;
+  std::string fault = stage.Read(options.stageFile, std::filesystem::current_path(error).string());
   if (fault.empty()) fault = stage.Enter();
   ClearFileCache();
   return fault.empty() ? 0 : FailFile(options.stageFile, fault);
@@ -116,10 +118,18 @@ int CheckPlayers(const RunOptions& options, const InputScript& input) {
   return kWrongUsage;
 }
 
-int EnterDataFolder(const RunOptions& options, const InputScript& input) {
+std::string EnterData(const RunOptions& options) {
+  if (options.dataFolder.empty()) return EnterOwnData();
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);
-  if (error) return FailFile(options.dataFolder, "is no folder that can be entered");
+  return error ? options.dataFolder + ": is no folder that can be entered" : std::string{};
+}
+
+int EnterDataFolder(const RunOptions& options, const InputScript& input) {
+  if (const std::string fault = EnterData(options); !fault.empty()) {
+    std::fprintf(stderr, "%s\n", fault.c_str());
+    return 1;
+  }
   if (input.IsRecording()) {
     TellOtherData(options.inputFile, input.GetHeader());
     if (const std::string fault = EnterOverlay(); !fault.empty()) return FailFile("a folder of links", fault);

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "audio/audio.h"
+#include "core/data_place.h"
 #include "core/print.h"
 #include "lint/lint.h"
 #include "tools/lint/play/play_report.h"
@@ -24,12 +25,22 @@ std::vector<PlayPlan> AllPlans() {
   return plans;
 }
 
-// The folder that the file is a piece of.
-std::string DataOf(const std::string& file, const std::string& dataFolder, const std::string& ownFolder) {
+// The program's own, where what is saved would go.
+std::string OwnData() {
+  std::error_code error;
+  const fs::path home = fs::current_path(error);
+  std::string folder = EnterOwnData().empty() ? fs::current_path(error).string() : std::string{};
+  fs::current_path(home, error);
+  return folder;
+}
+
+// The folder that the file is a piece of. What an installed game's lacks may stand in another until it is entered.
+std::string DataOf(const std::string& file, const std::string& dataFolder) {
+  LocateOwnData();
   if (!dataFolder.empty()) return dataFolder;
   std::error_code error;
   std::string folder = GameFolderOf(fs::absolute(file, error).string());
-  return fs::exists(fs::path(folder) / kNeeded, error) ? folder : ownFolder;
+  return fs::exists(fs::path(folder) / kNeeded, error) ? folder : OwnData();
 }
 
 bool Play(const std::string& file, const std::string& data, LintReport& report, std::FILE* out) {
@@ -56,12 +67,11 @@ bool Play(const std::string& file, const std::string& data, LintReport& report, 
 
 }  // namespace
 
-int PlayFiles(const std::vector<std::string>& files, const std::string& dataFolder, const std::string& ownFolder,
-              std::FILE* out) {
+int PlayFiles(const std::vector<std::string>& files, const std::string& dataFolder, std::FILE* out) {
   Audio::SilenceLibraries();
   bool good = true;
   for (const std::string& file : files) {
-    const std::string data = DataOf(file, dataFolder, ownFolder);
+    const std::string data = DataOf(file, dataFolder);
     good = LintFiles({file}, data, out) == 0 && good;
     LintReport report(file, out);
     good = Play(file, data, report, out) && good;
