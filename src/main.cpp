@@ -4,6 +4,7 @@
 #include "build_world.h"
 #include "command_line.h"
 #include "core/data_place.h"
+#include "core/out_of_memory.h"
 #include "core/print.h"
 #include "core/system.h"
 #include "editor/editor.h"
@@ -22,6 +23,7 @@ constexpr unsigned kFramesPerSecond = 60;
 }  // namespace
 
 int main(int count, char* arguments[]) {
+  EndWhenOutOfMemory();
   if (const auto answer = AnswerArguments(count, arguments)) return *answer;
   Audio::SilenceLibraries();
   // All data is found from the program, wherever it is started from.

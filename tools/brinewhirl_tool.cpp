@@ -11,6 +11,7 @@
 
 #include "core/data_place.h"
 #include "core/file_name.h"
+#include "core/out_of_memory.h"
 #include "core/script_registry.h"
 #include "core/version.h"
 #include "lint/lint.h"
@@ -266,6 +267,7 @@ void AddLint(CLI::App& app, LintOptions& options, int& result) {
 // What CLI11 throws while the options are set up is a programming error; it may end the tool.
 // NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv) {
+  EndWhenOutOfMemory();
   CLI::App app("Brinewhirl's tool for level makers and tests", "brinewhirl-tool");
   app.require_subcommand(1);
   app.set_help_all_flag("--help-all", "Print the help of all commands and exit");

@@ -126,8 +126,7 @@ void FillAtlas(Font& font) {
 }
 
 void BuildVertexArray(Font& font) {
-  font.vertexArray = gl::GenVertexArray();
-  font.vertexBuffer = gl::GenBuffer();
+  font.vertexArray = gl::GenVertexArray({&font.vertexBuffer});
   gl::BindVertexArray(font.vertexArray);
   gl::BindArrayBuffer(font.vertexBuffer);
   gl::FloatAttribute(0, 3, sizeof(TextVertex), offsetof(TextVertex, x));

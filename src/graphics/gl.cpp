@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/print.h"
+
 namespace gl {
 
 namespace {
@@ -257,10 +259,24 @@ void UniformMatrix4(GLint location, bool transpose, const float* values) {
   if (hasContext) glUniformMatrix4fv(location, 1, transpose ? GL_TRUE : GL_FALSE, values);
 }
 
-GLuint GenVertexArray() {
-  GLuint name = 0;
-  if (hasContext) glGenVertexArrays(1, &name);
-  return name;
+GLuint GenVertexArray(std::initializer_list<GLuint*> buffers) {
+  GLuint array = 0;
+  if (!hasContext) return array;
+  glGenVertexArrays(1, &array);
+  bool whole = array != 0;
+  for (GLuint* buffer : buffers) {
+    *buffer = 0;
+    glGenBuffers(1, buffer);
+    whole = whole && *buffer != 0;
+  }
+  if (whole) return array;
+  Print("OpenGL has no more vertex arrays or buffers\n");
+  DeleteVertexArray(array);
+  for (GLuint* buffer : buffers) {
+    DeleteBuffer(*buffer);
+    *buffer = 0;
+  }
+  return 0;
 }
 
 void DeleteVertexArray(GLuint array) {
@@ -271,12 +287,6 @@ void DeleteVertexArray(GLuint array) {
 
 void BindVertexArray(GLuint array) {
   if (hasContext && Change(state.vertexArray, array)) glBindVertexArray(array);
-}
-
-GLuint GenBuffer() {
-  GLuint name = 0;
-  if (hasContext) glGenBuffers(1, &name);
-  return name;
 }
 
 void DeleteBuffer(GLuint buffer) {
@@ -309,16 +319,19 @@ void PerInstance(GLuint location) {
   if (hasContext) glVertexAttribDivisor(location, 1);
 }
 
+// Without an array a driver would read where none of ours points.
+static bool CanDraw() { return hasContext && state.vertexArray != 0; }
+
 void DrawArrays(GLenum mode, int count) {
-  if (hasContext) glDrawArrays(mode, 0, count);
+  if (CanDraw()) glDrawArrays(mode, 0, count);
 }
 
 void DrawIndexedTriangles(int count) {
-  if (hasContext) glDrawElements(GL_TRIANGLES, count, GL_UNSIGNED_SHORT, nullptr);
+  if (CanDraw()) glDrawElements(GL_TRIANGLES, count, GL_UNSIGNED_SHORT, nullptr);
 }
 
 void DrawIndexedInstances(int count, int instances) {
-  if (hasContext) glDrawElementsInstanced(GL_TRIANGLES, count, GL_UNSIGNED_SHORT, nullptr, instances);
+  if (CanDraw()) glDrawElementsInstanced(GL_TRIANGLES, count, GL_UNSIGNED_SHORT, nullptr, instances);
 }
 
 GLuint GenFramebuffer() {

@@ -73,10 +73,11 @@ void Uniform4(GLint location, float x, float y, float z, float w);
 void UniformMatrix4(GLint location, bool transpose, const float* values);
 
 // --- meshes ---
-GLuint GenVertexArray();
+/// Makes a vertex array and buffers for it. Where the driver has no more of them a line says so and all are 0: nothing
+/// is drawn with that array.
+GLuint GenVertexArray(std::initializer_list<GLuint*> buffers);
 void DeleteVertexArray(GLuint array);
 void BindVertexArray(GLuint array);
-GLuint GenBuffer();
 void DeleteBuffer(GLuint buffer);
 /// Binds the buffer to the target and fills it for good.
 void StaticData(GLenum target, GLuint buffer, std::size_t bytes, const void* data);

@@ -12,8 +12,7 @@ constexpr int kPlainStride = 3 * sizeof(float);
 template <std::size_t N>
 Mesh BuildPlain(const std::array<float, N>& vertices) {
   Mesh mesh;
-  mesh.vertexArray = gl::GenVertexArray();
-  mesh.vertexBuffer = gl::GenBuffer();
+  mesh.vertexArray = gl::GenVertexArray({&mesh.vertexBuffer});
   gl::BindVertexArray(mesh.vertexArray);
   gl::StaticData(GL_ARRAY_BUFFER, mesh.vertexBuffer, sizeof vertices, vertices.data());
   gl::FloatAttribute(0, 3, kPlainStride, 0);
@@ -28,9 +27,7 @@ Mesh BuildQuad(float half) {
                                           half,  -half, 0, 1, 0, half,  half,  0, 1, 1};
   constexpr std::array<std::uint16_t, kQuadIndices> indices = {0, 1, 2, 0, 2, 3};
   Mesh mesh;
-  mesh.vertexArray = gl::GenVertexArray();
-  mesh.vertexBuffer = gl::GenBuffer();
-  mesh.indexBuffer = gl::GenBuffer();
+  mesh.vertexArray = gl::GenVertexArray({&mesh.vertexBuffer, &mesh.indexBuffer});
   gl::BindVertexArray(mesh.vertexArray);
   gl::StaticData(GL_ARRAY_BUFFER, mesh.vertexBuffer, sizeof vertices, vertices.data());
   gl::StaticData(GL_ELEMENT_ARRAY_BUFFER, mesh.indexBuffer, sizeof indices, indices.data());

@@ -57,9 +57,7 @@ void ParticleEmitter::BuildBuffers() {
   constexpr std::array<float, 20> quad = {-0.5f, 0.5f,  0, 0, 1, -0.5f, -0.5f, 0, 0, 0,
                                           0.5f,  -0.5f, 0, 1, 0, 0.5f,  0.5f,  0, 1, 1};
   constexpr std::array<std::uint16_t, kQuadIndices> indices = {0, 1, 2, 0, 2, 3};
-  vertexArray_ = gl::GenVertexArray();
-  for (GLuint* buffer : {&quadBuffer_, &positionBuffer_, &scaleBuffer_, &colourBuffer_, &indexBuffer_})
-    *buffer = gl::GenBuffer();
+  vertexArray_ = gl::GenVertexArray({&quadBuffer_, &positionBuffer_, &scaleBuffer_, &colourBuffer_, &indexBuffer_});
   gl::BindVertexArray(vertexArray_);
   gl::StaticData(GL_ARRAY_BUFFER, quadBuffer_, sizeof quad, quad.data());
   gl::FloatAttribute(0, 3, kQuadStride, 0);

@@ -12,7 +12,10 @@ std::size_t assetIndex = 0;  // over the fonts as long as fontPhase is true, the
 bool fontPhase = true;
 
 // Beyond the renderer's own: for sprites of levels that name it.
-void LoadSpritePrograms() { GetRenderer().CreateProgram("underquay", "dvert.glsl", "underquay_frag.glsl"); }
+void LoadSpritePrograms() {
+  GetRenderer().CreateProgram("underquay", "dvert.glsl", "underquay_frag.glsl");
+  GetRenderer().CreateProgram("overhead", "dvert.glsl", "overhead_frag.glsl");
+}
 
 }  // namespace
 

@@ -17,7 +17,8 @@ constexpr int kMostParticles = 1 << 20;  // in all emitters together
 constexpr float kWide = 16.0f / 9.0f;
 constexpr float kWideTolerance = 0.01f;
 constexpr float kPartTolerance = 0.001f;
-constexpr std::string_view kShaders[] = {"default", "debug", "fisheye", "underquay"};  // those that draw sprites
+constexpr std::string_view kShaders[] = {"default", "debug", "fisheye", "underquay",
+                                         "overhead"};  // those that draw sprites
 
 constexpr char kReadWithLevel[] = "is read when the level is, which may stall a frame";
 

@@ -1,4 +1,4 @@
-"""How long something lies over a hero: pictures of 320 x 180, two pieces' length at a time."""
+"""How long something but words lies over a hero. A title does, in the slow hold in which hardly anything moves."""
 import tempfile
 
 import numpy as np
@@ -15,7 +15,7 @@ def _areas(first, last):
     """Frame -> how many pixels of each player are seen."""
     def film(players):
         with tempfile.TemporaryDirectory() as folder:
-            data = films.data_without(folder + "/data", players)
+            data = films.data_without(folder + "/data", players, words=True)
             return films.film("--size", "320x180", "--coarse", "--from", first, "--every", EVERY, "--to", last, data=data)
 
     whole = film(())

@@ -9,11 +9,11 @@ uniform mat4 model;
 uniform vec4 uvOffSet;
 
 out vec2 uv;
-out vec2 place;  // in the world
+out vec3 place;  // in the world
 
 void main() {
   uv = texCoord * uvOffSet.xy + uvOffSet.zw;
   vec4 inWorld = model * vec4(position, 1.0);
-  place = inWorld.xy;
+  place = inWorld.xyz;
   gl_Position = proj * view * inWorld;
 }

@@ -1,7 +1,7 @@
 #version 330
 // Sprites of what comes from the sides: a picture, tinted, that passes under the quay there.
 in vec2 uv;
-in vec2 place;
+in vec3 place;
 uniform sampler2D picture;
 uniform vec4 spriteColor;
 out vec4 colour;

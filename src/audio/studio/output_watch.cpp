@@ -1,6 +1,7 @@
 #include "audio/studio/output_watch.h"
 
 #include <chrono>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -22,9 +23,13 @@ void OutputWatch::BeginToLook() {
   if (!opener_) return;
   std::promise<std::unique_ptr<Output>> promise;
   found_ = promise.get_future();
-  // Detached, because the future of std::async would wait for its thread. What comes too late goes with the promise.
-  std::thread([opener = opener_, promise = std::move(promise)]() mutable { promise.set_value(opener()); }).detach();
   updatesToNext_ = kUpdatesBetween;
+  try {
+    // Detached, because the future of std::async would wait for its thread. What comes too late goes with the promise.
+    std::thread([opener = opener_, promise = std::move(promise)]() mutable { promise.set_value(opener()); }).detach();
+  } catch (const std::system_error&) {
+    found_ = {};  // no thread to be had; the next look is in two seconds
+  }
 }
 
 std::unique_ptr<Output> OutputWatch::Poll() {
