@@ -30,7 +30,7 @@ def data_files():
     shipped = {path.relative_to(rows.ROOT / "game") for path in (rows.ROOT / "game").rglob("*") if path.is_file()}
     kinds = {"level or archetype": sorted(path for path in shipped if len(path.parts) == 1 and not path.suffix),
              "shader": sorted(path for path in shipped if path.suffix == ".glsl"),
-             "sound bank": sorted(path.relative_to(BUILD) for path in (BUILD / "AudioSource").iterdir()),
+             "sound bank": sorted(path.relative_to(BUILD) for path in (BUILD / "AudioSource").rglob("*.bank")),
              "font": sorted(path.relative_to(BUILD) for path in (BUILD / "Texture").rglob("*.ttf")),
              "picture": [pathlib.Path("Texture") / name for name in PICTURES if (BUILD / "Texture" / name).exists()]}
     return {kind: files for kind, files in kinds.items() if files}
@@ -74,7 +74,7 @@ def said(text):
 def copy_data(folder):
     data = folder / "data"
     data.mkdir()
-    for entry in [*(rows.ROOT / "game").iterdir(), BUILD / "AudioSource"]:
+    for entry in {*(rows.ROOT / "game").iterdir(), BUILD / "AudioSource", BUILD / "Texture"}:
         source = BUILD / entry.name
         if source.is_dir():
             shutil.copytree(source, data / entry.name)
@@ -221,4 +221,5 @@ def main():
     return 1 if faults else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())
