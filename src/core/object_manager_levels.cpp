@@ -75,11 +75,17 @@ std::vector<GameObject*> ObjectManager::LoadText(const std::string& name, const 
 }
 
 void ObjectManager::ReadDocument(Serializer& reader, std::vector<GameObject*>& created) {
+  constexpr std::size_t kEmptyDocument = 8;  // bytes at most of two braces and their line ends
   ++loadDepth_;
-  load_.bytes += reader.CountBytesLeft();
+  const std::size_t bytes = reader.CountBytesLeft();
+  load_.bytes += bytes;
   if (extension_ != nullptr) extension_->BeginLoad();
   ReadObjects(reader, created);
-  if (objects_.size() < kMaxObjects) ReportEnd(reader);
+  if (objects_.size() < kMaxObjects) {
+    ReportEnd(reader);
+    if (created.empty() && bytes > kEmptyDocument)
+      Print("%s: holds no object, is it a level?\n", reader.Where().c_str());
+  }
   if (extension_ != nullptr) extension_->EndLoad();
   --loadDepth_;
 }
