@@ -1,5 +1,6 @@
 #include "graphics/gl.h"
 
+#include <string_view>
 #include <vector>
 
 namespace gl {
@@ -7,6 +8,7 @@ namespace gl {
 namespace {
 
 bool hasContext = false;
+bool isEs = false;
 
 // What the context stands at, as far as it was set here; a new context begins with these values.
 struct State {
@@ -46,11 +48,14 @@ const char* Load() {
   const GLenum result = glewInit();
   hasContext = glCreateShader != nullptr && glGenFramebuffers != nullptr;
   state = State{};
+  const GLubyte* version = hasContext ? glGetString(GL_VERSION) : nullptr;
+  isEs = version != nullptr && std::string_view(reinterpret_cast<const char*>(version)).starts_with("OpenGL ES");
   if (hasContext) glActiveTexture(GL_TEXTURE0);
   return result == GLEW_OK ? nullptr : reinterpret_cast<const char*>(glewGetErrorString(result));
 }
 
 bool HasContext() { return hasContext; }
+bool IsEs() { return hasContext && isEs; }
 void Unload() { hasContext = false; }
 
 void SetEnabled(GLenum capability, bool enabled) {

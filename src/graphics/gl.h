@@ -16,6 +16,8 @@ namespace gl {
 const char* Load();
 /// Whether calls reach a context.
 bool HasContext();
+/// Whether it is one of OpenGL ES, whose shaders begin with other lines; false without a context.
+bool IsEs();
 /// From now on calls have no effect; before the context goes.
 void Unload();
 

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <glm/gtc/type_ptr.hpp>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -25,9 +26,18 @@ constexpr std::array<std::pair<GLuint, const char*>, 5> kAttributes = {{
     {4, "instanceColor"},
 }};
 
+// The sources are written for desktops. OpenGL ES wants another first line, and precisions that desktops have anyway;
+// messages of its compiler name the file's lines all the same.
+std::string ForContext(std::string source) {
+  constexpr std::string_view kVersion = "#version";
+  constexpr char kEsHead[] = "#version 300 es\nprecision highp float;\nprecision highp int;\n#line 2";
+  if (gl::IsEs() && source.starts_with(kVersion)) source.replace(0, source.find('\n'), kEsHead);
+  return source;
+}
+
 // Compiles one stage; false with a message when it does not.
 bool CompileStage(GLenum type, const std::string& fileName, GLuint& shader) {
-  shader = gl::CreateShader(type, ReadShaderFile(fileName));
+  shader = gl::CreateShader(type, ForContext(ReadShaderFile(fileName)));
   std::string log;
   if (gl::Compiled(shader, log)) return true;
   Print("Loading Shader Error. %s\n", log.c_str());

@@ -1,8 +1,28 @@
 #include "graphics/texture_upload.h"
 
-#include <SOIL/SOIL.h>
+#include <algorithm>
+#include <cstddef>
 
+#include "graphics/gl.h"
 #include "graphics/picture.h"
+
+namespace {
+
+constexpr std::size_t kChannels = 4;
+
+// Every second pixel of every second row, for a driver that cannot take the picture; it is shown smaller than it is
+// anyway.
+void Halve(Picture& picture) {
+  const auto width = static_cast<std::size_t>(picture.width);
+  picture.width = std::max(1, picture.width / 2);
+  picture.height = std::max(1, picture.height / 2);
+  unsigned char* to = picture.pixels.get();
+  for (std::size_t y = 0; y < static_cast<std::size_t>(picture.height); ++y)
+    for (std::size_t x = 0; x < static_cast<std::size_t>(picture.width); ++x, to += kChannels)
+      std::copy_n(picture.pixels.get() + (2 * y * width + 2 * x) * kChannels, kChannels, to);
+}
+
+}  // namespace
 
 Texture LoadTextureFile(const std::string& name) {
   const PictureUse use = gl::HasContext() ? PictureUse::kPixels : PictureUse::kCheck;
@@ -11,8 +31,8 @@ Texture LoadTextureFile(const std::string& name) {
   if (!gl::HasContext()) return {.name = 1};
   const Texture texture = {gl::GenTexture(), picture.opaque};
   gl::BindTexture(texture.name);
-  // Into the bound texture, so that what gl remembers stands. It makes a picture smaller that the driver cannot take.
-  SOIL_create_OGL_texture(picture.pixels.get(), picture.width, picture.height, SOIL_LOAD_RGBA, texture.name, 0);
+  while (std::max(picture.width, picture.height) > std::max(1, gl::MaxTextureSize())) Halve(picture);
+  gl::TexImage(GL_RGBA, picture.width, picture.height, GL_RGBA, picture.pixels.get());
   gl::SetSmoothClamped();
   gl::BindTexture(0);
   return texture;
