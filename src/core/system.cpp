@@ -47,9 +47,10 @@ void System::PrintDisplayMode() const {
 // What SDL says went wrong is copied at once: the next call to it may say something else.
 void System::OpenWindow(GlLoader loadGl) {
   const WindowRect request;
-  window_ = SDL_CreateWindow(kTitle, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, request.width, request.height,
-                             SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_OPENGL);
-  fullscreen_ = true;
+  window_ = SDL_CreateWindow(
+      kTitle, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, request.width, request.height,
+      SDL_WINDOW_OPENGL | (startsFullscreen ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : Uint32{SDL_WINDOW_RESIZABLE}));
+  fullscreen_ = startsFullscreen;
   if (window_ != nullptr) glContext_ = SDL_GL_CreateContext(window_);
   const std::string sdlError = window_ == nullptr || glContext_ == nullptr ? SDL_GetError() : "";
   vsync_ = false;
