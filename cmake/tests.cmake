@@ -23,6 +23,12 @@ endif()
 # own.
 gtest_discover_tests(brinewhirl_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT ALSOFT_DRIVERS=null)
 
+# The same pictures from the context of a small computer: the driver is told to offer less desktop OpenGL than the game
+# needs, so OpenGL ES draws.
+add_test(NAME graphics.es COMMAND brinewhirl_tests "--gtest_filter=Golden.*:Draw*:EditorDraw*")
+set_tests_properties(graphics.es PROPERTIES TIMEOUT 120 ENVIRONMENT
+  "ALSOFT_DRIVERS=null;MESA_GL_VERSION_OVERRIDE=3.1;MESA_GLSL_VERSION_OVERRIDE=140")
+
 add_test(NAME content.test_font_tools COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_font_tools.py ${FONT})
 set_tests_properties(content.test_font_tools PROPERTIES TIMEOUT 120)
 

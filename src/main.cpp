@@ -1,9 +1,10 @@
-#include <filesystem>
-#include <memory>
-#include <system_error>
+#include <string>
 
 #include "audio/audio.h"
 #include "build_world.h"
+#include "command_line.h"
+#include "core/data_place.h"
+#include "core/print.h"
 #include "core/system.h"
 #include "editor/editor.h"
 #include "frame.h"
@@ -18,18 +19,13 @@ namespace {
 
 constexpr unsigned kFramesPerSecond = 60;
 
-// All data stands beside the program, wherever it is started from.
-void EnterOwnFolder() {
-  const std::unique_ptr<char, decltype(&SDL_free)> folder(SDL_GetBasePath(), SDL_free);
-  std::error_code error;
-  if (folder) std::filesystem::current_path(folder.get(), error);
-}
-
 }  // namespace
 
-int main(int, char*[]) {
+int main(int count, char* arguments[]) {
+  if (const auto answer = AnswerArguments(count, arguments)) return *answer;
   Audio::SilenceLibraries();
-  EnterOwnFolder();
+  // All data is found from the program, wherever it is started from.
+  if (const std::string fault = EnterOwnData(); !fault.empty()) Print("%s\n", fault.c_str());
   System system;
   SetPlatform(system);
   BuildWorld();

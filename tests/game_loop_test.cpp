@@ -63,7 +63,7 @@ class SystemTest : public ScriptedScene, public ::testing::Test {
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
     std::filesystem::current_path(BuildFolder());
     SetPlatform(system);
-    system.Init([]() -> const char* { return nullptr; });
+    system.Init([] { return GlReport{}; });
   }
   ~SystemTest() override {
     system.Shutdown();

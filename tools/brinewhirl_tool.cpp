@@ -1,19 +1,18 @@
 // The command line of the tool: what each command is called with, and nothing of what it does.
-#include <SDL.h>
-
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
-#include <memory>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
+#include "core/data_place.h"
 #include "core/file_name.h"
 #include "core/script_registry.h"
+#include "core/version.h"
 #include "lint/lint.h"
 #include "script_table.h"
 #include "tools/bank/bank_tool.h"
@@ -29,18 +28,13 @@ namespace {
 constexpr int kMostMatches = 100000;
 constexpr int kMostKept = 1000;
 
-std::string OwnFolder() {
-  const std::unique_ptr<char, decltype(&SDL_free)> folder(SDL_GetBasePath(), SDL_free);
-  return folder ? folder.get() : ".";
-}
-
 std::string Absolute(const std::string& path) {
   std::error_code error;
   return std::filesystem::absolute(path, error).string();
 }
 
-// Absolute; the tool's own for an empty name.
-std::string DataFolder(const std::string& given) { return Absolute(given.empty() ? OwnFolder() : given); }
+// Absolute; empty for an empty name, which stands for the tool's own data.
+std::string DataFolder(const std::string& given) { return given.empty() ? given : Absolute(given); }
 
 std::string CheckPlainName(const std::string& name) {
   return IsPlainName(name) ? "" : "must be a plain name, without a folder";
@@ -85,7 +79,7 @@ void AddPlayers(CLI::App& command, RunOptions& options) {
 }
 
 RunGroups AddRun(CLI::App& command, RunOptions& options) {
-  command.add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
+  command.add_option("--data", options.dataFolder, "A folder with the game's data (default: the tool's own)");
   auto* what = command.add_option_group("what to run");
   CLI::Option* level = what->add_option("--level", options.level, "Load one level into an empty scene");
   level->check(CheckLevelName);
@@ -182,10 +176,11 @@ void AddFilm(CLI::App& app, FilmOptions& options, int& result) {
 void AddRecord(CLI::App& app, RecordOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("record", "Play the game in its window and record it as an input file");
   command->add_option("FILE", options.file, "The recording; must not be there yet");
-  command->add_option("--keep", options.keep, "Keep the last so many matches in the user's state folder instead")
+  command
+      ->add_option("--keep", options.keep, "Keep the last so many matches in the folder matches/ of the data instead")
       ->check(CLI::Range(1, kMostKept))
       ->excludes("FILE");
-  command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
+  command->add_option("--data", options.dataFolder, "A folder with the game's data (default: the tool's own)");
   command->callback([&] {
     if (options.file.empty() && options.keep == 0) throw CLI::RequiredError("FILE or --keep");
     options.dataFolder = DataFolder(options.dataFolder);
@@ -198,7 +193,7 @@ void AddWatch(CLI::App& app, WatchOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("watch", "Play a recording back in the window");
   command->add_option("FILE", options.inputFile, "The recording")->required();
   command->add_option("--from", options.from, "The first frame that is shown")->check(CLI::Range(0, kMostInputFrames));
-  command->add_option("--data", options.dataFolder, "The game's folder (default: the tool's own)");
+  command->add_option("--data", options.dataFolder, "A folder with the game's data (default: the tool's own)");
   command->footer("Space pauses, + and - double and halve the speed, the arrow keys jump ten seconds, Escape ends.");
   command->callback([&] {
     options.dataFolder = DataFolder(options.dataFolder);
@@ -241,6 +236,8 @@ void AddBank(CLI::App& app, BankOptions& options, int& result) {
 int main(int argc, char** argv) {
   CLI::App app("Brinewhirl's tool for level makers and tests", "brinewhirl-tool");
   app.require_subcommand(1);
+  app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
+  app.set_version_flag("--version", std::string("brinewhirl-tool ") + ProgramVersion());
   int result = 0;
   SimulateOptions simulate;
   AddSimulate(app, simulate, result);
@@ -257,7 +254,10 @@ int main(int argc, char** argv) {
   lint->add_option("FILE", files, "Level and archetype files")->required();
   bool fix = false;
   lint->add_flag("--fix", fix, "First write each file as the game would save it: numbers, blanks and IDs");
-  lint->callback([&] { result = fix ? FixFiles(files, stdout) : LintFiles(files, stdout); });
+  lint->callback([&] {
+    LocateOwnData();
+    result = fix ? FixFiles(files, stdout) : LintFiles(files, stdout);
+  });
   app.add_subcommand("reference", "Print what every block of a level file holds, in Markdown")->callback([] {
     PrintReference(stdout);
   });

@@ -101,6 +101,7 @@ def build(folder, target):
         sCapHeight=round((face.guides["cap"] + face.pen[1] / 2) * UNITS),
         usWeightClass=400,
         usWidthClass=3,
+        fsType=0,  # may be embedded and installed
         fsSelection=0x40,
         achVendID="NONE",
         usFirstCharIndex=FIRST_CODE,

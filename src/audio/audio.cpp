@@ -10,6 +10,7 @@
 #include "audio/sound_ids.h"
 #include "audio/studio/output.h"
 #include "audio/studio/system.h"
+#include "core/data_place.h"
 #include "core/print.h"
 #include "core/run_log.h"
 
@@ -156,7 +157,7 @@ void LoadBank(const std::string& name) {
   const std::string path = "AudioSource/" + name;
   Studio::Bank bank;
   std::string why;
-  const Result result = studio->LoadBankFile(path, bank, why);
+  const Result result = studio->LoadBankFile(FindData(path), bank, why);
   if (result != Result::kOk) Print("%s: %s\n", path.c_str(), why.c_str());
   CheckResult(result);
   Write([&name, bank](Handles& handles) { handles.banks[name] = bank; });

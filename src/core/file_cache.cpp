@@ -7,6 +7,7 @@
 #include <system_error>
 #include <unordered_map>
 
+#include "core/data_place.h"
 #include "core/file_name.h"
 #include "core/print.h"
 
@@ -23,15 +24,16 @@ std::unique_ptr<const std::string> ReadFile(const std::string& fileName) {
     Print("%s: %s, not read\n", fileName.c_str(), kNoPlainName);
     return nullptr;
   }
+  const std::string path = FindData(fileName);
   std::error_code error;
-  if (!std::filesystem::is_regular_file(fileName, error)) return nullptr;
-  const auto size = std::filesystem::file_size(fileName, error);
+  if (!std::filesystem::is_regular_file(path, error)) return nullptr;
+  const auto size = std::filesystem::file_size(path, error);
   if (error) return nullptr;
   if (size > kMaxFileBytes) {
     Print("%s: larger than %lld bytes, not read\n", fileName.c_str(), kMaxFileBytes);
     return nullptr;
   }
-  std::ifstream file(fileName, std::ios::binary);
+  std::ifstream file(path, std::ios::binary);
   if (!file) return nullptr;
   auto text = std::make_unique<std::string>(size, '\0');
   file.read(text->data(), static_cast<std::streamsize>(size));

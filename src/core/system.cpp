@@ -44,31 +44,29 @@ void System::PrintDisplayMode() const {
   Print("Refresh Rate: %d\n", mode.refresh_rate);
 }
 
-// What SDL says went wrong is copied at once: the next call to it may say something else.
 void System::OpenWindow(GlLoader loadGl) {
   const WindowRect request;
-  window_ = SDL_CreateWindow(
-      kTitle, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, request.width, request.height,
-      SDL_WINDOW_OPENGL | (startsFullscreen ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : Uint32{SDL_WINDOW_RESIZABLE}));
+  const SDL_Rect rect = {SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, request.width, request.height};
+  const auto look = startsFullscreen ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : Uint32{SDL_WINDOW_RESIZABLE};
+  window_.Open(kTitle, rect, look, loadGl);
   fullscreen_ = startsFullscreen;
-  if (window_ != nullptr) glContext_ = SDL_GL_CreateContext(window_);
-  const std::string sdlError = window_ == nullptr || glContext_ == nullptr ? SDL_GetError() : "";
   vsync_ = false;
   ToggleVSync();
-  if (window_ == nullptr) {
-    Print("Window could not be created SDL Error: %s\n", sdlError.c_str());
+  if (window_.Get() == nullptr) {
+    Print("Window could not be created SDL Error: %s\n", window_.GetError().c_str());
     return;
   }
-  const char* error = glContext_ == nullptr ? sdlError.c_str() : loadGl();
+  const GlReport& report = window_.GetReport();
+  const char* error = window_.HasContext() ? report.error : window_.GetError().c_str();
   if (error != nullptr) Print("Error initializing GLEW.\n%s\n", error);
+  if (!report.context.empty())
+    Print(report.canDraw ? "Drawing with %s\n" : "%s is too old: the shaders need GLSL 3.30 or OpenGL ES 3.0\n",
+          report.context.c_str());
 }
 
 void System::Shutdown() {
   for (auto& pad : pads_) pad.reset();
-  if (glContext_ != nullptr) SDL_GL_DeleteContext(glContext_);
-  if (window_ != nullptr) SDL_DestroyWindow(window_);
-  glContext_ = nullptr;
-  window_ = nullptr;
+  window_.Close();
   SDL_Quit();
 }
 
@@ -87,20 +85,20 @@ void System::PumpEvents(EventRouter& router) {
 
 WindowRect System::GetWindowRect() const {
   WindowRect rect;
-  if (window_ == nullptr) return rect;
-  SDL_GetWindowPosition(window_, &rect.x, &rect.y);
-  SDL_GetWindowSize(window_, &rect.width, &rect.height);
+  if (window_.Get() == nullptr) return rect;
+  SDL_GetWindowPosition(window_.Get(), &rect.x, &rect.y);
+  SDL_GetWindowSize(window_.Get(), &rect.width, &rect.height);
   return rect;
 }
 
 void System::SetFullscreen(bool fullscreen) {
-  if (window_ != nullptr)
-    SDL_SetWindowFullscreen(window_, fullscreen ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : Uint32{0});
+  if (window_.Get() != nullptr)
+    SDL_SetWindowFullscreen(window_.Get(), fullscreen ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : Uint32{0});
   fullscreen_ = fullscreen;
 }
 
 void System::Minimise() {
-  if (window_ != nullptr) SDL_MinimizeWindow(window_);
+  if (window_.Get() != nullptr) SDL_MinimizeWindow(window_.Get());
 }
 
 void System::ShowPointer(bool shown) { SDL_ShowCursor(shown ? SDL_ENABLE : SDL_DISABLE); }
@@ -115,7 +113,7 @@ void System::SetClipboard(const std::string& text) {
 }
 
 void System::Present() {
-  if (glContext_ != nullptr) SDL_GL_SwapWindow(window_);
+  if (window_.HasContext()) SDL_GL_SwapWindow(window_.Get());
 }
 
 int System::GetJoystickCount() const { return std::max(0, SDL_NumJoysticks()); }

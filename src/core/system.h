@@ -5,20 +5,18 @@
 #include <array>
 #include <memory>
 
+#include "core/gl_window.h"
 #include "core/platform.h"
 
 class SystemPad;
 
 class System final : public Platform {
  public:
-  /// Makes the GL entry points available for the context that is current; null, or an error text.
-  using GlLoader = const char* (*)();
-
   System();
   ~System() override;
 
-  /// Starts SDL, opens the window and the GL context, turns vertical sync on, hides the mouse pointer and seeds the
-  /// random stream with 10. The gamepads are opened by the input floor.
+  /// Starts SDL, opens the window and the GL context and says which one, turns vertical sync on, hides the mouse
+  /// pointer and seeds the random stream with 10. The gamepads are opened by the input floor.
   void Init(GlLoader loadGl);
   /// Deletes the context and leaves SDL.
   void Shutdown();
@@ -54,8 +52,7 @@ class System final : public Platform {
   void PrintDisplayMode() const;
   void OpenWindow(GlLoader loadGl);
 
-  SDL_Window* window_ = nullptr;
-  SDL_GLContext glContext_ = nullptr;
+  GlWindow window_;
   bool fullscreen_ = true;
   bool vsync_ = false;
   std::uint32_t frameStartTicks_ = 0;  // milliseconds

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/data_place.h"
 #include "core/file_name.h"
 #include "graphics/renderer.h"
 #include "lint/key_table.h"
@@ -34,13 +35,15 @@ std::string Lowered(std::string text) {
 std::vector<std::string> FilesIn(const char* folder) {
   std::vector<std::string> names;
   std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end && names.size() < kMostFiles;
-       entry.increment(error)) {
-    std::error_code fault;
-    const std::string name = entry->path().filename().string();
-    if (entry->is_regular_file(fault) && IsPlainName(name)) names.push_back(name);
-  }
+  for (const std::string& place : FindDataFolders(folder))
+    for (fs::directory_iterator entry(place, error), end; !error && entry != end && names.size() < kMostFiles;
+         entry.increment(error)) {
+      std::error_code fault;
+      const std::string name = entry->path().filename().string();
+      if (entry->is_regular_file(fault) && IsPlainName(name)) names.push_back(name);
+    }
   std::sort(names.begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
   return names;
 }
 
@@ -110,7 +113,7 @@ void Browser::Read() {
 void Browser::ReadArchetypes() {
   for (const std::string& name : FilesIn(".")) {
     std::error_code error;
-    const auto size = fs::file_size(name, error);
+    const auto size = fs::file_size(FindData(name), error);
     if (error || size == 0 || size > kLargestArchetype || fs::path(name).has_extension()) continue;
     LintLevel level(name);
     LintReport quiet(name, nullptr);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "core/data_place.h"
 #include "core/print.h"
 
 namespace {
@@ -141,7 +142,7 @@ void CloseFontLibrary(FT_Library library) {
 
 Font LoadFontFile(FT_Library library, const std::string& name) {
   FT_Face face = nullptr;
-  if (FT_New_Face(library, (kFolder + name).c_str(), 0, &face) != 0) face = nullptr;
+  if (FT_New_Face(library, FindData(kFolder + name).c_str(), 0, &face) != 0) face = nullptr;
   return RasteriseFont(face, name);
 }
 

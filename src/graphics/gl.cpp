@@ -1,5 +1,6 @@
 #include "graphics/gl.h"
 
+#include <cstdlib>
 #include <string_view>
 #include <vector>
 
@@ -41,17 +42,47 @@ std::string ReadLog(GLint length, GetLog getLog) {
   return text.data();
 }
 
+constexpr std::string_view kEsName = "OpenGL ES ";  // its versions begin with it; those of desktop OpenGL are numbers
+constexpr int kDesktopGlsl = 330;
+constexpr int kEsMajor = 3;
+
+std::string ContextText(GLenum name) {
+  const GLubyte* text = hasContext ? glGetString(name) : nullptr;
+  return text == nullptr ? std::string{} : reinterpret_cast<const char*>(text);
+}
+
+// "4.50" and "1.40 and more words" become 450 and 140.
+int GlslNumber(const std::string& text) {
+  char* end = nullptr;
+  const long major = std::strtol(text.c_str(), &end, 10);
+  const long minor = *end == '.' ? std::strtol(end + 1, nullptr, 10) : 0;
+  return static_cast<int>(100 * major + minor);
+}
+
+bool KnowsOurShaders(const std::string& version) {
+  if (isEs) return std::atoi(version.c_str() + kEsName.size()) >= kEsMajor;
+  return GlslNumber(ContextText(GL_SHADING_LANGUAGE_VERSION)) >= kDesktopGlsl;
+}
+
 }  // namespace
 
-const char* Load() {
+// GLEW asks for its entry points by name, through a library that serves contexts of GLX and EGL alike, and an ES
+// context has all that are used here under the names of the desktop.
+GlReport Load() {
   glewExperimental = GL_TRUE;
   const GLenum result = glewInit();
   hasContext = glCreateShader != nullptr && glGenFramebuffers != nullptr;
   state = State{};
-  const GLubyte* version = hasContext ? glGetString(GL_VERSION) : nullptr;
-  isEs = version != nullptr && std::string_view(reinterpret_cast<const char*>(version)).starts_with("OpenGL ES");
   if (hasContext) glActiveTexture(GL_TEXTURE0);
-  return result == GLEW_OK ? nullptr : reinterpret_cast<const char*>(glewGetErrorString(result));
+  const std::string version = ContextText(GL_VERSION);
+  isEs = version.starts_with(kEsName);
+  GlReport report;
+  // GLEW misses GLX, which a context of ES need not have.
+  if (result != GLEW_OK && !isEs) report.error = reinterpret_cast<const char*>(glewGetErrorString(result));
+  if (!hasContext) return report;
+  report.canDraw = KnowsOurShaders(version);
+  report.context = (isEs ? "" : "OpenGL ") + version + ", " + DriverName();
+  return report;
 }
 
 bool HasContext() { return hasContext; }
@@ -89,10 +120,7 @@ void ReadWindow(int width, int height, void* rgba) {
   if (hasContext) glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
 }
 
-std::string DriverName() {
-  const GLubyte* name = hasContext ? glGetString(GL_RENDERER) : nullptr;
-  return name == nullptr ? std::string{} : reinterpret_cast<const char*>(name);
-}
+std::string DriverName() { return ContextText(GL_RENDERER); }
 
 GLuint GenTexture() {
   GLuint name = 0;

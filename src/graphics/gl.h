@@ -9,14 +9,16 @@
 
 #include <string>
 
+#include "core/gl_window.h"
+
 namespace gl {
 
-/// Loads the entry points of the current context; null, or an error text. Later calls do something only if the entry
-/// points are really there, which GLEW's own result does not tell on every display system.
-const char* Load();
+/// Loads the entry points of the current context, which is desktop OpenGL or OpenGL ES. Later calls do something only
+/// if they are really there, which GLEW's own result, the report's error, does not tell on every display system.
+GlReport Load();
 /// Whether calls reach a context.
 bool HasContext();
-/// Whether it is one of OpenGL ES, whose shaders begin with other lines; false without a context.
+/// Whether that is one of OpenGL ES, whose shaders begin with another line.
 bool IsEs();
 /// From now on calls have no effect; before the context goes.
 void Unload();

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <vector>
 
+#include "core/data_place.h"
 #include "core/file_name.h"
 
 namespace {
@@ -147,5 +148,5 @@ bool DecodePicture(Bytes file, PictureUse use, Picture& picture) {
 
 bool ReadPicture(const std::string& folder, const std::string& name, PictureUse use, Picture& picture) {
   std::vector<unsigned char> bytes;
-  return IsPlainName(name) && ReadBytes(folder + "/" + name, bytes) && DecodePicture(bytes, use, picture);
+  return IsPlainName(name) && ReadBytes(FindData(folder + "/" + name), bytes) && DecodePicture(bytes, use, picture);
 }

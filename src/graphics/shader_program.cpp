@@ -1,5 +1,6 @@
 #include "graphics/shader_program.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "core/data_place.h"
 #include "core/print.h"
 #include "graphics/camera.h"
 
@@ -26,18 +28,22 @@ constexpr std::array<std::pair<GLuint, const char*>, 5> kAttributes = {{
     {4, "instanceColor"},
 }};
 
-// The sources are written for desktops. OpenGL ES wants another first line, and precisions that desktops have anyway;
-// messages of its compiler name the file's lines all the same.
-std::string ForContext(std::string source) {
-  constexpr std::string_view kVersion = "#version";
-  constexpr char kEsHead[] = "#version 300 es\nprecision highp float;\nprecision highp int;\n#line 2";
-  if (gl::IsEs() && source.starts_with(kVersion)) source.replace(0, source.find('\n'), kEsHead);
-  return source;
+constexpr std::string_view kEsHead =
+    "#version 300 es\nprecision highp float;\nprecision highp int;\nprecision highp sampler2D;\n#line 1\n";
+
+// The sources are written for desktop OpenGL. OpenGL ES wants a line of its own before everything else, and precisions;
+// messages keep the source's line numbers.
+std::string ForEs(std::string source) {
+  const std::size_t start = source.find("#version");
+  if (start != std::string::npos) source.erase(start, std::min(source.find('\n', start), source.size()) - start);
+  return std::string(kEsHead) + source;
 }
 
 // Compiles one stage; false with a message when it does not.
 bool CompileStage(GLenum type, const std::string& fileName, GLuint& shader) {
-  shader = gl::CreateShader(type, ForContext(ReadShaderFile(fileName)));
+  std::string source = ReadShaderFile(fileName);
+  if (gl::IsEs() && !source.empty()) source = ForEs(std::move(source));
+  shader = gl::CreateShader(type, source);
   std::string log;
   if (gl::Compiled(shader, log)) return true;
   Print("Loading Shader Error. %s\n", log.c_str());
@@ -80,7 +86,7 @@ void ShaderProgram::SendColour(const Vec4& rgba) { SendVec4(spriteColor, rgba, h
 void ShaderProgram::SendTextureWindow(const Vec4& window) { SendVec4(uvOffSet, window, heldWindow_); }
 
 std::string ReadShaderFile(const std::string& fileName) {
-  const std::string path = kFolder + fileName;
+  const std::string path = FindData(kFolder + fileName);
   std::error_code error;
   std::ifstream file(path);
   if (!file || !std::filesystem::is_regular_file(path, error) ||

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "core/data_place.h"
 #include "core/file_cache.h"
 #include "core/file_name.h"
 
@@ -14,9 +15,10 @@ namespace fs = std::filesystem;
 using Kind = LintLine::Kind;
 
 bool ReadText(LintLevel& level, LintReport& report) {
+  const std::string path = FindData(level.file);
   std::error_code error;
-  const bool regular = fs::is_regular_file(level.file, error);
-  const auto size = regular ? fs::file_size(level.file, error) : 0;
+  const bool regular = fs::is_regular_file(path, error);
+  const auto size = regular ? fs::file_size(path, error) : 0;
   if (!regular || error || size == 0) {
     report.Say(1, "unreadable", "no such file, or an empty one: name a level that is there");
     return false;
@@ -25,7 +27,7 @@ bool ReadText(LintLevel& level, LintReport& report) {
     report.Say(1, "too-large", "the game reads at most 16 MiB: split the file");
     return false;
   }
-  std::ifstream stream(level.file, std::ios::binary);
+  std::ifstream stream(path, std::ios::binary);
   level.text.resize(static_cast<std::size_t>(size));
   if (stream.read(level.text.data(), static_cast<std::streamsize>(size))) return true;
   report.Say(1, "unreadable", "the file cannot be read: check who may read it");

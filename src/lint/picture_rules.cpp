@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <set>
 
+#include "core/data_place.h"
 #include "core/file_name.h"
 #include "graphics/mesh_type.h"
 #include "graphics/particle_emitter.h"
@@ -84,7 +85,7 @@ class PictureRules {
     } else if (!IsPlainName(name)) {
       report_.Say(picture.number, "unsafe-name",
                   "\"" + name + "\" is not read: name a picture in Texture/ without folder");
-    } else if (!std::filesystem::is_regular_file(folder + "/" + name, error)) {
+    } else if (!std::filesystem::is_regular_file(FindData(folder + "/" + name), error)) {
       report_.Say(picture.number, "missing-picture",
                   "\"" + name + "\" is no picture in Texture/: name one that is there, without folder");
     } else if (!ReadPicture(folder, name, PictureUse::kCheck, image)) {

@@ -78,6 +78,7 @@ TEST(Golden, ARunLooksAsItDid) {
     const std::string error = context.Open(64, 36);
     if (gl::DriverName().find("llvmpipe") == std::string::npos)
       GTEST_SKIP() << "only the software driver draws the same everywhere; here: " << error << gl::DriverName();
+    ASSERT_EQ(gl::IsEs(), std::getenv("MESA_GL_VERSION_OVERRIDE") != nullptr) << context.GetContext();
   }
   const fs::path golden = fs::path(GameFolder()).parent_path() / "tests/golden";
   const fs::path left = fs::path(BuildFolder()) / "golden";

@@ -100,11 +100,11 @@ std::unique_ptr<Output> MakeOutput(const FilmOptions& options, const FilmFormat&
   return MakePictureFolder(options.out);
 }
 
-void PrintTimes(const CameraCrew& crew) {
+void PrintTimes(const CameraCrew& crew, const std::string& context) {
   std::printf("pictures %d\n", crew.CountPictures());
   std::printf("frame time median %.2f ms\n", crew.TimeOf(0.5));
   std::printf("frame time 99th percentile %.2f ms\n", crew.TimeOf(0.99));
-  std::printf("driver %s\n", gl::DriverName().c_str());
+  std::printf("driver %s\n", context.c_str());
 }
 
 }  // namespace
@@ -150,7 +150,7 @@ int Film(FilmOptions options) {
     result = FailFile(options.out, error);
   run.PrintDigest();
   run.PrintSummary();
-  PrintTimes(crew);
+  PrintTimes(crew, gl.GetContext());
   GameRun::Shutdown();
   return result;
 }

@@ -8,8 +8,7 @@ OffscreenGl::~OffscreenGl() {
   GetEditor().Shutdown();
   GetRenderer().Shutdown();
   gl::Unload();
-  if (context_ != nullptr) SDL_GL_DeleteContext(context_);
-  if (window_ != nullptr) SDL_DestroyWindow(window_);
+  window_.Close();
   SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 
@@ -17,12 +16,9 @@ std::string OffscreenGl::Open(int width, int height) {
   // Whatever the environment asks for, which is meant for games.
   SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, "offscreen", SDL_HINT_OVERRIDE);
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return SDL_GetError();
-  window_ = SDL_CreateWindow("", 0, 0, width, height, SDL_WINDOW_OPENGL);
-  if (window_ == nullptr) return SDL_GetError();
-  context_ = SDL_GL_CreateContext(window_);
-  if (context_ == nullptr) return SDL_GetError();
-  // Its own result is no sign: without an X display it complains and has loaded everything.
-  const char* error = gl::Load();
+  if (!window_.Open("", {0, 0, width, height}, 0, gl::Load)) return window_.GetError();
+  // The loader's own result is no sign: without an X display it complains and has loaded everything.
   if (gl::HasContext()) return {};
+  const char* error = window_.GetReport().error;
   return error == nullptr ? "the driver lacks what the game draws with" : error;
 }

@@ -1,9 +1,9 @@
 // A GL context on a window that no display shows, for as long as it lives.
 #pragma once
 
-#include <SDL.h>
-
 #include <string>
+
+#include "core/gl_window.h"
 
 class OffscreenGl {
  public:
@@ -15,8 +15,9 @@ class OffscreenGl {
 
   /// Before the renderer starts; sizes in pixels. What went wrong, or empty.
   std::string Open(int width, int height);
+  /// Which context it is, in words.
+  const std::string& GetContext() const { return window_.GetReport().context; }
 
  private:
-  SDL_Window* window_ = nullptr;
-  SDL_GLContext context_ = nullptr;
+  GlWindow window_;
 };

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -17,17 +16,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr char kFolder[] = "matches";
 constexpr char kEnding[] = ".input";
 constexpr std::string_view kLastWord = " end\n";
-
-// By the XDG Base Directory Specification: a relative path does not count.
-fs::path StateFolder() {
-  if (const char* state = std::getenv("XDG_STATE_HOME"); state != nullptr && *state == '/')
-    return fs::path(state) / "brinewhirl" / "matches";
-  if (const char* home = std::getenv("HOME"); home != nullptr && *home == '/')
-    return fs::path(home) / ".local/state/brinewhirl/matches";
-  return {};
-}
 
 // Oldest first, since their names begin with the time.
 std::vector<fs::path> FindRecordings(const std::string& folder) {
@@ -57,7 +48,10 @@ bool HasEnd(const fs::path& file) {
 
 }  // namespace
 
-KeptMatches::KeptMatches(int most) : most_(most), folder_(StateFolder()) {}
+KeptMatches::KeptMatches(int most) : most_(most) {
+  std::error_code error;
+  folder_ = fs::absolute(kFolder, error).string();
+}
 
 std::string KeptMatches::FindInterrupted() const {
   const std::vector<fs::path> found = FindRecordings(folder_);

@@ -1,11 +1,11 @@
-// The last matches that were played, as recordings in the user's own folder for what programs leave behind.
+// The last matches that were played, as recordings in the folder matches/ where levels are saved, too.
 #pragma once
 
 #include <string>
 
 class KeptMatches {
  public:
-  /// Keeps that many.
+  /// Keeps that many, in the working folder.
   explicit KeptMatches(int most);
 
   /// The newest recording, when the program that wrote it did not come to its end and is gone; otherwise empty.

@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "core/print.h"
+#include "core/version.h"
 #include "tools/simulate/data_folder.h"
 
 namespace {
@@ -47,7 +48,7 @@ std::string Recorder::Open(const std::string& fileName) {
   active = this;
   SetHandlers(HandleSignal);
   Append("# What a run of Brinewhirl was given; brinewhirl-tool watch, simulate and film play it again.\n");
-  Append("version " + ProgramVersion() + "\ndata " + DigestOfData() + "\nstart boot\n");
+  Append(std::string("version ") + ProgramVersion() + "\ndata " + DigestOfData() + "\nstart boot\n");
   Flush();
   return {};
 }

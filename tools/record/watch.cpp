@@ -132,7 +132,8 @@ class Viewer final : public RunObserver, private EventRouter {
 int BeginAgain(const WatchOptions& options, int from) {
   LeaveOverlay();
   const std::string frame = std::to_string(from);
-  ::execl("/proc/self/exe", "brinewhirl-tool", "watch", options.inputFile.c_str(), "--from", frame.c_str(), "--data",
+  const char* data = options.dataFolder.empty() ? nullptr : "--data";
+  ::execl("/proc/self/exe", "brinewhirl-tool", "watch", options.inputFile.c_str(), "--from", frame.c_str(), data,
           options.dataFolder.c_str(), nullptr);
   return FailFile(options.inputFile, "cannot be begun again");
 }

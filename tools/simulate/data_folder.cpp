@@ -12,8 +12,11 @@
 #include <map>
 #include <sstream>
 #include <system_error>
+#include <vector>
 
+#include "core/data_place.h"
 #include "core/file_cache.h"
+#include "core/version.h"
 #include "tools/simulate/fnv_hash.h"
 
 namespace fs = std::filesystem;
@@ -35,11 +38,18 @@ std::string ReadLevel(const fs::path& path) {
   return text.str();
 }
 
-void LinkAll(const fs::path& from, const fs::path& into, std::error_code& error) {
+// What has a link already keeps it. `split` for a folder that another one has a share in.
+void LinkAll(const fs::path& from, const fs::path& into, bool split, std::error_code& error) {
   for (fs::directory_iterator entry(from, error), end; !error && entry != end; entry.increment(error)) {
     const fs::path name = entry->path().filename();
+    const fs::path link = into / name;
     if (name == kAutosaves) continue;
-    fs::create_symlink(entry->path(), into / name, error);
+    if (split && entry->is_directory() && !entry->is_symlink()) {
+      fs::create_directory(link, error);
+      if (!error) LinkAll(entry->path(), link, true, error);
+    } else if (!fs::exists(fs::symlink_status(link))) {
+      fs::create_symlink(entry->path(), link, error);
+    }
   }
 }
 
@@ -78,11 +88,15 @@ class Overlay {
     if (::mkdtemp(pattern.data()) == nullptr) return {errno, std::generic_category()};
     path_ = pattern;
     const fs::path data = fs::current_path(error);
-    if (!error) LinkAll(data, path_, error);
+    const std::vector<std::string> places = error ? std::vector<std::string>{} : FindDataFolders(data);
+    for (const std::string& from : places)
+      if (!error) LinkAll(from, path_, places.size() > 1, error);
     if (!error) fs::create_directory(path_ / kAutosaves, error);
     std::error_code none;  // nothing was saved by itself yet
-    if (!error && fs::is_directory(data / kAutosaves, none)) LinkAll(data / kAutosaves, path_ / kAutosaves, error);
+    if (!error && fs::is_directory(data / kAutosaves, none))
+      LinkAll(data / kAutosaves, path_ / kAutosaves, false, error);
     if (!error) fs::current_path(path_, error);
+    ForgetOwnData();  // all of it is in here now
     return error;
   }
 
@@ -97,19 +111,17 @@ Overlay& GetOverlay() {
 
 }  // namespace
 
-std::string ProgramVersion() { return BRINEWHIRL_VERSION; }
-
 std::string DigestOfData() {
   std::map<std::string, std::string> levels;
-  for (const char* folder : {"", "examples/"}) {
-    std::error_code error;
-    for (fs::directory_iterator entry(fs::path(".") / folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-      const std::string name = entry->path().filename().string();
-      if (name.find(kPutAside) != std::string::npos) continue;
-      if (std::string text = ReadLevel(entry->path()); !text.empty()) levels.emplace(folder + name, std::move(text));
+  for (const std::string folder : {"", "examples/"})
+    for (const std::string& place : FindDataFolders("./" + folder)) {
+      std::error_code error;
+      for (fs::directory_iterator entry(place, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name.find(kPutAside) != std::string::npos) continue;
+        if (std::string text = ReadLevel(entry->path()); !text.empty()) levels.emplace(folder + name, std::move(text));
+      }
     }
-  }
   FnvHash hash;
   for (const auto& [name, text] : levels) {
     hash.Add(name);

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "build_world.h"
+#include "core/data_place.h"
 #include "core/file_cache.h"
 #include "core/game_time.h"
 #include "core/object_manager.h"
@@ -104,10 +105,18 @@ int CheckPlayers(const RunOptions& options, const InputScript& input) {
   return kWrongUsage;
 }
 
-int EnterDataFolder(const RunOptions& options, const InputScript& input) {
+std::string EnterData(const RunOptions& options) {
+  if (options.dataFolder.empty()) return EnterOwnData();
   std::error_code error;
   std::filesystem::current_path(options.dataFolder, error);
-  if (error) return FailFile(options.dataFolder, "is no folder that can be entered");
+  return error ? options.dataFolder + ": is no folder that can be entered" : std::string{};
+}
+
+int EnterDataFolder(const RunOptions& options, const InputScript& input) {
+  if (const std::string fault = EnterData(options); !fault.empty()) {
+    std::fprintf(stderr, "%s\n", fault.c_str());
+    return 1;
+  }
   if (input.IsRecording()) {
     TellOtherData(options.inputFile, input.GetHeader());
     if (const std::string fault = EnterOverlay(); !fault.empty()) return FailFile("a folder of links", fault);

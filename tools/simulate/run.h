@@ -20,7 +20,7 @@ inline constexpr int kMostFrames = 200000;  ///< of a match that does not end
 inline constexpr int kWrongUsage = 2;       ///< exit code
 
 struct RunOptions {
-  std::string dataFolder;  ///< absolute
+  std::string dataFolder;  ///< absolute; empty: the program's own data
   std::string level;       ///< one level into an empty scene; empty: one of the two below
   bool match = false;
   bool boot = false;                ///< begin with the start-up screens
@@ -60,7 +60,10 @@ int ReadInput(RunOptions& options, InputScript& input);
 /// Whether bots and seed go with what is run and with what the input file moves. An exit code.
 int CheckPlayers(const RunOptions& options, const InputScript& input);
 
-/// Enters the data folder and looks for the level there. An exit code. For a recording it is a folder of links to it,
+/// Enters the data folder, or the program's own data. What went wrong, or empty.
+std::string EnterData(const RunOptions& options);
+
+/// The same, and looks for the level there. An exit code. For a recording it is a folder of links to it,
 /// in which the run may save what it likes; that the data are others is told in a line.
 int EnterDataFolder(const RunOptions& options, const InputScript& input);
 

@@ -54,9 +54,7 @@ int TellChecked(const RunCheck& check, std::FILE* out) {
 
 // A recording runs in a folder of links, which goes with the run.
 bool SaveInDataFolder(const SimulateOptions& options) {
-  std::error_code error;
-  std::filesystem::current_path(options.dataFolder, error);
-  return !error && IsLevelOrNothing(options.saveName) && Objects().SaveLevel(options.saveName);
+  return EnterData(options).empty() && IsLevelOrNothing(options.saveName) && Objects().SaveLevel(options.saveName);
 }
 
 int SaveAll(const SimulateOptions& options, int frames) {

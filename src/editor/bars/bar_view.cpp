@@ -114,7 +114,8 @@ void BarView::Start() {
     io.SetClipboardTextFn = SetClipboard;
   }
   StyleBars();
-  if (gl::HasContext()) glReady_ = ImGui_ImplOpenGL3_Init();
+  // What ImGui asks of desktop OpenGL alone, polygon modes and restarts, are errors without effect on OpenGL ES.
+  if (gl::HasContext()) glReady_ = ImGui_ImplOpenGL3_Init(gl::IsEs() ? "#version 300 es" : nullptr);
   io.Fonts->Build();
   started_ = true;
 }

@@ -4,13 +4,14 @@
 #include <optional>
 #include <system_error>
 
+#include "core/data_place.h"
 #include "core/file_cache.h"
 
 namespace {
 
 std::optional<std::filesystem::file_time_type> TimeOf(const std::string& name) {
   std::error_code error;
-  const auto time = std::filesystem::last_write_time(name, error);
+  const auto time = std::filesystem::last_write_time(FindData(name), error);
   return error ? std::nullopt : std::optional(time);
 }
 

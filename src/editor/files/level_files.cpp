@@ -7,6 +7,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "core/data_place.h"
 #include "core/file_cache.h"
 #include "core/file_name.h"
 #include "core/object_manager.h"
@@ -24,9 +25,12 @@ bool IsNamedPlainly(const std::string& name) {
   return false;
 }
 
+// Beside the program a name says it all.
+std::string WhereSaved() { return UserDataFolder().empty() ? "" : " in " + UserDataFolder(); }
+
 bool Save(const std::string& name) {
   if (!IsLevelOrNothing(name) || !Objects().SaveLevel(name)) return false;
-  Print("saved the level as %s\n", name.c_str());
+  Print("saved the level as %s%s\n", name.c_str(), WhereSaved().c_str());
   return true;
 }
 
@@ -40,10 +44,11 @@ bool IsNumber(const std::string& text, float& number) {
 // A slip of the keyboard must not cost somebody the program or a picture.
 bool IsLevelOrNothing(const std::string& name) {
   std::error_code error;
-  const auto status = std::filesystem::status(name, error);
+  const std::string present = FindData(name);
+  const auto status = std::filesystem::status(present, error);
   if (!std::filesystem::exists(status)) return true;
   if (std::filesystem::is_regular_file(status)) {
-    std::ifstream file(name, std::ios::binary);
+    std::ifstream file(present, std::ios::binary);
     const int first = file.get();
     if (first == '{' || first == std::ifstream::traits_type::eof()) return true;
   }
@@ -96,6 +101,6 @@ bool SaveArchetype(const std::string& name, GameObject& object) {
   object.Serialize(writer);
   writer.EndBlock();
   if (!writer.Close()) return false;
-  Print("saved %s as the archetype %s\n", object.name.c_str(), name.c_str());
+  Print("saved %s as the archetype %s%s\n", object.name.c_str(), name.c_str(), WhereSaved().c_str());
   return true;
 }

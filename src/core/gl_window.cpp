@@ -1,0 +1,38 @@
+#include "core/gl_window.h"
+
+namespace {
+
+constexpr int kEsMajor = 3;
+
+void AskForEs() {
+  SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_ES);
+  SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, kEsMajor);
+  SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 0);
+}
+
+}  // namespace
+
+// The window is made anew for each kind of context: its pixel format, and the library behind it, may be another's.
+bool GlWindow::Open(const char* title, const SDL_Rect& rect, Uint32 flags, GlLoader load) {
+  const auto attempt = [&] {
+    Close();
+    window_ = SDL_CreateWindow(title, rect.x, rect.y, rect.w, rect.h, flags | SDL_WINDOW_OPENGL);
+    if (window_ != nullptr) context_ = SDL_GL_CreateContext(window_);
+    error_ = context_ == nullptr ? SDL_GetError() : "";
+    report_ = context_ == nullptr ? GlReport{} : load();
+    return report_.canDraw;
+  };
+  SDL_GL_ResetAttributes();
+  if (attempt()) return true;
+  AskForEs();
+  const bool es = attempt();
+  SDL_GL_ResetAttributes();
+  return es || attempt() || HasContext();
+}
+
+void GlWindow::Close() {
+  if (context_ != nullptr) SDL_GL_DeleteContext(context_);
+  if (window_ != nullptr) SDL_DestroyWindow(window_);
+  context_ = nullptr;
+  window_ = nullptr;
+}

@@ -1,0 +1,3 @@
+#include "core/version.h"
+
+const char* ProgramVersion() { return BRINEWHIRL_VERSION; }
