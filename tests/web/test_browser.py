@@ -1,58 +1,57 @@
 #!/usr/bin/env python3
-"""test_browser.py PAGE: the game in a real browser, from its static folder, as build-web/ is one.
+"""test_browser.py PAGE TOOL: the game in a real browser, from a static folder as build-web/ is one, beside what the tool
+makes of the same runs. Pictures are left in PAGE/../build/shots/, times are printed."""
 
-Pictures are left in PAGE-shots/, times are printed.
-"""
-
-import json
-import struct
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
-import zlib
 from pathlib import Path
 
-from chromium import Chromium, serve
+from chromium import PATIENCE, Chromium, serve
+from PIL import Image
 
 ROOT = Path(__file__).resolve().parents[2]
-PAGE = Path()
+GOLDEN = ROOT / "tests" / "golden"
+BLOCK = 8  # pixels each way, whose mean colours are compared
+TOLERANCE = 12.0  # of 255
+FILE_NAME, SAVE_LEVEL = (90, 42), (170, 262)  # on the editor's tools, as they stand first
 
 # Pads as a browser shows them, held by the test; the page hears of them as of real ones.
 PADS = """
 window.pads = [null, null, null, null];
 navigator.getGamepads = () => window.pads;
+window.tellOfPad = (slot, type) => {
+  const event = new Event(type);
+  event.gamepad = window.pads[slot];
+  window.dispatchEvent(event);
+};
 window.plugIn = (slot) => {
   window.pads[slot] = {id: 'Test pad ' + slot + ' (STANDARD GAMEPAD)', index: slot, connected: true, mapping: 'standard',
       timestamp: performance.now(), axes: [0, 0, 0, 0],
       buttons: Array.from({length: 17}, () => ({pressed: false, touched: false, value: 0}))};
-  const event = new Event('gamepadconnected');
-  event.gamepad = window.pads[slot];
-  window.dispatchEvent(event);
+  window.tellOfPad(slot, 'gamepadconnected');
 };
 window.pullOut = (slot) => {
-  const event = new Event('gamepaddisconnected');
-  event.gamepad = window.pads[slot];
-  event.gamepad.connected = false;
+  window.pads[slot].connected = false;
+  window.tellOfPad(slot, 'gamepaddisconnected');
   window.pads[slot] = null;
-  window.dispatchEvent(event);
 };
 window.hold = (slot, button, down) => {
   window.pads[slot].buttons[button] = {pressed: down, touched: down, value: down ? 1 : 0};
   window.pads[slot].timestamp = performance.now();
 };
 """
+START = 9  # of a standard pad
 
-# Listens to what the game plays, at the end of its way.
+# Listens to what the game plays, where it leaves the page.
 SOUND = """
 (() => {
   const connect = AudioNode.prototype.connect;
   AudioNode.prototype.connect = function (to, ...rest) {
-    if (to === this.context.destination && !this.context.meter && !(this instanceof AnalyserNode)) {
-      this.context.meter = this.context.createAnalyser();
-      window.meter = this.context.meter;
-      connect.call(this, this.context.meter);
+    if (to === this.context.destination && !window.meter) {
+      window.meter = this.context.createAnalyser();
+      connect.call(this, window.meter);
     }
     return connect.call(this, to, ...rest);
   };
@@ -65,24 +64,139 @@ SOUND = """
 """
 
 
-def read_png(path):
-    """Rows of RGB or RGBA bytes of an 8-bit PNG, its width, and the bytes of a pixel."""
-    data = path.read_bytes()
-    place, packed, header = 8, b"", None
-    while place < len(data):
-        length, kind = struct.unpack(">I4s", data[place:place + 8])
-        if kind == b"IHDR":
-            header = struct.unpack(">IIBBBBB", data[place + 8:place + 21])
-        if kind == b"IDAT":
-            packed += data[place + 8:place + 8 + length]
-        place += 12 + length
-    width, height, _, colour = header[:4]
-    size = {2: 3, 6: 4}[colour]
-    raw, rows, above = zlib.decompress(packed), [], bytes(width * size)
-    for y in range(height):
-        start = y * (width * size + 1)
-        row = bytearray(raw[start + 1:start + 1 + width * size])
-        unfilter(raw[start], row, above, size)
-        rows.append(bytes(row))
-        above = row
-    return rows, width, size
+def worst_block(mine, theirs):
+    """The greatest difference in the mean colour of a block of two pictures of one size."""
+    small = (mine.width // BLOCK, mine.height // BLOCK)
+    pair = [picture.convert("RGB").resize(small, Image.BOX).tobytes() for picture in (mine, theirs)]
+    return max(abs(a - b) for a, b in zip(*pair))
+
+
+class BrowserTest(unittest.TestCase):
+    page = Path()  # both set from the command line
+    tool = Path()
+
+    def open(self, width=640, height=360, options=()):
+        server, self.address = serve(self.page)
+        self.addCleanup(server.server_close)
+        self.addCleanup(server.shutdown)
+        self.browser = self.enterContext(Chromium(width, height, options))
+        self.browser.before_page(PADS + SOUND)
+
+    def start(self, wish=""):
+        began = time.monotonic()
+        self.browser.go(self.address + wish)
+        self.browser.wait_for("document.getElementById('cover').hidden", "the game's start")
+        print(f"started in {time.monotonic() - began:.1f} s")
+
+    def reach_title(self):
+        self.start()
+
+        def skip():
+            self.browser.press("Enter")
+            return "Title Created" in self.browser.messages
+
+        self.browser.wait(skip, "the title")
+        self.browser.frames(10)
+
+    def reach_match(self):
+        self.reach_title()
+        self.browser.press("Enter")
+        self.browser.frames(60)
+
+    def shoot(self, name):
+        return Image.open(self.browser.shoot(ROOT / "build" / "shots" / f"web-{name}.png")).convert("RGB")
+
+    def assert_no_errors(self):
+        self.assertEqual(self.browser.errors, [])
+
+    def test_keys_sound_focus_and_pads(self):
+        self.open()
+        self.start()
+        self.assertEqual(self.browser.run("AL.currentCtx.audioCtx.state"), "suspended")
+        self.reach_match()
+        self.browser.wait_for("AL.currentCtx.audioCtx.state === 'running'")
+        self.browser.wait_for("loudness() > 0.01", "sound")
+        self.shoot("match")
+        self.browser.run("window.dispatchEvent(new Event('blur'))")
+        self.browser.frames(10)
+        self.assertIn("Focus Lost", self.browser.messages)
+        self.shoot("paused")
+        self.browser.run("window.dispatchEvent(new Event('focus'))")
+        playing = self.shoot("before-menu")
+        for slot in range(4):
+            self.browser.run(f"plugIn({slot})")
+        self.browser.frames(5)
+        self.press_pad(3, START)
+        self.assertGreater(worst_block(self.shoot("pad-menu"), playing), 60, "the fourth pad opens the menu")
+        self.press_pad(3, START)
+        self.browser.run("pullOut(3)")
+        self.browser.frames(10)
+        self.shoot("pad-gone")
+        self.assert_no_errors()
+
+    def press_pad(self, slot, button):
+        for down in ("true", "false"):
+            self.browser.run(f"hold({slot}, {button}, {down})")
+            self.browser.frames(6)
+
+    def test_a_saved_level_stays(self):
+        self.open()
+        self.reach_match()
+        self.browser.press("F1")
+        self.browser.frames(10)
+        self.shoot("editor")
+        self.browser.click(*FILE_NAME)
+        for letter in "mine":
+            self.browser.press(letter, 2)
+        self.browser.press("Enter")
+        self.browser.click(*SAVE_LEVEL)
+        self.browser.wait_for("FS.analyzePath('/game/mine').exists", "the saved level")
+        text = self.browser.run("FS.readFile('/game/mine', {encoding: 'utf8'})")
+        self.browser.run("Files.add(new File(['{\\n}\\n'], 'dropped'))")
+        self.browser.run("new Promise((done) => setTimeout(done, 500))")  # storage writes behind the page's back
+        self.start()
+        self.assertEqual(self.browser.run("FS.readFile('/game/mine', {encoding: 'utf8'})"), text)
+        self.assertTrue(self.browser.run("FS.analyzePath('/game/autosaves/autosave-0-mine').exists"))
+        self.assertTrue(self.browser.run("FS.analyzePath('/game/dropped').exists"))
+        self.assertIn("mine", self.browser.run("document.getElementById('fileList').textContent"))
+        self.assert_no_errors()
+
+    def test_pictures_are_those_of_the_desktop(self):
+        self.open(480, 270)
+        self.start()
+        recording = (GOLDEN / "run.input").read_text()
+        self.browser.run(f"Files.add(new File([{recording!r}], 'run.input'))")
+        for golden in sorted(GOLDEN.glob("*.png"))[:2]:
+            frames = int(golden.name.split("-")[0]) + 1
+            began = time.monotonic()
+            self.start(f"?play=recordings/run.input&frames={frames}")
+            self.browser.wait_for("!document.getElementById('again').hidden", golden.name)
+            print(f"{frames} frames in {time.monotonic() - began:.1f} s")
+            self.browser.run("document.getElementById('cover').hidden = true")
+            shown = self.shoot(golden.stem)
+            self.assertLess(worst_block(shown, Image.open(golden)), TOLERANCE, golden.name)
+        self.assert_no_errors()
+
+    def test_without_webgl_2_a_sentence_says_so(self):
+        self.open(options=["--disable-3d-apis"])
+        self.browser.go(self.address)
+        self.browser.wait_for("document.getElementById('message').textContent.includes('WebGL 2')")
+        self.shoot("no-webgl")
+
+    def test_a_match_comes_to_the_same_as_natively(self):
+        for run, wish in ((["--frames", "3000", "--input", "tests/e2e/flight.input"], ["tests/e2e/flight.input", "3000"]),
+                          (["--frames", "400", "--input", "tests/e2e/mouse.input"], ["tests/e2e/mouse.input", "400"]),
+                          (["--pilots", "--until-end"], ["", "0"])):
+            native = self.digest([self.tool, "simulate", "--match", "--digest", *run])
+            web = self.digest(["node", "tests/web/simulate.js", self.page, *wish])
+            self.assertEqual(web, native, run)
+
+    def digest(self, command):
+        answer = subprocess.run(command, cwd=ROOT, capture_output=True, text=True, timeout=PATIENCE, check=True)
+        return next(line for line in answer.stdout.splitlines() if line.startswith("digest "))
+
+
+if __name__ == "__main__":
+    BrowserTest.page, BrowserTest.tool = (Path(argument).resolve() for argument in sys.argv[1:3])
+    del sys.argv[1:3]
+    unittest.main(verbosity=2)

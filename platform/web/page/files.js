@@ -4,6 +4,8 @@
 
 const Files = (() => {
   const kFolder = '/game/';
+  const kRecording = 'recording.input';  // of this visit, while it lasts
+  const kRecordings = 5;
   const kLargest = 64 * 1024 * 1024;  // bytes of a file that is dropped; the game reads no larger picture
   let database = null;
   let complained = false;
@@ -116,6 +118,20 @@ const Files = (() => {
     show();
   }
 
+  // The last five visits' recordings, as far as each has come whenever its tab is left. The game writes them without
+  // renaming anything.
+  function keepRecordings() {
+    const now = new Date().toISOString().slice(0, 19).replace(/:/g, '-');
+    const name = `recordings/${now}.input`;
+    document.addEventListener('visibilitychange', () => {
+      if (!document.hidden || !FS.analyzePath(kFolder + kRecording).exists) return;
+      place(name, FS.readFile(kFolder + kRecording));
+      keep(name);
+      const recordings = [...kept.keys()].filter((path) => path.startsWith('recordings/')).sort();
+      for (const old of recordings.slice(0, -kRecordings)) FS.unlink(kFolder + old);
+    });
+  }
+
   function download(path) {
     const link = document.createElement('a');
     link.href = URL.createObjectURL(new Blob([FS.readFile(kFolder + path)]));
@@ -142,20 +158,28 @@ const Files = (() => {
       removeIt.textContent = 'Delete';
       removeIt.onclick = () => { if (confirm(`Delete ${path}?`)) remove(path); };
       row.append(name, fetchIt, removeIt);
+      if (path.endsWith('.input')) {
+        const watchIt = document.createElement('a');
+        watchIt.textContent = 'Watch';
+        watchIt.href = '?play=' + encodeURIComponent(path);
+        row.append(watchIt);
+      }
       return row;
     }));
     if (kept.size === 0) list.textContent = 'Nothing yet. The editor (F1) saves levels here.';
   }
 
-  // A picture goes where levels look for pictures; everything else is a level, under its own name.
+  // A picture goes where levels look for pictures, a recording to the others; everything else is a level, under its own
+  // name.
   async function add(file) {
     if (!/^[A-Za-z0-9][A-Za-z0-9._ -]*$/.test(file.name) || file.size > kLargest)
       return `${file.name} was not taken: its name must be plain, and it may have 64 MB at most.`;
-    const path = (/\.png$/i.test(file.name) ? 'Texture/' : '') + file.name;
+    const folder = /\.png$/i.test(file.name) ? 'Texture/' : /\.input$/i.test(file.name) ? 'recordings/' : '';
+    const path = folder + file.name;
     const bytes = new Uint8Array(await file.arrayBuffer());
     place(path, bytes);
     keep(path);
-    return `${path} is there: load it by this name in the editor (F1).`;
+    return folder === '' ? `${path} is there: load it by this name in the editor (F1).` : `${path} is there.`;
   }
 
   function takeDrops() {
@@ -182,6 +206,7 @@ const Files = (() => {
       element('canvas').focus();
     };
     takeDrops();
+    if (Module.arguments.length === 0) keepRecordings();
   }
 
   return {open, readAll, restore, wire, add};

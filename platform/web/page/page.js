@@ -91,13 +91,21 @@ function showButtonWhilePointing() {
   });
 }
 
+// ?play=FILE&frames=N shows a recording, or the first N frames of it, in the place of the game.
+function readWish() {
+  const wish = new URLSearchParams(location.search);
+  const file = wish.get('play');
+  return file === null ? [] : ['play', '/game/' + file, wish.get('frames') || '0'];
+}
+
 var Module = {
   canvas,
+  arguments: readWish(),
   print: (text) => console.log(text),
   printErr: (text) => console.warn(text),
   onAbort: (what) => stop(`The game stopped: ${what}. Load the page again; what was saved is kept.`),
   onGameEnd: () => {
-    stop('Thank you for playing.');
+    stop(Module.arguments.length === 0 ? 'Thank you for playing.' : 'The recording ends here.');
     document.getElementById('again').hidden = false;
   },
 };
@@ -126,5 +134,5 @@ async function start() {
   await addScript('brinewhirl.js');
 }
 
-document.getElementById('again').onclick = () => location.reload();
+document.getElementById('again').onclick = () => { location.search = ''; };
 start().catch((error) => stop(`The game could not be loaded: ${error.message}`));
