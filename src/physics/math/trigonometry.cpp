@@ -41,9 +41,17 @@ double CosNearZero(double x) {
   return sum;
 }
 
-float SinOfQuarter(Reduced angle) {
+double SinOfQuarter(Reduced angle) {
   const double value = (angle.quarter & 1U) == 0 ? SinNearZero(angle.rest) : CosNearZero(angle.rest);
-  return static_cast<float>((angle.quarter & 2U) == 0 ? value : -value);
+  return (angle.quarter & 2U) == 0 ? value : -value;
+}
+
+double SinOf(float angle) { return SinOfQuarter(Reduce(static_cast<double>(angle))); }
+
+double CosOf(float angle) {
+  Reduced reduced = Reduce(static_cast<double>(angle));
+  ++reduced.quarter;
+  return SinOfQuarter(reduced);
 }
 
 // For 0 to 1. Above an eighth of a half turn's tangent it is reckoned from a quarter of it, where the series is short.
@@ -62,14 +70,18 @@ double AtanToOne(double x) {
 float Sin(float angle) {
   if (!std::isfinite(angle)) return std::numeric_limits<float>::quiet_NaN();
   if (angle == 0.0f) return angle;
-  return SinOfQuarter(Reduce(static_cast<double>(angle)));
+  return static_cast<float>(SinOf(angle));
 }
 
 float Cos(float angle) {
   if (!std::isfinite(angle)) return std::numeric_limits<float>::quiet_NaN();
-  Reduced reduced = Reduce(static_cast<double>(angle));
-  ++reduced.quarter;
-  return SinOfQuarter(reduced);
+  return static_cast<float>(CosOf(angle));
+}
+
+float Tan(float angle) {
+  if (!std::isfinite(angle)) return std::numeric_limits<float>::quiet_NaN();
+  if (angle == 0.0f) return angle;
+  return static_cast<float>(SinOf(angle) / CosOf(angle));
 }
 
 float Atan2(float y, float x) {
