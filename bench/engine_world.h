@@ -30,10 +30,8 @@ struct Candidate {
 };
 
 bool MayTouch(const Candidate& a, const Candidate& b) {
-  const GalePhysics::Bounds& p = a.bounds;
-  const GalePhysics::Bounds& q = b.bounds;
-  const bool apart = p.minX > q.maxX || q.minX > p.maxX || p.minY > q.maxY || q.minY > p.maxY;
-  return !apart && (GalePhysics::MeetsAll(a.group) || GalePhysics::MeetsAll(b.group));
+  return !GalePhysics::AreApart(a.bounds, GalePhysics::OppositeBounds(b.bounds)) &&
+         (GalePhysics::MeetsAll(a.group) || GalePhysics::MeetsAll(b.group));
 }
 
 class EngineWorld {

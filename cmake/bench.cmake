@@ -1,6 +1,6 @@
 # Programs that print timing rows to hold against other programs; never run by the tests.
 find_package(benchmark REQUIRED)
-foreach(name physics_step level_load frame tuned)
+foreach(name physics_step level_load frame tuned arenas)
   if(EXISTS ${CMAKE_SOURCE_DIR}/bench/${name}.cpp)
     add_executable(${name} bench/${name}.cpp)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})

@@ -39,6 +39,15 @@ add_test(NAME docs.making_levels
                  $<TARGET_FILE:brinewhirl-tool> ${CMAKE_SOURCE_DIR}/docs/making-levels.md)
 set_tests_properties(docs.making_levels PROPERTIES TIMEOUT 120)
 
+# Under the sanitizers frames take longer than their budget.
+if(NOT (BRINEWHIRL_SANITIZE OR BRINEWHIRL_SANITIZE_THREADS))
+  add_test(NAME content.lint_play
+           COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_lint_play.py $<TARGET_FILE:brinewhirl-tool>)
+  add_test(NAME content.balance
+           COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/tests/content/test_balance.py $<TARGET_FILE:brinewhirl-tool>)
+  set_tests_properties(content.lint_play content.balance PROPERTIES TIMEOUT 600 PROCESSORS 2)
+endif()
+
 add_test(NAME sound.sources COMMAND python3 ${CMAKE_SOURCE_DIR}/tests/sound/test_sound_sources.py)
 
 # The real program in a virtual display, and another driver; the sanitizers would only report those.

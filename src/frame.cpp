@@ -16,7 +16,14 @@
 #include "physics/step.h"
 #include "screens/menu_system.h"
 
+// Scenes are exchanged, and frames of a try are run again, where no frame is under way.
 void Frame::Run() {
+  GetEditor().BetweenFrames();
+  while (GetEditor().NextReplayed()) RunOnce();
+  RunOnce();
+}
+
+void Frame::RunOnce() {
   Platform& platform = GetPlatform();
   platform.StartFrame();
   Audio::Update();
@@ -53,8 +60,10 @@ void Frame::RunRunning() {
 void Frame::RunPaused() {
   Audio::SetBusPaused("Music", IsPausedByGame());
   for (const auto& object : Objects().GetObjects()) object->GetTransform().Rebuild();
-  Objects().RemoveDeadObjects();
+  // What died by itself goes in a frame that runs, so that frames under the freeze leave no trace.
+  if (!IsFrozen()) Objects().RemoveDeadObjects();
   GalePhysics::DetectOverlapsOnly();
+  if (IsFrozen()) return;
   if (SegmentManager* segments = FindSegmentManager()) segments->CheckReplugged();
 }
 

@@ -8,9 +8,11 @@ class Frame {
   /// The platform's events go to `router`; not owned.
   explicit Frame(EventRouter& router) : router_(router) {}
 
+  /// With all frames before it that the editor wants to have run again.
   void Run();
 
  private:
+  void RunOnce();
   void RunRunning();
   void RunPaused();
   void UpdateCursorAndCamera();

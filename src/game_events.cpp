@@ -7,10 +7,6 @@
 #include "input/gamepad.h"
 #include "input/input.h"
 
-namespace {
-constexpr char kFocusLost[] = "FocusLost";
-}
-
 void GameEvents::BeginFrame() {
   Input::BeginFrame();
   for (int slot = 0; slot < kGamepadSlots; ++slot) {
@@ -68,12 +64,12 @@ void GameEvents::RouteWindowEvent(const SDL_WindowEvent& event) {
       break;
     case SDL_WINDOWEVENT_FOCUS_GAINED:
       Print("Focus GAINED\n");
-      ReleasePause(kFocusLost);
+      ReleasePause(kFocusLostReason);
       break;
     case SDL_WINDOWEVENT_FOCUS_LOST:
       if (GetPlatform().IsFullscreen()) GetPlatform().Minimise();
       Print("Focus Lost\n");
-      RequestPause(kFocusLost);
+      RequestPause(kFocusLostReason);
       break;
     default:
       break;

@@ -18,6 +18,7 @@
 #include "tools/bank/bank_tool.h"
 #include "tools/film/film.h"
 #include "tools/lint/fix.h"
+#include "tools/lint/play/play.h"
 #include "tools/lint/reference.h"
 #include "tools/record/record.h"
 #include "tools/record/watch.h"
@@ -84,6 +85,7 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
   CLI::Option* level = what->add_option("--level", options.level, "Load one level into an empty scene");
   level->check(CheckLevelName);
   what->add_flag("--match", options.match, "Start a match");
+  command.add_option("--stage", options.stageFile, "The match, or its only piece: a level file, from anywhere");
   CLI::Option* boot = what->add_flag("--boot", options.boot, "Begin with the start-up screens, as the game does");
   what->require_option(0, 1);
   auto* howLong = command.add_option_group("for how long");
@@ -98,7 +100,10 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
   return {what, howLong, level, boot};
 }
 
-void CompleteRun(RunOptions& options) { options.dataFolder = DataFolder(options.dataFolder); }
+void CompleteRun(RunOptions& options) {
+  options.dataFolder = DataFolder(options.dataFolder);
+  if (!options.stageFile.empty()) options.stageFile = Absolute(options.stageFile);
+}
 
 void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::App* command = app.add_subcommand("simulate", "Run the game without a window, as fast as it goes");
@@ -120,6 +125,7 @@ void AddSimulate(CLI::App& app, SimulateOptions& options, int& result) {
   CLI::Option* save = command->add_option("--save", options.saveName, "Save the level at the end under this name");
   save->check(CheckPlainName);
   until->needs(save);
+  command->add_flag("--places", options.places, "Print where players were and were stunned in each piece");
   command->add_option("--wav", options.wavFile, "Write the run's sound: 16 bits, 48000 Hz, stereo");
   command->callback([&, until] {
     if (until->count() > 0) options.sceneFile = Absolute(std::exchange(options.saveName, {}));
@@ -229,6 +235,32 @@ void AddBank(CLI::App& app, BankOptions& options, int& result) {
   extract->callback([&] { result = ExtractFromBank(options.file, options.event, options.out); });
 }
 
+struct LintOptions {
+  std::vector<std::string> files;
+  std::string dataFolder;
+  bool fix = false;
+  bool play = false;
+};
+
+void AddLint(CLI::App& app, LintOptions& options, int& result) {
+  CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
+  lint->add_option("FILE", options.files, "Level and archetype files")->required();
+  CLI::Option* fix =
+      lint->add_flag("--fix", options.fix, "First write each file as the game would save it: numbers, blanks and IDs");
+  lint->add_flag("--play", options.play, "Play each file too, as a piece of a match, and report what shows then")
+      ->excludes(fix);
+  lint->add_option("--data", options.dataFolder, "The game's folder that the files belong to (default: their own)")
+      ->excludes(fix);
+  lint->callback([&] {
+    if (!options.dataFolder.empty()) options.dataFolder = Absolute(options.dataFolder);
+    LocateOwnData();
+    if (options.play)
+      result = PlayFiles(options.files, options.dataFolder, stdout);
+    else
+      result = options.fix ? FixFiles(options.files, stdout) : LintFiles(options.files, options.dataFolder, stdout);
+  });
+}
+
 }  // namespace
 
 // What CLI11 throws while the options are set up is a programming error; it may end the tool.
@@ -249,15 +281,8 @@ int main(int argc, char** argv) {
   AddWatch(app, watch, result);
   BankOptions bank;
   AddBank(app, bank, result);
-  std::vector<std::string> files;
-  CLI::App* lint = app.add_subcommand("lint", "Check levels and archetypes strictly");
-  lint->add_option("FILE", files, "Level and archetype files")->required();
-  bool fix = false;
-  lint->add_flag("--fix", fix, "First write each file as the game would save it: numbers, blanks and IDs");
-  lint->callback([&] {
-    LocateOwnData();
-    result = fix ? FixFiles(files, stdout) : LintFiles(files, stdout);
-  });
+  LintOptions lint;
+  AddLint(app, lint, result);
   app.add_subcommand("reference", "Print what every block of a level file holds, in Markdown")->callback([] {
     PrintReference(stdout);
   });

@@ -34,6 +34,7 @@ struct Handles {
   std::array<Studio::Bus, kBusNames.size()> buses;
   EventInstance currentMusic;
   std::optional<Sound> currentMusicId;
+  std::optional<Sound> playing;  // music that was asked for and not stopped since
   std::array<EventInstance, kPlayers> chargeInstances;
   EventInstance pulseInstance;
   EventInstance winInstance;
@@ -43,6 +44,8 @@ struct State {
   std::unique_ptr<Studio::System> studio;  // null: silence
   std::mutex mutex;                        // of the handles, which the loading thread fills while the game reads them
   Handles handles;
+  bool hushed = false;
+  std::optional<Sound> beforeHush;
 };
 
 State& GetState() {
@@ -50,7 +53,8 @@ State& GetState() {
   return state;
 }
 
-Studio::System* GetStudio() { return GetState().studio.get(); }
+// Null also while nothing is carried out.
+Studio::System* GetStudio() { return GetState().hushed ? nullptr : GetState().studio.get(); }
 
 // A copy of one handle; the system has a lock of its own.
 template <class Handle, class Member>
@@ -125,6 +129,7 @@ void PlayLongLived(Sound id) {
   Write([instance, id](Handles& handles) {
     handles.currentMusic = instance;
     handles.currentMusicId = id;
+    handles.playing = id;
   });
   if (Studio::System* studio = GetStudio()) CheckResult(studio->Start(instance));
 }
@@ -148,6 +153,7 @@ void Init(Output output) {
 
 void Shutdown() {
   GetState().studio.reset();
+  GetState().hushed = false;
   Write([](Handles& handles) { handles = {}; });
 }
 
@@ -254,6 +260,7 @@ void SetMusicVolume(float volume) {
 void StopMusic() {
   LogEvent("music stop");
   const auto music = Read<EventInstance>([](const Handles& handles) { return handles.currentMusic; });
+  Write([](Handles& handles) { handles.playing.reset(); });
   if (Studio::System* studio = GetStudio()) studio->Stop(music);
 }
 
@@ -264,7 +271,33 @@ void StopMusicExcept(Sound id) {
 
 void StopLongLived(Sound id) {
   LogEvent("music stop");
+  Write([id](Handles& handles) {
+    if (handles.playing == id) handles.playing.reset();
+  });
   if (Studio::System* studio = GetStudio()) studio->Stop(InstanceOf(id));
+}
+
+std::optional<Sound> GetMusic() {
+  return Read<std::optional<Sound>>([](const Handles& handles) { return handles.playing; });
+}
+
+void SwitchMusic(std::optional<Sound> id) {
+  if (GetMusic() == id) return;
+  if (GetMusic()) StopMusic();
+  if (id) Play(*id, kLongLived);
+}
+
+void SetHushed(bool hushed) {
+  State& state = GetState();
+  if (hushed == state.hushed) return;
+  if (hushed) {
+    for (int player = 0; player < kPlayers; ++player) StopCharge(player);
+    state.beforeHush = GetMusic();
+  }
+  state.hushed = hushed;
+  if (hushed || state.studio == nullptr || GetMusic() == state.beforeHush) return;
+  if (state.beforeHush) state.studio->Stop(InstanceOf(*state.beforeHush));
+  if (GetMusic()) CheckResult(state.studio->Start(InstanceOf(*GetMusic())));
 }
 
 void SetBusPaused(std::string_view name, bool paused) {

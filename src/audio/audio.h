@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -81,6 +82,13 @@ void SetMusicVolume(float volume);
 void StopMusic();
 /// Fades the current music out unless it is this number's.
 void StopMusicExcept(Sound id);
+/// The music that was started last, unless it was stopped; as asked for, whether anything is heard or not.
+std::optional<Sound> GetMusic();
+/// Fades the music over to another one, or to none; nothing when it is that one.
+void SwitchMusic(std::optional<Sound> id);
+/// While on, no start and stop is carried out. Afterwards the music is the one that was asked for last; effects that
+/// were asked for are lost.
+void SetHushed(bool hushed);
 /// Fades the long-lived instance of this number out, whatever music is current.
 void StopLongLived(Sound id);
 

@@ -29,6 +29,7 @@ struct Field {
   std::size_t maxLength = std::string::npos;                   ///< of a text, in bytes; more is cut off
   std::vector<std::pair<int, std::string_view>> choices = {};  ///< of an int: the values it may have, and their names
   bool whileTyping = false;                                    ///< of a text: counts with every letter, not when typed
+  bool slides = false;                                         ///< of a number: shown as a place between its limits
 };
 
 /// A button's way to put something into a list, which can be taken back and done again in place: what runs goes on.

@@ -52,6 +52,10 @@ const std::string* ReadCachedFile(const std::string& fileName) {
 }
 
 bool IsFileCached(const std::string& fileName) { return Texts().contains(fileName); }
+void KeepTextAsFile(const std::string& fileName, const std::string& text) {
+  Texts()[fileName] = std::make_unique<const std::string>(text);
+}
+
 void ForgetCachedFile(const std::string& fileName) { Texts().erase(fileName); }
 
 std::vector<std::string> CachedFileNames() {

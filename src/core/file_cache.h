@@ -18,6 +18,9 @@ bool IsFileCached(const std::string& fileName);
 /// Forgets the text of one file, which the next reader reads anew; no reader of it may be open.
 void ForgetCachedFile(const std::string& fileName);
 
+/// Readers of that name get this text from now on, and no file is asked for; no reader of it may be open.
+void KeepTextAsFile(const std::string& fileName, const std::string& text);
+
 /// The names of all files that have been read in this run and not been forgotten, sorted.
 std::vector<std::string> CachedFileNames();
 

@@ -1,6 +1,8 @@
 #include "core/game_time.h"
 
+#include "core/scene_state.h"
+
 GameTime& Time() {
-  static GameTime time;
-  return time;
+  static SceneState<GameTime> time;
+  return *time;
 }

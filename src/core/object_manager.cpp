@@ -3,15 +3,26 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/scene_state.h"
 #include "core/serializer.h"
 #include "core/transform.h"
 
 ObjectManager& Objects() {
-  static ObjectManager& manager = *new ObjectManager;
-  return manager;
+  static auto& manager = *new SceneState<ObjectManager>;
+  return *manager;
+}
+
+ObjectManager FreshSceneValue(const ObjectManager& old) {
+  ObjectManager fresh;
+  fresh.extension_ = old.extension_;
+  fresh.buildCursor_ = old.buildCursor_;
+  fresh.buildCamera_ = old.buildCamera_;
+  return fresh;
 }
 
 void ObjectManager::BuildSpecialObjects(Builder buildCursor, Builder buildCamera) {
+  buildCursor_ = buildCursor;
+  buildCamera_ = buildCamera;
   cursorObject_ = std::make_unique<GameObject>();
   buildCursor(*cursorObject_);
   cameraObject_ = std::make_unique<GameObject>();

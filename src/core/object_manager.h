@@ -39,8 +39,9 @@ class ObjectManager {
   static constexpr int kMaxMessages = 100;
 
   /// Makes the cursor and the camera object, which are in no list and have ID 0. The builders give them their
-  /// components; called once, before anything else is made.
+  /// components; called once, before anything else is made, and without builders in every fresh scene.
   void BuildSpecialObjects(Builder buildCursor, Builder buildCamera);
+  void BuildSpecialObjects() { BuildSpecialObjects(buildCursor_, buildCamera_); }
   GameObject& GetCursor() const { return *cursorObject_; }
   GameObject& GetCamera() const { return *cameraObject_; }
   /// Installs the extension; not owned.
@@ -102,6 +103,10 @@ class ObjectManager {
   void ReadObjects(Serializer& reader, std::vector<GameObject*>& created);
   GameObject* BeginObject(Serializer& reader, std::vector<GameObject*>& created);
 
+  friend ObjectManager FreshSceneValue(const ObjectManager& old);
+
+  Builder buildCursor_ = nullptr;
+  Builder buildCamera_ = nullptr;
   std::unique_ptr<GameObject> cursorObject_;
   std::unique_ptr<GameObject> cameraObject_;
   ObjectList objects_;
@@ -115,6 +120,9 @@ class ObjectManager {
   bool reportedFull_ = false;
 };
 
-/// The process-wide manager. It is never destroyed: object destructors may build the next screen, which must not
-/// happen at process exit.
+/// That of a fresh scene: what is installed and the builders stay.
+ObjectManager FreshSceneValue(const ObjectManager& old);
+
+/// The manager of the scene that runs. It is never destroyed: object destructors may build the next screen, which must
+/// not happen at process exit.
 ObjectManager& Objects();

@@ -5,12 +5,13 @@
 #include <vector>
 
 #include "core/run_log.h"
+#include "core/scene_state.h"
 
 namespace {
 
 std::vector<std::string>& Reasons() {
-  static std::vector<std::string> reasons;
-  return reasons;
+  static SceneState<std::vector<std::string>> reasons;
+  return *reasons;
 }
 
 void LogChange(bool before) {
@@ -38,6 +39,12 @@ void ReleasePause(std::string_view reason) {
   auto& reasons = Reasons();
   const auto found = std::find(reasons.begin(), reasons.end(), reason);
   if (found != reasons.end()) reasons.erase(found);
+  LogChange(before);
+}
+
+void ReleasePauseWholly(std::string_view reason) {
+  const bool before = IsPaused();
+  std::erase(Reasons(), reason);
   LogChange(before);
 }
 

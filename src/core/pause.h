@@ -7,6 +7,9 @@
 /// The reason of the editor's freeze: the scene stands still while it is edited, but is seen as if it ran.
 inline constexpr char kFrozenReason[] = "Frozen";
 
+/// The reason while another program has the keyboard.
+inline constexpr char kFocusLostReason[] = "FocusLost";
+
 /// True while at least one reason is held.
 bool IsPaused();
 /// True while another reason than the editor's freeze is held.
@@ -19,6 +22,9 @@ void RequestPause(std::string_view reason);
 
 /// Takes away the first entry of this reason, if there is one.
 void ReleasePause(std::string_view reason);
+
+/// Takes away all entries of this reason.
+void ReleasePauseWholly(std::string_view reason);
 
 /// Takes away every reason.
 void ClearPauseReasons();

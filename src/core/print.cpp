@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <utility>
 
 namespace {
 constexpr std::size_t kHeardBytes = 512;  // of one text by the listener
@@ -36,6 +37,7 @@ void Write(const char* format, std::va_list arguments) {
     Tell(format, again);
     va_end(again);
   }
+  if (printTarget == nullptr) return;
   if (limit.name != nullptr)
     WriteCut(format, arguments);
   else
@@ -72,4 +74,4 @@ PrintLimit::~PrintLimit() {
 }
 
 void SetPrintListener(PrintListener listener) { printListener = listener; }
-void SetPrintTarget(std::FILE* target) { printTarget = target; }
+std::FILE* SetPrintTarget(std::FILE* target) { return std::exchange(printTarget, target); }

@@ -31,5 +31,5 @@ class PrintLimit {
 /// The same as Print, but not counted by a limit: for the few lines that say which other bound was reached.
 [[gnu::format(printf, 1, 2)]] void PrintPastLimit(const char* format, ...);
 
-/// Where Print writes from now on; not owned. The initial target is standard output.
-void SetPrintTarget(std::FILE* target);
+/// Where Print writes from now on; not owned, null for nowhere. The one so far; the initial one is standard output.
+std::FILE* SetPrintTarget(std::FILE* target);

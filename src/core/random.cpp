@@ -1,8 +1,17 @@
 #include "core/random.h"
 
+#include "core/scene_state.h"
+
 namespace {
 
-std::uint32_t state = kFirstSeed;
+struct Stream {
+  std::uint32_t state = kFirstSeed;
+};
+
+Stream& Get() {
+  static SceneState<Stream> stream;
+  return *stream;
+}
 
 constexpr auto kMost = static_cast<float>(kRandomMax);
 
@@ -11,13 +20,14 @@ float Draw() { return static_cast<float>(Random()); }
 }  // namespace
 
 int Random() {
+  std::uint32_t& state = Get().state;
   state = 214013u * state + 2531011u;
   return static_cast<int>((state >> 16) & 0x7fffu);
 }
 
-void SeedRandom(std::uint32_t seed) { state = seed; }
+void SeedRandom(std::uint32_t seed) { Get().state = seed; }
 
-std::uint32_t RandomState() { return state; }
+std::uint32_t RandomState() { return Get().state; }
 
 float RandomUnit() { return Draw() / kMost; }
 float RandomUpTo(float most) { return Draw() / (kMost / most); }

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <utility>
 
 namespace {
 RunLogListener* runLogListener = nullptr;
 }
 
-void SetRunLogListener(RunLogListener* listener) { runLogListener = listener; }
+RunLogListener* SetRunLogListener(RunLogListener* listener) { return std::exchange(runLogListener, listener); }
 
 void LogEvent(const char* format, ...) {
   if (runLogListener == nullptr) return;

@@ -11,8 +11,8 @@ class RunLogListener {
   virtual void OnEvent(std::string_view text) = 0;
 };
 
-/// The listener from now on; not owned, null for none.
-void SetRunLogListener(RunLogListener* listener);
+/// The listener from now on; not owned, null for none. The one so far.
+RunLogListener* SetRunLogListener(RunLogListener* listener);
 
 /// printf-style event text without a line end, at most 255 bytes.
 [[gnu::format(printf, 1, 2)]] void LogEvent(const char* format, ...);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/scene_state.h"
+
 namespace {
 
 struct Selection {
@@ -11,8 +13,8 @@ struct Selection {
 };
 
 Selection& Get() {
-  static Selection selection;
-  return selection;
+  static SceneState<Selection> selection;
+  return *selection;
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ Transform::Transform(const Vec3& startPosition, const Vec3& startScale, float an
 
 void Transform::Update(float /*step*/) { Rebuild(); }
 
-void Transform::Rebuild() {
+void Transform::BuildMatrix() {
   matrix_.translation = position;
   if (orientation == builtFrom_) return;
   matrix_.rotation = ToMatrix(orientation);

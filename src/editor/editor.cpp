@@ -8,6 +8,7 @@
 #include "core/transform.h"
 #include "editor/acts/object_shape.h"
 #include "editor/bars/object_fields.h"
+#include "editor/hints.h"
 #include "editor/stage/outlines.h"
 #include "graphics/renderer.h"
 #include "input/input.h"
@@ -53,6 +54,7 @@ Editor& GetEditor() {
 }
 
 void Editor::Init() {
+  if (try_.trial.IsOn()) EndTry();
   view_.Shutdown();
   Input::GetPointer().onBars = false;
   fileName_ = "Enter File Name Here";
@@ -68,8 +70,10 @@ void Editor::Init() {
   look_ = {};
   list_.Reset();
   browser_.Reset();
+  card_.Reset();
   watch_.Reset();
   recovery_ = {};
+  played_.Stop();
   stageHand_.grid = {};
   stageHand_.Stop(history_);
   history_.Clear();
@@ -79,8 +83,10 @@ void Editor::Init() {
 }
 
 void Editor::Shutdown() {
+  if (try_.trial.IsOn()) EndTry();
   view_.Shutdown();
   recovery_.End();
+  played_.Stop();
 }
 
 void Editor::SetShown(bool shown) {
@@ -93,13 +99,21 @@ void Editor::SetShown(bool shown) {
   history_.CloseStep();
 }
 
-std::vector<BarWindow> Editor::Windows() const {
+// Under the freeze nothing else takes away what an act has killed; a death may bring another one.
+void Editor::SweepKilled() {
+  constexpr int kMostSweeps = 8;
+  for (int sweep = 0; acted_ && freeze_.IsHolding() && sweep < kMostSweeps; ++sweep) Objects().RemoveDeadObjects();
+  acted_ = false;
+}
+
+std::vector<BarWindow> Editor::Windows() {
   using Site = BarWindow::Site;
   std::vector<BarWindow> windows = {{"options", {&tools_}, Site::kLeft},
                                     {"GaleEditor", {&common_, &properties_}, Site::kRight},
                                     {"stage", {&stage_}, Site::kTop, true}};
   if (list_.IsShown()) windows.push_back({"objects", {&list_.GetBar()}, Site::kBottom, true});
   if (browser_.IsShown()) windows.push_back({"browse", {&browser_.GetBar()}, Site::kMiddle, true});
+  if (card_.IsShown()) windows.push_back({"keys", {&card_.GetBar()}, Site::kCard, true});
   return windows;
 }
 
@@ -115,6 +129,9 @@ std::vector<StageLine> Editor::Lines(const WindowRect& window) const {
 // The bars are filled anew in every shown frame: fields move and go with the scene, and nothing else runs between the
 // filling and the last use of them.
 void Editor::Update() {
+  Trial& trial = try_.trial;
+  if (trial.IsReplaying()) return trial.EndReplayedEvents();
+  card_.Update();
   if (IsShown()) {
     stageHand_.Update(history_);
     watch_.Update();
@@ -123,8 +140,14 @@ void Editor::Update() {
     const BarActions actions = view_.Run(Windows(), Lines(window), look_, window.width, window.height);
     hand_ == nullptr ? Perform(actions) : HandOn(actions);
   }
-  recovery_.Update(IsUnsaved(), SceneText);
+  HearOfPlayed();
+  recovery_.Update(IsUnsaved(), [&] { return trial.IsOn() ? trial.GetLevelText() : SceneText(); });
+  // What is edited in a try stands still, so that its recording holds all of it.
+  const bool edited = std::exchange(try_.seen, history_.GetState()) != history_.GetState();
+  if (trial.IsOn() && (stageHand_.IsChanging() || edited)) freeze_.Set(Freeze::Pace::kFrozen);
   freeze_.Update();
+  if (trial.IsOn()) trial.EndEvents(freeze_.IsHolding(), IsShown());
+  SweepKilled();
 }
 
 void Editor::HandOn(const BarActions& actions) {
@@ -234,6 +257,7 @@ void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const 
   if (&bar == &common_) return ApplyCommonEdit(entry, value, done);
   const FieldValue before = GetValue(entry.field);
   SetValue(entry.field, value);
+  if (entry.field.slides) Scrub(done);
   const ObjectRange* range = FindObjectOf(bar, entry);
   GameObject* object = range == nullptr ? nullptr : Objects().GetObject(range->id);
   if (object == nullptr) return;
@@ -248,6 +272,7 @@ void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const 
 // The tools record what they do by themselves. Of an object's buttons those are recorded that put something into a
 // list.
 void Editor::PressButton(const TweakBar& bar, const TweakBar::Entry& entry) {
+  if (Refuses(bar, entry)) return;
   const ObjectRange* range = FindObjectOf(bar, entry);
   GameObject* object = range == nullptr ? nullptr : Objects().GetObject(range->id);
   if (object == nullptr || !entry.insertion.insert) {
@@ -271,6 +296,7 @@ void Editor::Do(const std::function<void()>& action) {
   SetPrintListener(Hear);
   askedNow_ = false;
   action();
+  acted_ = true;
   SetPrintListener(nullptr);
   if (!askedNow_) asked_.clear();
   status_ = Heard();
@@ -296,5 +322,6 @@ void Editor::FillProperties() {
     ranges_.push_back({object->id, first, properties_.GetEntries().size()});
     properties_.EndGroup();
   }
+  AddHints(properties_);
   OfferPages(properties_, properties_.GetName(), browser_);
 }

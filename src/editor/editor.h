@@ -22,10 +22,13 @@
 #include "editor/bars/tweak_bar.h"
 #include "editor/browser.h"
 #include "editor/files/file_watch.h"
+#include "editor/files/played_copy.h"
 #include "editor/files/recovery.h"
 #include "editor/freeze.h"
+#include "editor/key_card.h"
 #include "editor/object_list.h"
 #include "editor/stage/stage_hand.h"
+#include "editor/try_state.h"
 
 struct TestObject;
 
@@ -50,10 +53,15 @@ class Editor {
   /// Over the composed picture.
   void Draw();
   bool IsShown() const { return view_.IsShown(); }
+  /// Before each frame: a try of the level begins and ends, and its time is travelled. Then, as long as NextReplayed is
+  /// true, the frame that follows is one that has been and is run again.
+  void BetweenFrames();
+  bool NextReplayed() { return try_.trial.NextReplayed(); }
+  bool IsTrying() const { return try_.trial.IsOn(); }
   /// How fast the scene's time runs.
   Freeze::Pace GetPace() const { return freeze_.Get(); }
   /// Whether there are changes that no save holds.
-  bool IsUnsaved() const { return history_.GetState() != savedState_; }
+  bool IsUnsaved() const { return try_.trial.IsOn() ? try_.unsaved : history_.GetState() != savedState_; }
   /// Whether the scene may go by `act`, "quit" say. Over unsaved changes the first time it is false: the bars are shown
   /// and ask, and the same act the next time goes through.
   bool MayLose(const std::string& act);
@@ -96,6 +104,7 @@ class Editor {
   void FillProperties();
   void FillCommon();
   void FillStage();
+  void FillTry();
   void FillTime();
   void FillFiles();
   void FillCopies();
@@ -104,7 +113,7 @@ class Editor {
   std::array<const TweakBar*, 6> AllBars() const {
     return {&tools_, &properties_, &common_, &stage_, &list_.GetBar(), &browser_.GetBar()};
   }
-  std::vector<BarWindow> Windows() const;
+  std::vector<BarWindow> Windows();
   std::vector<StageLine> Lines(const WindowRect& window) const;
   void Perform(const BarActions& actions);
   void HandOn(const BarActions& actions);
@@ -125,7 +134,15 @@ class Editor {
   bool HandleWindowKey(int key);
   bool HandleArrow(int key);
   bool HandlePress(const SDL_MouseButtonEvent& event);
+  bool TakeShortcut(const SDL_Event& event);
   void TogglePace(Freeze::Pace pace);
+  void StartTry();
+  void EndTry();
+  void KeepEdits();
+  void Scrub(bool done);
+  bool Refuses(const TweakBar& bar, const TweakBar::Entry& entry);
+  bool RefusesInTry();
+  void SweepKilled();
   Vec3 CopyShift() const;
   void Paste(bool atMouse);
 
@@ -136,6 +153,8 @@ class Editor {
   void NewLevel();
   void Reload(const std::string& name);
   void OfferRecovered();
+  void PlayLevel();
+  void HearOfPlayed();
   bool MayLoseBy(const std::string& act);
   void MarkSaved() { savedState_ = history_.GetState(); }
   void ShowFaults(const std::string& name, const std::vector<std::string>& lines,
@@ -148,36 +167,31 @@ class Editor {
   GameObject* FirstSelected() const;
   GameObject* LastSelected() const;
 
-  TweakBar tools_{"options"};
-  TweakBar properties_{"GaleEditor"};
-  TweakBar common_{"all selected"};
-  TweakBar stage_{"stage"};
+  TweakBar tools_{"options"}, properties_{"GaleEditor"}, common_{"all selected"}, stage_{"stage"};
   ObjectList list_;
   Browser browser_;
+  KeyCard card_;
   std::vector<ObjectRange> ranges_;
   BarView view_;
   BarLook look_;
   BarHand* hand_ = nullptr;
   History history_;
   Freeze freeze_;
+  TryState try_;
   StageHand stageHand_;
   Copies copies_;
   FileWatch watch_;
   Recovery recovery_;
+  PlayedCopy played_;
 
   static constexpr std::size_t kMaxFaults = 12;  // lines of lint
 
-  std::string fileName_;
-  std::string archetypeName_;
-  std::string textureName_;
+  std::string fileName_, archetypeName_, textureName_, scriptName_, find_;
   float levelDuration_ = 0.0f;  // game seconds
-  std::string scriptName_;
-  int componentToAdd_ = 0;
-  std::string find_;
-  int gridChoice_ = 0;
-  int autosaveCount_ = 0;
+  int componentToAdd_ = 0, gridChoice_ = 0, autosaveCount_ = 0;
   std::uint64_t savedState_ = 0;          // of the history, that the last save or load holds
   std::string carried_;                   // archetype that the next press in the picture puts there
+  bool acted_ = false;                    // something was done since the last frame
   bool askedNow_ = false;                 // by the act that is being done
   std::string asked_;                     // what would lose unsaved changes and was asked about last
   std::string loadedName_;                // of the level that was loaded or saved last

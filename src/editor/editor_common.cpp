@@ -7,12 +7,14 @@
 #include "editor/bars/common_fields.h"
 #include "editor/bars/object_fields.h"
 #include "editor/editor.h"
+#include "editor/hints.h"
 
 void Editor::FillCommon() {
   common_.RemoveAll();
   const std::vector<GameObject*> objects = SelectedObjects();
   if (objects.size() < 2) return;
   AddCommonFields(common_, std::to_string(objects.size()) + " selected", objects);
+  AddHints(common_);
 }
 
 // Everywhere the same variable, or the same part of a vector, as one act.

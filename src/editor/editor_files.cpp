@@ -39,6 +39,11 @@ std::uint32_t ObjectOfLine(const LintLevel& level, int line, const std::vector<s
 }  // namespace
 
 bool Editor::MayLose(const std::string& act) {
+  if (try_.trial.IsReplaying()) return true;
+  if (try_.trial.IsOn() && act == "new game") {
+    try_.ask = TryState::Ask::kRestart;
+    return false;
+  }
   if (!IsUnsaved() || asked_ == act) {
     asked_.clear();
     MarkSaved();
@@ -128,6 +133,7 @@ void Editor::Choose(Browser::Page page, const std::string& name) {
     browser_.Close();
     return;
   }
+  if (page != Browser::Page::kPictures && RefusesInTry()) return;
   switch (page) {
     case Browser::Page::kPictures:
       textureName_ = name;

@@ -41,11 +41,28 @@ Vec3 WayOf(int key) {
 
 bool Editor::HandleEvent(const SDL_Event& event) { return HandleBarEvent(event) || HandleShortcut(event); }
 
-bool Editor::HandleBarEvent(const SDL_Event& event) { return !IsToggle(event) && view_.HandleEvent(event); }
+bool Editor::HandleBarEvent(const SDL_Event& event) {
+  return !try_.trial.IsReplaying() && !IsToggle(event) && view_.HandleEvent(event);
+}
 
 bool Editor::HandleShortcut(const SDL_Event& event) {
+  if (try_.trial.IsReplaying()) return false;
+  if (TakeShortcut(event)) return true;
+  if (try_.trial.IsOn()) try_.trial.Hear(event);
+  return false;
+}
+
+bool Editor::TakeShortcut(const SDL_Event& event) {
   if (IsToggle(event)) {
-    if (event.key.repeat == 0) SetShown(!IsShown());
+    if (event.key.repeat != 0) return true;
+    const bool twice = card_.PressTwice();
+    SetShown(twice || !IsShown());
+    if (twice) card_.Show();
+    return true;
+  }
+  // The key that began a try ends it, bars or no bars.
+  if (event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_F9 && (IsShown() || try_.trial.IsOn())) {
+    if (event.key.repeat == 0) try_.ask = TryState::Ask::kToggle;
     return true;
   }
   if (!IsShown()) return false;
@@ -74,7 +91,7 @@ bool Editor::HandleKey(int key) {
   if (HandleWindowKey(key)) return true;
   if (IsPausedByGame()) return false;
   if (key == SDLK_DELETE) {
-    Say([this] { return Copies::Kill(history_); });
+    if (!RefusesInTry()) Say([this] { return Copies::Kill(history_); });
     return true;
   }
   if (key == SDLK_ESCAPE && !carried_.empty()) {
@@ -96,7 +113,7 @@ bool Editor::HandleWindowKey(int key) {
       TogglePace(Freeze::Pace::kSlow);
       return true;
     case SDLK_F5:
-      Do([this] { Reload(fileName_); });
+      if (!RefusesInTry()) Do([this] { Reload(fileName_); });
       return true;
     case SDLK_F6:
       list_.Toggle();
@@ -136,13 +153,13 @@ bool Editor::HandleCommandKey(int key) {
       Say([this] { return copies_.Copy(); });
       return true;
     case SDLK_x:
-      Say([this] { return copies_.Cut(history_); });
+      if (!RefusesInTry()) Say([this] { return copies_.Cut(history_); });
       return true;
     case SDLK_v:
-      Do([this] { Paste(true); });
+      if (!RefusesInTry()) Do([this] { Paste(true); });
       return true;
     case SDLK_d:
-      Say([this] { return copies_.Duplicate(history_, CopyShift()); });
+      if (!RefusesInTry()) Say([this] { return copies_.Duplicate(history_, CopyShift()); });
       return true;
     default:
       return false;

@@ -33,6 +33,7 @@ void Editor::TogglePace(Freeze::Pace pace) { freeze_.Set(freeze_.Get() == pace ?
 void Editor::FillStage() {
   stageHand_.grid.step = kGridSteps[std::clamp(gridChoice_, 0, static_cast<int>(std::size(kGridSteps)) - 1)];
   stage_.RemoveAll();
+  FillTry();
   FillTime();
   FillFiles();
   FillCopies();
@@ -54,9 +55,11 @@ void Editor::FillTime() {
   addPace("Slow", "Slow (F4)", Freeze::Pace::kSlow);
   addSwitch("Objects", "Objects (F6)", list_.IsShown(), [this] { list_.Toggle(); });
   addSwitch("Browse", "Browse (F7)", browser_.IsShown(), [this] { browser_.Toggle(); });
+  addSwitch("Keys", "Keys (F1 twice)", card_.IsShown(), [this] { card_.Toggle(); });
   addSwitch("Narrow", "Narrow", look_.narrow, [this] { look_.narrow = !look_.narrow; });
   addSwitch("Fold", "Fold (F8)", look_.folded, [this] { look_.folded = !look_.folded; });
   std::string state = PaceText(freeze_.Get());
+  if (try_.trial.IsOn()) state += ". A try: values that are set here are set in the level too";
   if (IsUnsaved()) state += ". Unsaved changes";
   if (!carried_.empty()) state += ". Click where " + carried_ + " goes, Esc for nowhere";
   stage_.AddText(state);
@@ -66,12 +69,15 @@ void Editor::FillFiles() {
   stage_.AddButton("New level", [this] { NewLevel(); });
   stage_.AddButton("Reload", "Reload (F5)", [this] { Reload(fileName_); });
   stage_.GetLast().hint = "Loads FileName as it is on the disk now, unless lint finds faults in it";
+  stage_.AddButton("Let bots play", [this] { PlayLevel(); });
+  stage_.GetLast().hint = "Bots play a copy of the level; what spoils it is listed. Again: stop them";
+  stage_.GetLast().marked = played_.IsRunning();
   for (const char* act : {"quit", "new game"}) {
     stage_.AddButton(std::string("Ask before: ") + act, [this, act] {
       SetShown(true);
       asked_ = act;
       askedNow_ = true;
-      recovery_.PutAside(SceneText);
+      recovery_.PutAside([this] { return try_.trial.IsOn() ? try_.trial.GetLevelText() : SceneText(); });
       Print("there are unsaved changes: save them, or once more for a %s without them\n", act);
     });
     stage_.GetLast().hidden = true;

@@ -15,6 +15,7 @@
 #include "editor/acts/object_shape.h"
 #include "editor/editor.h"
 #include "editor/files/level_files.h"
+#include "editor/hints.h"
 #include "editor/test_objects.h"
 #include "graphics/renderer.h"
 #include "lint/lint.h"
@@ -79,6 +80,7 @@ void Editor::FillTools() {
   tools_.AddButton("Redo", "Redo (Ctrl+Y)", [this] { Print("%s\n", history_.Redo().c_str()); });
   FillPalette();
   FillMessages();
+  AddHints(tools_);
   OfferPages(tools_, tools_.GetName(), browser_);
 }
 

@@ -15,6 +15,8 @@ class Freeze {
   void Step();
   /// Once a frame, before it is known whether it runs.
   void Update();
+  /// Whether it is held now.
+  bool IsHolding() const { return held_; }
   /// The scene runs, and nothing is held.
   void Release();
 

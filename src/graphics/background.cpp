@@ -24,4 +24,5 @@ GameObject& GetBackground() {
   return background;
 }
 
-void SetBackgroundPicture(const char* textureName) { GetBackground().Get<Sprite>()->texturePath = textureName; }
+const std::string& GetBackgroundPicture() { return GetBackground().Get<Sprite>()->texturePath; }
+void SetBackgroundPicture(const std::string& textureName) { GetBackground().Get<Sprite>()->texturePath = textureName; }

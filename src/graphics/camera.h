@@ -20,6 +20,7 @@ class Camera final : public Component {
   /// `fov`: vertical, degrees; `aspect`: width over height; plane distances in world units.
   void SetPerspective(float fov, float aspect, float nearPlane, float farPlane);
   float GetFov() const { return fov_; }
+  float GetAspect() const { return aspectRatio_; }
   float GetNear() const { return nearPlane_; }
   float GetFar() const { return farPlane_; }
   const glm::mat4& GetView() const { return view_; }

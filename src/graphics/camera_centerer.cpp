@@ -24,7 +24,13 @@ struct Average {
 
 }  // namespace
 
+// Frames under the editor's freeze leave no trace: the mouse is seen through the camera.
 void CameraCenterer::Update(float /*step*/) {
+  if (!IsFrozen()) Lean();
+  if (Camera* camera = GetCamera(*owner)) camera->offset += lean_;
+}
+
+void CameraCenterer::Lean() {
   Average all;
   Average players;
   for (const auto& object : Objects().GetObjects()) {
@@ -40,5 +46,4 @@ void CameraCenterer::Update(float /*step*/) {
   // While the game stands still the picture comes to rest, where it would creep on for hundreds of frames unseen: each
   // takes a tenth off what is left, and nothing of it shows long before it is too small a number.
   if (IsPaused() && Length(aim - lean_) < kRest) lean_ = aim;
-  if (Camera* camera = GetCamera(*owner)) camera->offset += lean_;
 }

@@ -13,5 +13,7 @@ class CameraCenterer final : public Script {
   const char* GetName() const override { return "CameraCenterer"; }
 
  private:
+  void Lean();
+
   Vec3 lean_;
 };

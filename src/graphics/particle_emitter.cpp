@@ -5,6 +5,7 @@
 
 #include "core/field_bar.h"
 #include "core/print.h"
+#include "core/scene_state.h"
 #include "core/serializer.h"
 #include "graphics/meshes.h"
 
@@ -19,8 +20,8 @@ struct Emitters {
 
 // Never destroyed: emitters of objects that live to the end of the process leave it late.
 Emitters& Get() {
-  static Emitters& emitters = *new Emitters;
-  return emitters;
+  static auto& emitters = *new SceneState<Emitters>;
+  return *emitters;
 }
 
 void AddInstanceAttribute(GLuint location, GLuint buffer, int components) {

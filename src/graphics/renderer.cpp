@@ -24,7 +24,7 @@ void Renderer::Init() {
   CreateProgram("particles", "dparticle_vert.glsl", "dparticle_frag.glsl");
   meshes_ = {BuildQuad(0.5f), BuildCircle(), BuildSquareOutline(), BuildQuad(1.0f)};
   FitWindow();
-  screenShaderName_ = "screen";
+  screen_.shader = "screen";
 }
 
 void Renderer::Shutdown() {
@@ -199,10 +199,10 @@ ShaderProgram* Renderer::UseInScene(const std::string& shaderName) {
 }
 
 void Renderer::ComposeScreen(bool clocksRun) {
-  const float frameTime = screenTime_;
+  const float frameTime = screen_.time;
   if (clocksRun) {
-    screenTime_ += kClockStep;
-    waveTime_ += kClockStep;
+    screen_.time += kClockStep;
+    screen_.waveTime += kClockStep;
   }
   gl::SetEnabled(GL_DEPTH_TEST, false);  // on in the first frame alone, seen or not
   if (!IsDrawing()) return;
@@ -212,21 +212,21 @@ void Renderer::ComposeScreen(bool clocksRun) {
   gl::Viewport(viewport_.x, viewport_.y, viewport_.width, viewport_.height);
   gl::ClearColor(0.0f, 0.0f, 0.0f, 1.0f);
   gl::Clear(GL_COLOR_BUFFER_BIT);
-  const ShaderProgram& program = GetShader(screenShaderName_);
+  const ShaderProgram& program = GetShader(screen_.shader);
   gl::SetEnabled(GL_BLEND, false);
   // With program 0 a compatibility context would draw a white quad; the cleared window stays instead.
   if (!program.linked) return;
   gl::UseProgram(program.name);
   gl::Uniform(program.frameTime, frameTime);
-  gl::Uniform3(program.cPoint, &wavePoint_.x);
-  gl::Uniform(program.gTime, waveTime_);
+  gl::Uniform3(program.cPoint, &screen_.wavePoint.x);
+  gl::Uniform(program.gTime, screen_.waveTime);
   gl::BindVertexArray(meshes_[MeshType::kFullScreen].vertexArray);
   gl::BindTexture(sceneTexture_);
   gl::DrawIndexedTriangles(kQuadIndices);
 }
 
 void Renderer::StartRipple(const Vec3& point) {
-  screenShaderName_ = "wave";
-  wavePoint_ = point;
-  waveTime_ = 0.0f;
+  screen_.shader = "wave";
+  screen_.wavePoint = point;
+  screen_.waveTime = 0.0f;
 }

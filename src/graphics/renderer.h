@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/game_object.h"
@@ -34,8 +35,8 @@ class Renderer {
   void FitWindow();
   /// Draws pictures of that size, in pixels, whatever the window's is or becomes; only the camera goes with the window.
   void FitPicture(int width, int height);
-  /// While off nothing is drawn, and all else goes on: for frames that nobody looks at. On at first.
-  void SetDrawing(bool drawing) { drawing_ = drawing; }
+  /// While off nothing is drawn, and all else goes on: for frames that nobody looks at. On at first. What it was.
+  bool SetDrawing(bool drawing) { return std::exchange(drawing_, drawing); }
   /// Whether somebody could see what is drawn.
   bool IsDrawing() const { return drawing_ && gl::HasContext(); }
   /// Of the whole picture with its black edges, in pixels: the window's, or those of FitPicture.
@@ -63,11 +64,20 @@ class Renderer {
   void ComposeScreen(bool clocksRun = true);
 
   /// Which program ComposeScreen uses; not checked.
-  void SetScreenShader(const std::string& name) { screenShaderName_ = name; }
+  void SetScreenShader(const std::string& name) { screen_.shader = name; }
   /// Restarts the ripple at a point in the screen's texture space, (0, 0) lower left to (1, 1).
   void StartRipple(const Vec3& point);
   /// Seconds since the last ripple started, in composed frames.
-  float GetWaveTime() const { return waveTime_; }
+  float GetWaveTime() const { return screen_.waveTime; }
+  /// What the screen program goes by.
+  struct Screen {
+    float waveTime = 0.0f;  ///< seconds since the last ripple started
+    float time = 0.0f;      ///< seconds in all
+    Vec3 wavePoint;
+    std::string shader;
+  };
+  const Screen& GetScreen() const { return screen_; }
+  void SetScreen(const Screen& screen) { screen_ = screen; }
 
  private:
   void FitTarget(int width, int height);
@@ -82,8 +92,7 @@ class Renderer {
   void ReportFramebufferStatus() const;
 
   bool drawing_ = true;
-  float waveTime_ = 0.0f;
-  float screenTime_ = 0.0f;
+  Screen screen_;
   FT_Library fontLibrary_ = nullptr;
   GLuint sceneTexture_ = 0;
   GLuint sceneFramebuffer_ = 0;
@@ -92,7 +101,6 @@ class Renderer {
   int targetHeight_ = 0;
   bool ownSize_ = false;  // of the picture, by FitPicture
   Viewport viewport_;
-  std::string screenShaderName_;
   std::unordered_map<std::string, Texture> textures_;
   std::vector<GLuint> newTextures_;  // without their smaller levels yet
   bool shown_ = false;               // a picture has been composed
@@ -102,7 +110,6 @@ class Renderer {
   std::string inSceneName_;
   std::unordered_map<std::string, Font> fonts_;
   std::vector<TextVertex> textVertices_;  // of the text being drawn; kept for its capacity
-  Vec3 wavePoint_;
 };
 
 /// The process-wide renderer. It is never destroyed by itself: at process exit the context is gone.

@@ -4,6 +4,7 @@
 
 #include "core/pause.h"
 #include "core/random.h"
+#include "core/scene_state.h"
 #include "graphics/camera.h"
 
 namespace {
@@ -17,8 +18,8 @@ struct Shake {
 };
 
 Shake& Current() {
-  static Shake shake;
-  return shake;
+  static SceneState<Shake> shake;
+  return *shake;
 }
 
 // The direction's projection onto a random vector of the first quadrant.

@@ -49,6 +49,13 @@ Gamepad& GetGamepad(int slot) {
   return gamepads[static_cast<std::size_t>(slot)];
 }
 
+void ResetGamepads() {
+  for (int slot = 0; slot < kGamepadSlots; ++slot) {
+    GetGamepad(slot) = {};
+    GetGamepad(slot).index = slot;
+  }
+}
+
 void ReopenGamepads() {
   for (int slot = 0; slot < kGamepadSlots; ++slot) GetPlatform().OpenGamepad(slot);
 }

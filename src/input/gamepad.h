@@ -52,6 +52,8 @@ namespace Input {
 
 /// The pad of a slot, 0 to 3.
 Gamepad& GetGamepad(int slot);
+/// Forgets what the pads held.
+void ResetGamepads();
 /// Opens devices 0 to 3 into the four slots anew; at start-up and whenever devices come or go.
 void ReopenGamepads();
 

@@ -9,9 +9,7 @@ namespace Input {
 
 namespace {
 
-constexpr std::size_t kLetters = 26;
-
-constexpr std::array<std::pair<std::string_view, int>, 14> kNamedKeys = {{
+constexpr std::array<std::pair<std::string_view, int>, kNamedKeyCount> kNamedKeys = {{
     {"shift", SDLK_LSHIFT},
     {"rshift", SDLK_RSHIFT},
     {"alt", SDLK_LALT},
@@ -28,31 +26,19 @@ constexpr std::array<std::pair<std::string_view, int>, 14> kNamedKeys = {{
     {"arrowkeyleft", SDLK_LEFT},
 }};
 
-struct Keys {
-  std::bitset<kLetters> letters;
-  std::bitset<kNamedKeys.size()> named;
-};
-
 struct KeyBinding {
   int key;
   std::vector<std::function<void()>> callbacks;
 };
 
 struct State {
-  Keys keys;
-  Keys previous;
+  Held held;
   std::vector<KeyBinding> keyDownBindings;
   std::vector<KeyBinding> keyUpBindings;
   Pointer pointer;
   bool mouseEnabled = false;
   float mousePixelX = 0.0f;  // where the cursor's last event was, in window pixels; kept and asked for by nobody:
   float mousePixelY = 0.0f;  // the mouse's place is the Pointer's
-  std::bitset<3> mouseButtons;
-  std::bitset<3> previousMouseButtons;
-  // click tracker
-  bool clickChanged = false;
-  std::bitset<3> clickDown;
-  std::bitset<3> clickPrevious;
 };
 
 State& Get() {
@@ -66,12 +52,12 @@ std::size_t IndexOf(std::string_view name) {
   return i;
 }
 
-bool IsNamed(const Keys& keys, std::string_view name) {
+bool IsNamed(const Held::Keys& keys, std::string_view name) {
   const std::size_t i = IndexOf(name);
   return i < kNamedKeys.size() && keys.named[i];
 }
 
-bool IsLetter(const Keys& keys, char letter) {
+bool IsLetter(const Held::Keys& keys, char letter) {
   return letter >= 'a' && letter <= 'z' && keys.letters[static_cast<std::size_t>(letter - 'a')];
 }
 
@@ -86,24 +72,24 @@ void Run(const std::vector<KeyBinding>& bindings, int keyCode) {
 
 bool IsClicked(MouseButton button) {
   const auto bit = static_cast<std::size_t>(button);
-  return Get().clickDown[bit] && !Get().clickPrevious[bit];
+  return Get().held.clickDown[bit] && !Get().held.clickPrevious[bit];
 }
 
 }  // namespace
 
-void BeginFrame() { Get().previous = Get().keys; }
+void BeginFrame() { Get().held.previousKeys = Get().held.keys; }
 
 void SetKey(int keyCode, bool down) {
-  Keys& keys = Get().keys;
+  Held::Keys& keys = Get().held.keys;
   if (keyCode >= 'a' && keyCode <= 'z') keys.letters[static_cast<std::size_t>(keyCode - 'a')] = down;
   for (std::size_t i = 0; i < kNamedKeys.size(); ++i)
     if (kNamedKeys[i].second == keyCode) keys.named[i] = down;
 }
 
-bool IsKeyDown(std::string_view name) { return IsNamed(Get().keys, name); }
-bool IsKeyTriggered(std::string_view name) { return IsKeyDown(name) && !IsNamed(Get().previous, name); }
-bool IsLetterDown(char letter) { return IsLetter(Get().keys, letter); }
-bool IsLetterTriggered(char letter) { return IsLetterDown(letter) && !IsLetter(Get().previous, letter); }
+bool IsKeyDown(std::string_view name) { return IsNamed(Get().held.keys, name); }
+bool IsKeyTriggered(std::string_view name) { return IsKeyDown(name) && !IsNamed(Get().held.previousKeys, name); }
+bool IsLetterDown(char letter) { return IsLetter(Get().held.keys, letter); }
+bool IsLetterTriggered(char letter) { return IsLetterDown(letter) && !IsLetter(Get().held.previousKeys, letter); }
 
 int KeyCodeFromName(std::string_view name) {
   if (name.size() == 1 && name[0] >= 'a' && name[0] <= 'z') return name[0];
@@ -134,7 +120,7 @@ void RunKeyUpBindings(int keyCode) { Run(Get().keyUpBindings, keyCode); }
 
 void TrackMouseEvent(const SDL_Event& event) {
   if (event.type != SDL_MOUSEBUTTONDOWN && event.type != SDL_MOUSEBUTTONUP) return;
-  State& state = Get();
+  Held& state = Get().held;
   std::size_t bit = 0;
   switch (event.button.button) {
     case SDL_BUTTON_LEFT:
@@ -155,7 +141,7 @@ void TrackMouseEvent(const SDL_Event& event) {
 }
 
 void EndMouseFrame() {
-  State& state = Get();
+  Held& state = Get().held;
   if (!state.clickChanged) state.clickPrevious = state.clickDown;
   state.clickChanged = false;
 }
@@ -168,7 +154,7 @@ void EnableMouse() { Get().mouseEnabled = true; }
 void SetMouseButton(MouseButton button, bool down, float pixelX, float pixelY) {
   if (!Get().mouseEnabled) return;
   SetMousePixel(pixelX, pixelY);
-  Get().mouseButtons[static_cast<std::size_t>(button)] = down;
+  Get().held.mouseButtons[static_cast<std::size_t>(button)] = down;
 }
 
 void SetMousePixel(float pixelX, float pixelY) {
@@ -177,16 +163,18 @@ void SetMousePixel(float pixelX, float pixelY) {
   Get().mousePixelY = pixelY;
 }
 
-void BeginMouseFrame() { Get().previousMouseButtons = Get().mouseButtons; }
+void BeginMouseFrame() { Get().held.previousMouseButtons = Get().held.mouseButtons; }
 
-bool IsMouseButtonDown(MouseButton button) { return Get().mouseButtons[static_cast<std::size_t>(button)]; }
+bool IsMouseButtonDown(MouseButton button) { return Get().held.mouseButtons[static_cast<std::size_t>(button)]; }
 
 bool IsMouseButtonTriggered(MouseButton button) {
   const auto bit = static_cast<std::size_t>(button);
-  return Get().mouseButtons[bit] && !Get().previousMouseButtons[bit];
+  return Get().held.mouseButtons[bit] && !Get().held.previousMouseButtons[bit];
 }
 
 Pointer& GetPointer() { return Get().pointer; }
+
+Held& GetHeld() { return Get().held; }
 
 void Reset() { Get() = State{}; }
 

@@ -4,6 +4,7 @@
 
 #include <SDL.h>
 
+#include <bitset>
 #include <functional>
 #include <string_view>
 
@@ -67,6 +68,27 @@ struct Pointer {
   bool onBars = false;  ///< the editor's bars are shown, and the mouse is theirs
 };
 Pointer& GetPointer();
+
+/// What is held down and was in the frame before, to be kept and put back. `click...`: of the tracker for menus.
+inline constexpr std::size_t kNamedKeyCount = 14;
+struct Held {
+  struct Keys {
+    std::bitset<26> letters;
+    std::bitset<kNamedKeyCount> named;
+
+    bool operator==(const Keys&) const = default;
+  };
+  Keys keys;
+  Keys previousKeys;
+  std::bitset<3> mouseButtons;
+  std::bitset<3> previousMouseButtons;
+  std::bitset<3> clickDown;
+  std::bitset<3> clickPrevious;
+  bool clickChanged = false;
+
+  bool operator==(const Held&) const = default;
+};
+Held& GetHeld();
 
 /// Forgets keys, clicks, bindings and the pointer, as at the start of the process.
 void Reset();

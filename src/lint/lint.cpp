@@ -7,11 +7,11 @@
 
 namespace {
 
-bool LintFile(const std::string& file, std::FILE* out) {
+bool LintFile(const std::string& file, std::FILE* out, const std::string& data) {
   LintReport report(file, out);
   LintLevel level(file);
   if (ReadLevel(level, report)) {
-    LevelFolder folder(GameFolderOf(file));
+    LevelFolder folder(data.empty() ? GameFolderOf(file) : data);
     CheckLevel({level, folder, report});
   }
   return !report.HasFaults();
@@ -36,9 +36,11 @@ void Gather(std::vector<std::string>& lines, const std::string& name, const Chec
 
 }  // namespace
 
-int LintFiles(const std::vector<std::string>& files, std::FILE* out) {
+int LintFiles(const std::vector<std::string>& files, std::FILE* out) { return LintFiles(files, {}, out); }
+
+int LintFiles(const std::vector<std::string>& files, const std::string& dataFolder, std::FILE* out) {
   bool good = true;
-  for (const std::string& file : files) good = LintFile(file, out) && good;
+  for (const std::string& file : files) good = LintFile(file, out, dataFolder) && good;
   return good ? 0 : 1;
 }
 

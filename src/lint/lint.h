@@ -11,6 +11,9 @@
 /// 0.
 int LintFiles(const std::vector<std::string>& files, std::FILE* out);
 
+/// The same with pictures, archetypes and pieces of another folder; beside the file when it is empty.
+int LintFiles(const std::vector<std::string>& files, const std::string& dataFolder, std::FILE* out);
+
 /// The same lines for one file, each without its end.
 std::vector<std::string> LintLines(const std::string& file);
 

@@ -18,6 +18,7 @@ struct Rule {
   RuleKind kind;
   std::string_view meaning;  ///< one sentence
   std::string_view example;  ///< lines that break it, or words on what does
+  bool played = false;       ///< it shows only when the file is played
 };
 
 inline constexpr auto kLintRules = std::to_array<Rule>({
@@ -171,6 +172,23 @@ inline constexpr auto kLintRules = std::to_array<Rule>({
     {"second-object", RuleKind::kNote, "Of an archetype only the first object is placed.", "an archetype of two"},
     {"never-leaves", RuleKind::kNote, "What is spawned without a DeathTimer piles up.", "a crate without DeathTimer"},
     {"spawn-rate", RuleKind::kFault, "Or it spawns in every frame.", "`spawnrate: 0`"},
+    // what shows when it is played (lint --play)
+    {"not-played", RuleKind::kFault, "The game broke off, or there is nothing to play.", "a piece of 20000 crates",
+     true},
+    {"cannot-move", RuleKind::kFault, "A player launches for three game seconds and stays where it is.",
+     "a seat between four walls", true},
+    {"no-way-out", RuleKind::kFault, "Whoever is there does not come away.", "a pocket behind a ring of stones", true},
+    {"stuns-at-once", RuleKind::kFault, "It stuns a player before anything can be done about it.",
+     "`stunsonhit` where a player starts", true},
+    {"leaves-the-stage", RuleKind::kFault, "A thing that was on the stage is behind its walls.",
+     "a ball of group 0, which meets no wall", true},
+    {"never-rests", RuleKind::kNote, "A thing of the file never lay still.", "a crate that is stuck in a rock", true},
+    {"pays-nobody", RuleKind::kFault, "Nobody gets a point while a rule runs.", "all crates behind rocks", true},
+    {"out-of-reach", RuleKind::kNote, "Nobody hit a thing that gives points.", "a crate between four rocks", true},
+    {"slow-frames", RuleKind::kFault, "Frames take more than half of their time, without the picture.",
+     "a thousand crates in a heap", true},
+    {"piles-up", RuleKind::kFault, "Ever more things come, or they stay when the piece is over.", "`spawnrate: 0.01`",
+     true},
 });
 
 /// A name from the table.

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "core/object_manager.h"
+#include "core/scene_state.h"
 
 namespace {
 
@@ -12,8 +13,8 @@ struct Players {
 };
 
 Players& Get() {
-  static Players players;
-  return players;
+  static SceneState<Players> players;
+  return *players;
 }
 
 }  // namespace

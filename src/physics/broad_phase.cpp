@@ -1,11 +1,12 @@
 #include "physics/broad_phase.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <numeric>
 
 #include "core/print.h"
 #include "core/transform.h"
-#include "physics/primitive_assemblage.h"
 
 namespace GalePhysics {
 
@@ -27,7 +28,44 @@ constexpr std::array<std::uint32_t, 16> kReached = [] {
 
 }  // namespace
 
-void BroadPhase::Detect(const ObjectManager::ObjectList& objects, Findings& findings) {
+void BroadPhase::Detect(const ObjectManager::ObjectList& objects, Look look, Findings& findings) {
+  if (look == Look::kAll)
+    shapes_.Renew();
+  else
+    shapes_.Follow();
+  TestPairs();
+  if (hits_.empty()) return;
+  allRows_.resize(shapes_.Size());
+  std::iota(allRows_.begin(), allRows_.end(), 0u);
+  Visit(allRows_, hits_, 0, RegionOf(objects), findings);
+}
+
+void BroadPhase::TestPairs() {
+  near_.clear();
+  found_.contacts.clear();
+  found_.overlaps.clear();
+  hits_.clear();
+  nearPairs_.Collect(shapes_, near_);
+  if (nearPairs_.IsCutOff()) ReportPile();
+  for (const ShapePair& pair : near_) {
+    if (found_.Size() >= kMaxFindings) return ReportPile();
+    TestPair(pair);
+  }
+}
+
+void BroadPhase::TestPair(const ShapePair& pair) {
+  const ShapeTable::Circle& a = shapes_.GetCircle(pair.first);
+  const ShapeTable::Circle& b = shapes_.GetCircle(pair.second);
+  const float reach = a.radius + b.radius;
+  if (!(std::abs(a.x - b.x) <= reach && std::abs(a.y - b.y) <= reach)) return;
+  Hit hit = {pair, found_.contacts.size(), 0, found_.overlaps.size(), 0};
+  Collide(shapes_.GetCollider(pair.first), shapes_.GetCollider(pair.second), found_);
+  hit.endContact = found_.contacts.size();
+  hit.endOverlap = found_.overlaps.size();
+  if (hit.endContact > hit.firstContact || hit.endOverlap > hit.firstOverlap) hits_.push_back(hit);
+}
+
+BroadPhase::Region BroadPhase::RegionOf(const ObjectManager::ObjectList& objects) {
   float maxX = 0.0f;
   float maxY = 0.0f;
   float minX = 0.0f;
@@ -40,118 +78,76 @@ void BroadPhase::Detect(const ObjectManager::ObjectList& objects, Findings& find
     minX = std::min(minX, p.x);
     minY = std::min(minY, p.y);
   }
-  Gather();
-  pairsWalked_ = 0;
   // Halved before they are added: a place near the largest float must not make the region infinite.
-  const Region region = {maxX / 2.0f + minX / 2.0f, maxY / 2.0f + minY / 2.0f, maxX / 2.0f - minX / 2.0f,
-                         maxY / 2.0f - minY / 2.0f};
-  Visit({root_.data(), root_.size()}, 0, region, findings);
+  return {maxX / 2.0f + minX / 2.0f, maxY / 2.0f + minY / 2.0f, maxX / 2.0f - minX / 2.0f, maxY / 2.0f - minY / 2.0f};
 }
 
-void BroadPhase::Gather() {
-  reaches_.clear();
-  bounds_.clear();
-  shapes_.clear();
-  root_.clear();
-  GatherFrom(ShapeListing<BoxCollider>::List());
-  GatherFrom(ShapeListing<SphereCollider>::List());
-  GatherFrom(ShapeListing<PrimitiveAssemblage>::List());
-}
-
-template <class Shapes>
-void BroadPhase::GatherFrom(const Shapes& shapes) {
-  for (const auto* shape : shapes) {
-    if (shape->owner == nullptr) continue;
-    const Vec3& p = shape->owner->GetTransform().position;
-    const float r = shape->broadPhaseSize;
-    root_.push_back({static_cast<std::uint32_t>(shapes_.size()), MeetsAll(shape->collisionGroup) ? kMeetsAll : 0});
-    reaches_.push_back(Lanes{p.x + r, -(p.x - r), p.y + r, -(p.y - r)});
-    bounds_.push_back(ToLanes(TightBounds(*shape)));
-    shapes_.push_back({p.x, p.y, r, shape});
-  }
-}
-
-// A copy carries the bits of the quadrants that come before it: two copies that share a bit are tested there. Every
-// entry is written to all four quadrants and kept in those that it reaches, which spares the unforeseeable branches.
-void BroadPhase::Distribute(const List& list, std::size_t depth, const Region& region) {
+// A quadrant holds the shapes whose circles reach it, and is split by their number. Only those with hits are gone into.
+void BroadPhase::Visit(Rows rows, const Hits& hits, std::size_t depth, const Region& region, Findings& findings) {
   const Lanes centre = {region.x, -region.x, region.y, -region.y};
-  std::array<Entry*, 4> out;
-  auto& quadrants = quadrants_[depth];
-  for (std::size_t q = 0; q < 4; ++q) {
-    if (quadrants[q].storage.size() <= list.size) quadrants[q].storage.resize(2 * list.size + 1);
-    out[q] = quadrants[q].storage.data();
-  }
-  for (std::size_t i = 0; i < list.size; ++i) {
-    const Entry entry = list.entries[i];
-    const std::uint32_t reached = kReached[TrueLanes(reaches_[entry.shape] >= centre)];
-    for (std::uint32_t q = 0; q < 4; ++q) {
-      const std::uint32_t before = reached & ((1u << q) - 1);
-      *out[q] = {entry.shape, entry.bits | ((before << (4 * depth)) & kMaskBits)};
-      out[q] += (reached >> q) & 1u;
-    }
-  }
-  for (std::size_t q = 0; q < 4; ++q)
-    quadrants[q].size = static_cast<std::size_t>(out[q] - quadrants[q].storage.data());
-}
-
-void BroadPhase::Visit(const List& list, std::size_t depth, const Region& region, Findings& findings) {
-  Distribute(list, depth, region);
+  Distribute(hits, depth, centre);
   const float halfX = region.halfX / 2.0f;
   const float halfY = region.halfY / 2.0f;
-  for (std::size_t q = 0; q < 4; ++q) {
-    Quadrant& quadrant = quadrants_[depth][q];
-    const List inner = {quadrant.storage.data(), quadrant.size};
-    if (!HasPairs(inner)) continue;
-    if (inner.size >= kSplitAt && depth < kMaxDepth) {
-      const float x = q < 2 ? region.x + halfX : region.x - halfX;
-      const float y = q % 2 == 0 ? region.y + halfY : region.y - halfY;
-      Visit(inner, depth + 1, {x, y, halfX, halfY}, findings);
-    } else {
-      TestPairs(inner, findings);
+  for (unsigned q = 0; q < 4; ++q) {
+    const Hits& inner = quadrants_[depth][q];
+    if (inner.empty()) continue;
+    if (depth < kMaxDepth) {
+      const Rows selected = Select(rows, q, depth, centre);
+      if (selected.size() >= kSplitAt) {
+        const float x = q < 2 ? region.x + halfX : region.x - halfX;
+        const float y = q % 2 == 0 ? region.y + halfY : region.y - halfY;
+        Visit(selected, inner, depth + 1, {x, y, halfX, halfY}, findings);
+        continue;
+      }
+    }
+    Report(inner, findings);
+  }
+}
+
+// A pair belongs to the first quadrant that both shapes reach. On the last level it belongs to all of them, and is
+// reported as often.
+void BroadPhase::Distribute(const Hits& hits, std::size_t depth, const Lanes& centre) {
+  auto& quadrants = quadrants_[depth];
+  for (Hits& quadrant : quadrants) quadrant.clear();
+  for (const Hit& hit : hits) {
+    std::uint32_t common = Reached(hit.pair.first, centre) & Reached(hit.pair.second, centre);
+    while (common != 0) {
+      quadrants[static_cast<std::size_t>(std::countr_zero(common))].push_back(hit);
+      common = depth < kMaxDepth ? 0 : common & (common - 1);
     }
   }
 }
 
-// Entries that all share a bit are tested elsewhere, and those of group 0 alone nowhere.
-bool BroadPhase::HasPairs(const List& list) {
-  std::uint32_t common = kMaskBits;
-  std::uint32_t any = 0;
-  for (std::size_t i = 0; i < list.size; ++i) {
-    common &= list.entries[i].bits;
-    any |= list.entries[i].bits;
+BroadPhase::Rows BroadPhase::Select(Rows rows, unsigned quadrant, std::size_t depth, const Lanes& centre) {
+  std::vector<std::uint32_t>& storage = selected_[depth];
+  if (storage.size() < rows.size()) storage.resize(2 * rows.size());
+  std::size_t size = 0;
+  for (const std::uint32_t row : rows) {
+    storage[size] = row;  // stays if it counts, which spares the unforeseeable branch
+    size += (Reached(row, centre) >> quadrant) & 1u;
   }
-  return list.size > 1 && common == 0 && (any & kMeetsAll) != 0;
+  return {storage.data(), size};
 }
 
-// Tight boxes first: a wall's circle spans the arena, so most pairs that the circles let through cannot touch.
-void BroadPhase::TestPairs(const List& list, Findings& findings) {
-  for (std::size_t i = 0; i + 1 < list.size; ++i) {
-    if (!TakeBudget(list.size - i - 1, findings)) return;
-    const Entry a = list.entries[i];
-    const Lanes upper = OppositeBounds(bounds_[a.shape]);
-    for (std::size_t j = i + 1; j < list.size; ++j) {
-      const Entry b = list.entries[j];
-      if (AreApart(bounds_[b.shape], upper)) continue;
-      if ((a.bits & b.bits & kMaskBits) != 0 || ((a.bits | b.bits) & kMeetsAll) == 0) continue;
-      TestPair(a.shape, b.shape, findings);
-    }
+std::uint32_t BroadPhase::Reached(std::uint32_t row, const Lanes& centre) const {
+  return kReached[TrueLanes(shapes_.GetReach(row) >= centre)];
+}
+
+void BroadPhase::Report(const Hits& hits, Findings& findings) {
+  const auto at = [](auto& list, std::size_t i) { return list.begin() + static_cast<std::ptrdiff_t>(i); };
+  for (const Hit& hit : hits) {
+    if (findings.Size() >= kMaxFindings) return ReportPile();
+    findings.contacts.insert(findings.contacts.end(), at(found_.contacts, hit.firstContact),
+                             at(found_.contacts, hit.endContact));
+    findings.overlaps.insert(findings.overlaps.end(), at(found_.overlaps, hit.firstOverlap),
+                             at(found_.overlaps, hit.endOverlap));
   }
 }
 
 // Bodies piled on one place meet each other all: their pairs grow with the square of their number.
-bool BroadPhase::TakeBudget(std::size_t pairs, const Findings& findings) {
-  pairsWalked_ += pairs;
-  if (pairsWalked_ <= kMaxPairs && findings.Size() < kMaxFindings) return true;
+void BroadPhase::ReportPile() {
   if (!reportedPile_) Print("too many colliders on one place, the rest of their contacts is skipped\n");
   reportedPile_ = true;
-  return false;
-}
-
-void BroadPhase::TestPair(std::uint32_t first, std::uint32_t second, Findings& findings) const {
-  const Shape& a = shapes_[first];
-  const Shape& b = shapes_[second];
-  const float reach = a.radius + b.radius;
-  if (std::abs(a.x - b.x) <= reach && std::abs(a.y - b.y) <= reach) Collide(*a.collider, *b.collider, findings);
 }
 
 }  // namespace GalePhysics

@@ -1,72 +1,66 @@
-// Finds the pairs of colliders that may touch: a quadtree over the x/y plane, built anew at every sub-step, whose
-// storage is kept. The order in which pairs are tested is part of the game: it decides the order of contacts.
+// Finds the pairs of colliders that touch and reports them in the order of a quadtree over the x/y plane. That order is
+// part of the game: it decides the order of contacts. What the tree orders is only what the exact tests have found.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "core/object_manager.h"
-#include "physics/bounds.h"
 #include "physics/narrow_phase.h"
+#include "physics/near_pairs.h"
+#include "physics/shape_table.h"
 
 namespace GalePhysics {
+
+/// Which colliders a pass has to look at anew.
+enum class Look {
+  kAll,     ///< anything may have changed since the last pass
+  kMoving,  ///< only bodies that were not at rest at the last pass with kAll have moved since
+};
 
 class BroadPhase {
  public:
   /// Tests every pair of listed colliders that may touch and appends what is found. `objects` span the region.
-  void Detect(const ObjectManager::ObjectList& objects, Findings& findings);
+  void Detect(const ObjectManager::ObjectList& objects, Look look, Findings& findings);
 
  private:
   static constexpr std::size_t kMaxDepth = 4;
-  static constexpr std::size_t kSplitAt = 10;  // entries from which on a node is split
-  // Of one pass; far beyond any stage.
-  static constexpr std::size_t kMaxPairs = 16'000'000;
-  static constexpr std::size_t kMaxFindings = 65'536;
+  static constexpr std::size_t kSplitAt = 10;          // shapes from which on a quadrant is split
+  static constexpr std::size_t kMaxFindings = 65'536;  // of one pass; far beyond any stage
 
-  // What is left to look at when the tight boxes of a pair overlap.
-  struct Shape {
-    float x, y, radius;
-    const Collider* collider;
-  };
-  struct Entry {
-    std::uint32_t shape;
-    std::uint32_t bits;  // see kMaskBits and kMeetsAll
-  };
-  // Low bits: quadrants of enclosing nodes that hold the shape and come before this one; the fifth level has none left.
-  static constexpr std::uint32_t kMaskBits = 0xffff;
-  // MeetsAll of its group: two shapes meet when either has it.
-  static constexpr std::uint32_t kMeetsAll = 0x10000;
-
-  struct Quadrant {
-    std::vector<Entry> storage;  // grown only; the first `size` are in use
-    std::size_t size;
-  };
   struct Region {
     float x, y, halfX, halfY;
   };
-  struct List {
-    Entry* entries;
-    std::size_t size;
+  using Rows = std::span<const std::uint32_t>;
+  // A pair that touches, and where in found_ that stands.
+  struct Hit {
+    ShapePair pair;
+    std::size_t firstContact, endContact;
+    std::size_t firstOverlap, endOverlap;
   };
+  using Hits = std::vector<Hit>;
 
-  void Gather();
-  template <class Shapes>
-  void GatherFrom(const Shapes& shapes);
-  void Visit(const List& list, std::size_t depth, const Region& region, Findings& findings);
-  void Distribute(const List& list, std::size_t depth, const Region& region);
-  static bool HasPairs(const List& list);
-  void TestPairs(const List& list, Findings& findings);
-  bool TakeBudget(std::size_t pairs, const Findings& findings);
-  void TestPair(std::uint32_t first, std::uint32_t second, Findings& findings) const;
+  void TestPairs();
+  void TestPair(const ShapePair& pair);
+  static Region RegionOf(const ObjectManager::ObjectList& objects);
+  void Visit(Rows rows, const Hits& hits, std::size_t depth, const Region& region, Findings& findings);
+  void Distribute(const Hits& hits, std::size_t depth, const Lanes& centre);
+  Rows Select(Rows rows, unsigned quadrant, std::size_t depth, const Lanes& centre);
+  std::uint32_t Reached(std::uint32_t row, const Lanes& centre) const;
+  void Report(const Hits& hits, Findings& findings);
+  void ReportPile();
 
-  // By shape number: apart, since the tree reads the first, the pairs the second, and few pairs the third.
-  std::vector<Lanes> reaches_;  // circle's (right, -left, upper, -lower) ends
-  std::vector<Lanes> bounds_;
-  std::vector<Shape> shapes_;
-  std::vector<Entry> root_;
-  std::array<std::array<Quadrant, 4>, kMaxDepth + 1> quadrants_;  // by depth
-  std::size_t pairsWalked_ = 0;                                   // in this pass
+  ShapeTable shapes_;
+  NearPairs nearPairs_;
+  // Of one pass; kept for their storage.
+  std::vector<ShapePair> near_;
+  Findings found_;  // by near_
+  Hits hits_;
+  std::vector<std::uint32_t> allRows_;
+  std::array<std::vector<std::uint32_t>, kMaxDepth> selected_;  // by depth, grown only
+  std::array<std::array<Hits, 4>, kMaxDepth + 1> quadrants_;    // by depth
   bool reportedPile_ = false;
 };
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/component.h"
+#include "core/scene_state.h"
 #include "physics/math/matrix34.h"
 
 namespace GalePhysics {
@@ -52,8 +53,8 @@ class ShapeListing {
   ~ShapeListing() { std::erase(List(), shape_); }
 
   static std::vector<Shape*>& List() {
-    static auto& list = *new std::vector<Shape*>;
-    return list;
+    static auto& list = *new SceneState<std::vector<Shape*>>;
+    return *list;
   }
 
  private:

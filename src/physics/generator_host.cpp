@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "core/scene_state.h"
 #include "core/script_box.h"
 #include "core/serializer.h"
 
@@ -14,8 +15,8 @@ constexpr int kFirstGeneratorId = 42;
 constexpr std::uint32_t kHostId = 1337;
 
 std::unique_ptr<GameObject>& HostSlot() {
-  static auto& slot = *new std::unique_ptr<GameObject>;
-  return slot;
+  static auto& slot = *new SceneState<std::unique_ptr<GameObject>>;
+  return *slot;
 }
 
 class GeneratorLinks final : public LevelExtension {

@@ -57,16 +57,20 @@ void RigidBody::Integrate() {
 
   const Vec3 oldPosition = transform.position;
   const Quaternion oldOrientation = transform.orientation;
-  transform.position += velocity * step;
-  velocity += forceTotal * inverseMass;  // generators have scaled their forces by the step already
+  transform.position = oldPosition + velocity * step;
+  // In a local: a member that was just stored in part would be waited for.
+  Vec3 v = velocity + forceTotal * inverseMass;  // generators have scaled their forces by the step already
+  v += acceleration * step;
+  velocity = v * damping;
   forceTotal = {};
-  velocity += acceleration * step;
-  velocity *= damping;
 
-  if (rotationLocked)
+  if (rotationLocked) {
     angularVelocity = {};
-  else
-    IntegrateRotation(step);
+  } else {
+    transform.orientation = Normalised(AddScaled(oldOrientation, angularVelocity * step));
+    if (!(torqueTotal == Vec3{})) angularVelocity += GetWorldInverseInertia() * torqueTotal;
+    angularVelocity *= damping;
+  }
   torqueTotal = {};
   const Vec3& p = transform.position;
   const Quaternion& q = transform.orientation;
@@ -77,12 +81,10 @@ void RigidBody::Integrate() {
   worldTensorStale_ = true;
 }
 
-void RigidBody::IntegrateRotation(float step) {
-  Quaternion& orientation = owner->GetTransform().orientation;
-  orientation = AddScaled(orientation, angularVelocity * step);
-  if (!(torqueTotal == Vec3{})) angularVelocity += GetWorldInverseInertia() * torqueTotal;
-  angularVelocity *= damping;
-  orientation = Normalised(orientation);
+bool RigidBody::IsStill() const {
+  const Vec3 none;
+  return velocity == none && angularVelocity == none && acceleration == none && forceTotal == none &&
+         torqueTotal == none && generators.empty();
 }
 
 // One infinite position would make the whole broad phase region infinite, and with it every collision disappear; an

@@ -29,6 +29,8 @@ class RigidBody final : public PointMass {
   /// One sub-step of Time().physicsStep seconds: the position moves by the old velocity, then the velocities change
   /// (the explicit Euler method). A step that would leave the finite numbers is undone and the body stopped.
   void Integrate();
+  /// Whether nothing moves, turns or drives it.
+  bool IsStill() const;
   /// Whether a step has been undone, so that the body is no longer where forces would have brought it.
   bool WasStopped() const { return reportedInfinite_; }
   /// Adds a generator, which must outlive the body; null is ignored.
@@ -42,11 +44,11 @@ class RigidBody final : public PointMass {
   Vec3 angularVelocity;                           ///< radians per body second about each axis
   Vec3 torqueTotal;                               ///< emptied by every integration
   bool rotationLocked = false;                    ///< a locked body never turns
+  bool atRest = false;                            ///< of the physics step: the last sub-step changed nothing of it
   std::vector<ForceGenerator*> generators;        ///< applied each sub-step in this order; not owned
   std::vector<ForceGenerator*> baseOfGenerators;  ///< generators anchored here; kept for saving; not owned
 
  private:
-  void IntegrateRotation(float step);
   void StopInfinite(const Vec3& oldPosition, const Quaternion& oldOrientation);
 
   Matrix33 inverseInertia_;  // body space

@@ -2,6 +2,7 @@
 
 #include "core/game_time.h"
 #include "core/object_manager.h"
+#include "core/scene_state.h"
 #include "physics/rigid_body.h"
 
 using GalePhysics::RigidBody;
@@ -23,8 +24,8 @@ struct SlowMotion {
 };
 
 SlowMotion& State() {
-  static SlowMotion state;
-  return state;
+  static SceneState<SlowMotion> state;
+  return *state;
 }
 
 template <class Action>

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <utility>
+#include <vector>
 
 #include "core/game_time.h"
 #include "core/object_manager.h"
@@ -19,6 +20,7 @@ constexpr float kAngularShare = 0.125f;
 struct World {
   BroadPhase broadPhase;
   Findings findings;
+  std::vector<RigidBody*> moving;  // good until somebody outside the physics is called
   StepObserver* observer = nullptr;
   int subStep = 0;
 };
@@ -30,22 +32,53 @@ World& GetWorld() {
 
 bool HasPoint(const Contact& contact) { return !(contact.point == Contact::kNoPoint); }
 
-// The walks below go by index: callbacks may append objects, which join the next sub-step.
-void IntegrateBodies() {
+// Gives whether the body is not at rest. If it is, nobody and nothing drove it and the step changed nothing of it or
+// its matrix: later ones will not either, until somebody touches it.
+bool Move(RigidBody& body) {
+  Transform& transform = body.owner->GetTransform();
+  if (!body.IsStill()) {
+    body.Integrate();
+    transform.Rebuild();
+    return true;
+  }
+  const Vec3 position = transform.position;
+  const Quaternion orientation = transform.orientation;
+  body.Integrate();
+  return transform.Rebuild() || !(transform.position == position) || !(transform.orientation == orientation);
+}
+
+// By index: callbacks may append objects, which join the next sub-step.
+void MoveAll() {
+  std::vector<RigidBody*>& moving = GetWorld().moving;
+  moving.clear();
   const auto& objects = Objects().GetObjects();
-  for (std::size_t i = 0; i < objects.size(); ++i)
-    if (auto* body = objects[i]->Get<RigidBody>()) body->Integrate();
+  for (std::size_t i = 0; i < objects.size(); ++i) {
+    RigidBody* body = objects[i]->Get<RigidBody>();
+    if (body == nullptr) {
+      objects[i]->GetTransform().Rebuild();
+      continue;
+    }
+    body->atRest = !Move(*body);
+    if (!body->atRest) moving.push_back(body);
+  }
+}
+
+void MoveMoving() {
+  for (RigidBody* body : GetWorld().moving) {
+    body->Integrate();
+    body->owner->GetTransform().Rebuild();
+  }
 }
 
 void RefreshTransforms() {
   for (const auto& object : Objects().GetObjects()) object->GetTransform().Rebuild();
 }
 
-void Detect() {
+void Detect(Look look) {
   World& world = GetWorld();
   world.findings.contacts.clear();
   world.findings.overlaps.clear();
-  world.broadPhase.Detect(Objects().GetObjects(), world.findings);
+  world.broadPhase.Detect(Objects().GetObjects(), look, world.findings);
 }
 
 void DeliverAndResolve(const Contact& contact) {
@@ -80,10 +113,10 @@ Vec3 TurningAt(const RigidBody& body, const Vec3& point) { return Cross(body.ang
 
 }  // namespace
 
-void StepPhysics() {
-  IntegrateBodies();
-  RefreshTransforms();
-  Detect();
+namespace {
+
+// Gives whether somebody outside the physics has been called, and may have changed anything.
+bool TellAndResolve() {
   World& world = GetWorld();
   for (std::size_t i = 0; i < world.findings.contacts.size(); ++i) {
     const Contact contact = world.findings.contacts[i];
@@ -91,11 +124,24 @@ void StepPhysics() {
     DeliverAndResolve(contact);
   }
   for (std::size_t i = 0; i < world.findings.overlaps.size(); ++i) Deliver(CollisionPair(world.findings.overlaps[i]));
-  RefreshTransforms();
+  return world.findings.Size() > 0;
 }
 
+// `look` says what may have changed since the last sub-step; the answer, what may have for the next.
+Look RunSubStep(Look look) {
+  look == Look::kAll ? MoveAll() : MoveMoving();
+  Detect(look);
+  if (!TellAndResolve()) return Look::kMoving;
+  RefreshTransforms();
+  return Look::kAll;
+}
+
+}  // namespace
+
+void StepPhysics() { RunSubStep(Look::kAll); }
+
 void DetectOverlapsOnly() {
-  Detect();
+  Detect(Look::kAll);
   World& world = GetWorld();
   world.findings.contacts.clear();
   const auto hasMouse = [](const GameObject& object) { return object.GetComponent(Kind::kMouseComponent) != nullptr; };
@@ -142,11 +188,12 @@ void ResolveInterpenetration(const Contact& contact, float totalInverseMass) {
   if (contact.second != nullptr) contact.second->owner->GetTransform().position -= way * contact.second->inverseMass;
 }
 
-void SetStepObserver(StepObserver* observer) { GetWorld().observer = observer; }
+StepObserver* SetStepObserver(StepObserver* observer) { return std::exchange(GetWorld().observer, observer); }
 
 void RunSubSteps() {
   World& world = GetWorld();
-  for (world.subStep = 0; world.subStep < kSubSteps; ++world.subStep) StepPhysics();
+  Look look = Look::kAll;
+  for (world.subStep = 0; world.subStep < kSubSteps; ++world.subStep) look = RunSubStep(look);
   world.subStep = 0;
 }
 

@@ -33,7 +33,7 @@ class StepObserver {
 };
 
 /// The observer from now on; not owned, null for none.
-void SetStepObserver(StepObserver* observer);
+StepObserver* SetStepObserver(StepObserver* observer);
 
 /// Runs the sub-steps of one frame.
 void RunSubSteps();

@@ -4,10 +4,11 @@
 
 #include "core/pause.h"
 #include "core/run_log.h"
+#include "core/scene_state.h"
 
 MenuSystem& Menus() {
-  static MenuSystem menus;
-  return menus;
+  static SceneState<MenuSystem> menus;
+  return *menus;
 }
 
 void MenuSystem::Push(std::unique_ptr<Menu> menu) {

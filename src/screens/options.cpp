@@ -31,10 +31,16 @@ void AttachToggle(std::uint32_t objectId, const OptionToggle& toggle) {
   Refresh(&objectId);
 }
 
+void ApplyMutes() {
+  const Options& options = GetOptions();
+  Audio::SetBusMuted("SFX", options.allMuted);
+  Audio::SetBusMuted("Music", options.allMuted || options.musicMuted);
+}
+
 void ToggleMusicMute(const void* argument) {
   Options& options = GetOptions();
   options.musicMuted = !options.musicMuted;
-  Audio::SetBusMuted("Music", options.musicMuted || options.allMuted);
+  ApplyMutes();
   Refresh(argument);
 }
 
@@ -42,8 +48,7 @@ void ToggleAllMute(const void* argument) {
   Options& options = GetOptions();
   options.allMuted = !options.allMuted;
   Refresh(argument);
-  Audio::SetBusMuted("SFX", options.allMuted);
-  Audio::SetBusMuted("Music", options.allMuted || options.musicMuted);
+  ApplyMutes();
 }
 
 void ToggleFullscreen(const void* argument) {

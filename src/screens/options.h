@@ -14,6 +14,9 @@ struct Options {
 /// The process-wide options; a reset is an assignment of Options{}.
 Options& GetOptions();
 
+/// The sound is as muted as the options say.
+void ApplyMutes();
+
 /// A button that shows the state of an option.
 struct OptionToggle {
   const char* offImage;

@@ -54,6 +54,8 @@ void FinishStartUp() {
   Input::BindKeyDown(SDLK_ESCAPE, PressPauseKey);
 }
 
+bool IsStartUpFinished() { return GetChain().finished; }
+
 void EndChain() { GetChain().ended = true; }
 
 bool IsChainEnded() { return GetChain().ended; }

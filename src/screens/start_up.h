@@ -34,6 +34,9 @@ void LeaveScreen(void (*createNext)());
 /// on. Once per run.
 void FinishStartUp();
 
+/// Whether it has come to that.
+bool IsStartUpFinished();
+
 /// No screen brings another one any more.
 void EndChain();
 bool IsChainEnded();

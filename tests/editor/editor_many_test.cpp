@@ -1,12 +1,15 @@
 // What is done to several objects at once, and to the scene as a whole.
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "core/file_cache.h"
 #include "core/pause.h"
 #include "core/transform.h"
 #include "editor/editor_scene.h"
 #include "editor/files/recovery.h"
+#include "folders.h"
 #include "graphics/renderer.h"
 #include "input/input.h"
 #include "physics/box_collider.h"
@@ -203,6 +206,25 @@ TEST_F(EditorManyTest, AFileThatChangedIsOfferedAskedForAndRefusedWithItsFaults)
   ClearSelection();
   EXPECT_EQ(editor.Press("mine:4: bad-value: Core must be true or false"), "");
   EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{Find("other")->id});
+}
+
+// Beside the game, on a copy: what is on the stage and on the disk stays, and the line of an object selects it.
+TEST_F(EditorManyTest, BotsPlayACopyAndTheirLinesSelect) {
+  for (const auto& level : std::filesystem::directory_iterator(GameFolder()))
+    if (level.is_regular_file()) std::filesystem::create_symlink(level.path(), level.path().filename());
+  GameObject& stone = AddStill("stone", {6, 5, 0});
+  Set("FileName", "quarry");
+  Press("Let bots play");
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(100);
+  while (editor.GetStatus().back().starts_with("bots play") && std::chrono::steady_clock::now() < end) {
+    Run();
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  EXPECT_EQ(editor.GetStatus().back(), "the bots have played the level, see below");
+  EXPECT_FALSE(std::filesystem::exists("quarry"));
+  ClearSelection();
+  Press("quarry:2: piles-up: 1 things are still there 2.5 game seconds after the piece: give them a DeathTimer");
+  EXPECT_EQ(GetSelection(), std::vector<std::uint32_t>{stone.id});
 }
 
 TEST_F(EditorManyTest, UnsavedChangesHoldUpTheEndOnceAndArePutAsideMeanwhile) {

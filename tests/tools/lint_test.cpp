@@ -353,7 +353,8 @@ TEST_F(LintTest, EveryRule) {
   BreakObjects();
   BreakScripts();
   PassLimits();
-  for (const Rule& rule : kLintRules) EXPECT_TRUE(seen.contains(rule.name)) << rule.name << " is never told";
+  for (const Rule& rule : kLintRules)
+    EXPECT_TRUE(seen.contains(rule.name) || rule.played) << rule.name << " is never told";
 }
 
 // However much of it is missing, the file is refused and the reading ends.

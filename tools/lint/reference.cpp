@@ -18,7 +18,8 @@ constexpr const char* kRulesHead =
     "\n## What lint finds\n\n"
     "`brinewhirl-tool lint FILE` and the editor, after a save, say what is wrong as `FILE:LINE: rule: text`. A level\n"
     "passes with notes alone. `lint --fix` writes a file as the game would save it: numbers, blanks and IDs, and\n"
-    "nothing else. It mends what is marked so, and leaves a file alone that has an unreadable fault.\n\n"
+    "nothing else. It mends what is marked so, and leaves a file alone that has an unreadable fault. What is marked\n"
+    "\"played\" shows only when bots play the level: `lint --play`, or Let bots play in the editor.\n\n"
     "| rule | kind | what is right or happens | example |\n|---|---|---|---|\n";
 
 const char* KindOf(FieldType type) {
@@ -96,8 +97,8 @@ const char* NameOf(RuleKind kind) {
 void PrintRules(std::FILE* out) {
   std::fputs(kRulesHead, out);
   for (const Rule& rule : kLintRules)
-    std::fprintf(out, "| `%s` | %s | %s | %s |\n", Shown(rule.name).c_str(), NameOf(rule.kind),
-                 Shown(rule.meaning).c_str(), Shown(rule.example).c_str());
+    std::fprintf(out, "| `%s` | %s%s | %s | %s |\n", Shown(rule.name).c_str(), NameOf(rule.kind),
+                 rule.played ? ", played" : "", Shown(rule.meaning).c_str(), Shown(rule.example).c_str());
 }
 
 }  // namespace

@@ -14,6 +14,8 @@ PADS = ["--match", "--frames", "1300", "--input", str(films.ROOT / "tests/e2e/fl
 PILOTS = ["--match", "--pilots", "--until-end"]
 FRAME = 800      # samples
 LATE = 2         # frames around its own in which a sound is looked for
+OFF = 1.5        # frames that a sound may be away from its act
+HIDDEN = 2       # sounds at most that lie under others
 SURE = 2.5       # times the root mean square of what else is found
 HEARD = 30       # frames of it that are
 CROP = 100       # pixels from the middle of a picture of 1280 x 720
@@ -30,7 +32,10 @@ class Trace:
     """The events of a run, its contacts by names, and where its players and its named things are."""
 
     def __init__(self, run, wav):
-        self.run, self.events, self.contacts, self.places, self.names, self.first, self.overlaps = run, [], [], {}, {}, {}, {}
+        self.run, self.events, self.contacts, self.overlaps, self.renamed = run, [], [], [], []
+        self.places = {}  # (frame, name) -> (x, y)
+        self.first = {}   # name -> frame
+        self.names, self.last = {}, {}  # by the number of an object
         command = [films.TOOL, "simulate", *run, "--trace", "-", "--wav", wav]
         text = subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout
         for line in text.splitlines():
@@ -40,7 +45,7 @@ class Trace:
             elif word[:1] == ["contact"]:
                 self.contacts.append((int(word[1]), word[3], word[4], (float(word[5]), float(word[6]))))
             elif word[:1] == ["overlap"]:
-                self.overlaps.setdefault((word[3], word[4]), int(word[1]))
+                self.overlaps.append((int(word[1]), word[3], word[4]))
             elif word[:1] == ["object"]:
                 self._see(word)
         with wave.open(str(wav)) as file:
@@ -48,9 +53,12 @@ class Trace:
 
     def _see(self, word):
         frame, number, name = int(word[1]), word[2], word[3]
+        if self.names.get(number, name) != name:
+            self.renamed.append((frame, self.names[number], name))
         self.names[number] = name
+        self.last[number] = frame
         self.first.setdefault(name, frame)
-        if name in films.PLAYERS or name.startswith("ScoreText"):
+        if name in films.PLAYERS or name == "crown" or name.startswith("ScoreText"):
             self.places[frame, name] = (float(word[4]), float(word[5]))
 
     def event(self, pattern, since=0):
@@ -68,11 +76,35 @@ class Trace:
                 return frame, place
         return None
 
-    def overlap(self, name):
-        """Frame of the first overlap of a player with a thing of this name, and the player."""
-        found = [(frame, ["overlap", self.names[number]]) for pair, frame in self.overlaps.items() for number in pair
-                 if self.names.get(number) in films.PLAYERS and name in map(self.names.get, pair)]
-        return min(found, default=None)
+    def rename(self, before, after):
+        """Frame of the first thing that changed its name so."""
+        return next(((frame, []) for frame, *names in self.renamed if names == [before, after]), None)
+
+    def gone(self, name):
+        """The first frame without some thing of this name that was there."""
+        return min(((self.last[number] + 1, []) for number in self.last if self.names[number] == name), default=None)
+
+    def kings(self, name):
+        """The first two changes of the player who is in the thing of this name, whoever shared it."""
+        king, changes = None, []
+        for frame, *pair in self.overlaps:
+            names = [self.names.get(number) for number in pair]
+            if name in names and names[0] in films.PLAYERS and names[0] != king:
+                king = names[0]
+                changes.append((frame, ["king", king]))
+        return (changes + [None, None])[:2]
+
+    def crowned(self):
+        """Frame and player of the first who takes the crown from another; it stands a unit above its holder."""
+        holder = None
+        for frame, x, y in [(frame, *place) for (frame, name), place in self.places.items() if name == "crown"]:
+            places = {name: self.places[frame, name] for name in films.PLAYERS}
+            away = {name: np.hypot(x - px, y - 1 - py) for name, (px, py) in places.items()}
+            nearest = min(away, key=away.get)
+            if holder and nearest != holder:
+                return frame, ["crown", nearest]
+            holder = nearest
+        return None
 
     def heard(self, frame, sound):
         """By how many frames the effect's beginning, looked for in the run's sound, is off; None where it is not found."""
@@ -105,10 +137,11 @@ def _middle(found, place=(0, 0)):
 def acts(pads, pilots):
     """(act, run, (frame, place), sound or None)"""
     player = "Player[1-4]"
-    charge = pads.event("sound 13")
+    charge = _trigger(PADS[-1])
     full = charge and (charge[0] + 120 + 60, charge[1])
-    board = pilots.event("sound 24")
-    stun = pilots.event(f"stun {player}")
+    credited = pilots.gone("APoint")
+    taken, handed = pilots.kings("TheHill")
+    stun, calm = pilots.event(f"stun {player}"), pilots.gone("stunstars")
     yield "charge begins", pads, _middle(charge, pads.places.get((charge[0], "Player1"))), 13
     yield "charge full", pads, _middle(full, pads.places.get((full[0], "Player1"))), None
     yield "launch", pads, _at_player(pads, pads.event("launch Player1 .*", charge[0])), 14
@@ -117,18 +150,20 @@ def acts(pads, pilots):
     yield "bump into a buoy", pilots, pilots.contact(player, "buoy_[a-h]"), None
     yield "bump into a player", pilots, pilots.contact(player, player), 8
     yield "point paid", pilots, _at_player(pilots, pilots.event(f"points {player} .*")), None
-    yield "bubble credited", pilots, _middle(board, _nearest_board(pilots, board[0])), 24
+    yield "bubble credited", pilots, credited and _middle(credited, _nearest_board(pilots, credited[0])), 24
     yield "stun begins", pilots, _at_player(pilots, stun), 10
-    yield "crown changes hands", pilots, _crown(pilots), 25
+    yield "stun ends", pilots, stun and calm and _at_player(pilots, (calm[0], stun[1])), None
+    yield "crown changes hands", pilots, _at_player(pilots, pilots.crowned()), 25
     yield "ball changes hands", pilots, pilots.contact(player, "theball"), 20
-    yield "hill taken", pilots, _at_player(pilots, pilots.overlap("TheHill")), None
-    yield "ring caught", pilots, _nearest_player(pilots, pilots.event("sound 3")), 3
-    yield "rings lost", pilots, _nearest_player(pilots, pilots.event("sound 4")), 4
+    yield "hill taken", pilots, _at_player(pilots, taken), None
+    yield "hill changes hands", pilots, _at_player(pilots, handed), None
+    yield "ring caught", pilots, _nearest_player(pilots, pilots.rename("ringstatic", "ringfollowing")), 3
+    yield "rings lost", pilots, _nearest_player(pilots, pilots.rename("ringfollowing", "ringstatic")), 4
     yield "golden fish", pilots, pilots.contact(player, "goldfish"), 27
     yield "last five seconds", pilots, _countdown(pilots), None
     yield "rule and piece change", pilots, _middle(pilots.event("segment begin openwater")), None
     yield "finish", pilots, _middle((pilots.first["finish"], None)), None
-    yield "winner", pilots, _middle(pilots.event("sound 26")), 26
+    yield "winner", pilots, _middle((pilots.first["winner_banner"], None)), 26
 
 
 def _countdown(trace):
@@ -136,10 +171,10 @@ def _countdown(trace):
     return trace.event("segment begin openwater")[0] - 100, (0, 4)
 
 
-def _crown(trace):
-    frame = trace.event("sound 25")[0]
-    return next((at, place) for at, a, b, place in trace.contacts
-                if at == frame and {trace.names[a], trace.names[b]} <= set(films.PLAYERS))
+def _trigger(inputs):
+    """When a trigger of this file of inputs is first pulled."""
+    found = re.search(r"^(\d+) pad 0 axis 5 32767$", pathlib.Path(inputs).read_text(), re.M)
+    return found and (int(found[1]), [])
 
 
 def _nearest_player(trace, found):
@@ -167,7 +202,7 @@ def _strip(trace, frame, place):
 
 def measure(_course):
     """Prints the table and returns what has no answer."""
-    faults = []
+    faults, hidden = [], []
     print("answers: frame, sound that starts in it, and by how many frames it lies off in the run's WAV")
     for act, trace, found, sound in _traced():
         if not found:
@@ -180,7 +215,11 @@ def measure(_course):
         print(f"  {act:22s} {frame:6d} " + ("" if sound is None else f"sound {sound} {where}"))
         if not started:
             faults.append(f"answers: {act} in frame {frame} starts no sound {sound}")
-    return faults
+        elif sound is not None and off is None:
+            hidden.append(act)
+        elif sound is not None and abs(off) > OFF:
+            faults.append(f"answers: {act} in frame {frame} is heard {off:+.1f} frames off")
+    return faults + ([f"answers: not heard: {', '.join(hidden)}"] if len(hidden) > HIDDEN else [])
 
 
 def draw_sheet(_course):

@@ -7,8 +7,9 @@ import numpy as np
 
 from sight import colour, films
 
-RUNS = {"rest": (films.RESTING, 113), "flight": (films.PILOTS, 53)}  # what is filmed, and one frame in how many
 LAST = 15800             # what comes after is the finish
+# what is filmed, one frame in how many, and the last: the first frame of all and the slow hold of the first title, too
+RUNS = {"start": (films.RESTING, 25, 180), "rest": (films.RESTING, 113, LAST), "flight": (films.PILOTS, 53, LAST)}
 REST, FLIGHT = 1.0, 2.0  # units a body second: slower is at rest, faster in flight
 SEEN = 12                # least change of a channel where a figure is
 AREA = 90                # pixels
@@ -31,12 +32,12 @@ def grow(mask, steps):
 
 
 def _films(state):
-    run, every = RUNS[state]
+    run, every, last = RUNS[state]
 
     def one(players):
         with tempfile.TemporaryDirectory() as folder:
             data = films.data_without(folder + "/data", players, words=True)  # which lie over whoever is there
-            return films.film("--size", "320x180", "--every", every, "--to", LAST, data=data, run=run)
+            return films.film("--size", "320x180", "--from", 1, "--every", every, "--to", last, data=data, run=run)
 
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         return list(pool.map(one, [(), (0,), (1,), (2,), (3,)]))
@@ -87,7 +88,7 @@ def gather(state, course):
     for frame, picture in whole.items():
         for player, (_, _, speed) in course.places[frame].items():
             mask = np.abs(picture.astype(int) - without[player][frame]).max(axis=2) > SEEN
-            if (speed < REST if state == "rest" else speed > FLIGHT):
+            if speed > FLIGHT if state == "flight" else speed < REST:
                 sights.setdefault((course.piece_at(frame), state, player), Sights()).add(picture, mask)
     return sights
 
@@ -97,12 +98,17 @@ def shared(a, b):
     return float((a & b).sum() / max(1, (a | b).sum()))
 
 
+def _looks(course):
+    return [(course.pieces[0][1], "start"), *itertools.product((piece for _, piece in course.pieces), ("rest", "flight"))]
+
+
 def measure(course):
     """Prints the table and returns the lines that do not hold."""
-    sights = gather("rest", films.Course(films.RESTING, LAST + 1)) | gather("flight", course)
+    resting = films.Course(films.RESTING, LAST + 1)
+    sights = gather("start", resting) | gather("rest", resting) | gather("flight", course)
     faults = []
     print(f"figures at 320 x 180: pixels, distance to the surroundings and looks, red white blue yellow (>= {AREA}, >= {AWAY})")
-    for (_, piece), state in itertools.product(course.pieces, ("rest", "flight")):
+    for piece, state in _looks(course):
         group = [sights.get((piece, state, player)) for player in range(4)]
         cells = ["-" if s is None else f"{s.area():4d} {s.away():4.0f} of {len(s.areas):2d}" for s in group]
         print(f"  {piece:10s} {state:6s} " + " | ".join(cells))
@@ -119,7 +125,7 @@ def _compare(course, sights):
     print(f"the two players hardest to tell apart: distance (>= {APART}) or common silhouette (< {SHARED})")
     for eyes in colour.EYES:
         worst = None
-        for (_, piece), state in itertools.product(course.pieces, ("rest", "flight")):
+        for piece, state in _looks(course):
             for a, b in itertools.combinations(range(4), 2):
                 one, other = sights.get((piece, state, a)), sights.get((piece, state, b))
                 if one is None or other is None:

@@ -14,15 +14,16 @@ constexpr std::array<std::pair<std::string_view, std::uint8_t>, 3> kButtons = {
     {{"left", SDL_BUTTON_LEFT}, {"right", SDL_BUTTON_RIGHT}, {"middle", SDL_BUTTON_MIDDLE}}};
 
 // Those that the editor alone knows.
-constexpr std::array<std::pair<std::string_view, int>, 9> kEditorKeys = {{{"f1", SDLK_F1},
-                                                                          {"f2", SDLK_F2},
-                                                                          {"f3", SDLK_F3},
-                                                                          {"f4", SDLK_F4},
-                                                                          {"f5", SDLK_F5},
-                                                                          {"f6", SDLK_F6},
-                                                                          {"f7", SDLK_F7},
-                                                                          {"f8", SDLK_F8},
-                                                                          {"delete", SDLK_DELETE}}};
+constexpr std::array<std::pair<std::string_view, int>, 10> kEditorKeys = {{{"f1", SDLK_F1},
+                                                                           {"f2", SDLK_F2},
+                                                                           {"f3", SDLK_F3},
+                                                                           {"f4", SDLK_F4},
+                                                                           {"f5", SDLK_F5},
+                                                                           {"f6", SDLK_F6},
+                                                                           {"f7", SDLK_F7},
+                                                                           {"f8", SDLK_F8},
+                                                                           {"f9", SDLK_F9},
+                                                                           {"delete", SDLK_DELETE}}};
 
 int KeyCode(std::string_view name) {
   for (const auto& [known, code] : kEditorKeys)

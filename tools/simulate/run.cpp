@@ -24,6 +24,7 @@
 #include "screens/logo_screen_script.h"
 #include "tools/simulate/data_folder.h"
 #include "tools/simulate/digest.h"
+#include "tools/simulate/play_stage.h"
 
 namespace {
 
@@ -59,6 +60,16 @@ SeatNames NameSeats(const RunOptions& options) {
   return names;
 }
 
+// In the place of the folder's own match, which has been looked at.
+int EnterStage(const RunOptions& options) {
+  PlayStage stage;
+  std::error_code error;
+  std::string fault = stage.Read(options.stageFile, std::filesystem::current_path(error).string());
+  if (fault.empty()) fault = stage.Enter();
+  ClearFileCache();
+  return fault.empty() ? 0 : FailFile(options.stageFile, fault);
+}
+
 }  // namespace
 
 int FailFile(const std::string& name, const std::string& why) {
@@ -91,6 +102,8 @@ int ReadInput(RunOptions& options, InputScript& input) {
 int CheckPlayers(const RunOptions& options, const InputScript& input) {
   if (input.IsRecording() && (options.HasBots() || options.seed != kFirstSeed))
     return RefuseUsage("a recording says who played, from the game's own seed: without --bots, --mouse and --seed");
+  if (!options.stageFile.empty() && (input.IsRecording() || !options.match))
+    return RefuseUsage("--stage is the match: with --match or --matches, without a recording");
   if (options.HasBots() && !options.match)
     return RefuseUsage("--bots and --mouse play matches: with --match or --matches");
   const bool mouse = options.mouse != BotKind::kNone;
@@ -122,8 +135,9 @@ int EnterDataFolder(const RunOptions& options, const InputScript& input) {
     if (const std::string fault = EnterOverlay(); !fault.empty()) return FailFile("a folder of links", fault);
   }
   const std::string level = options.level.empty() ? "level1" : options.level;
-  if (IsReadableLevel(level)) return 0;
-  return FailFile(level, "no such level in the data folder, or an empty one, or one that cannot be read");
+  if (!IsReadableLevel(level))
+    return FailFile(level, "no such level in the data folder, or an empty one, or one that cannot be read");
+  return options.stageFile.empty() ? 0 : EnterStage(options);
 }
 
 void GameRun::Start(Audio::Output output, Platform* window) {
@@ -239,4 +253,5 @@ void GameRun::PrintSummary() const {
 void GameRun::Shutdown() {
   AbandonStartUp();
   Audio::Shutdown();
+  GetEditor().Shutdown();
 }

@@ -21,6 +21,7 @@ inline constexpr int kWrongUsage = 2;       ///< exit code
 
 struct RunOptions {
   std::string dataFolder;  ///< absolute; empty: the program's own data
+  std::string stageFile;   ///< absolute; it is the match, or the match's only piece; empty: the folder's match
   std::string level;       ///< one level into an empty scene; empty: one of the two below
   bool match = false;
   bool boot = false;                ///< begin with the start-up screens

@@ -11,6 +11,7 @@
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "editor/files/level_files.h"
+#include "tools/simulate/place_tables.h"
 #include "tools/simulate/run_check.h"
 #include "tools/simulate/scene_file.h"
 #include "tools/simulate/sound_recorder.h"
@@ -30,6 +31,7 @@ struct Recorders final : RunObserver {
   std::optional<Trace> trace;
   std::optional<SoundRecorder> sound;
   std::optional<RunCheck> check;
+  std::optional<PlaceTables> places;
 
   void BeginFrame(int frame) override {
     if (trace) trace->BeginFrame(frame);
@@ -38,6 +40,7 @@ struct Recorders final : RunObserver {
     if (trace) trace->EndFrame();
     if (sound) sound->RecordFrame();
     if (check) check->EndFrame(frame);
+    if (places) places->EndFrame(frame);
   }
 };
 
@@ -102,11 +105,14 @@ int Simulate(SimulateOptions options) {
   if (traceFile) recorders.trace.emplace(traceFile.get());
   if (options.check) recorders.check.emplace();
   std::FILE* out = traceIsOutput ? stderr : stdout;
-  GameRun run(options, std::move(input), out, recorders.trace ? &*recorders.trace : nullptr);
+  RunLogListener* log = recorders.trace ? &*recorders.trace : nullptr;
+  if (options.places) log = &recorders.places.emplace(log);
+  GameRun run(options, std::move(input), out, log);
   run.Start(ChooseOutput(recorders));
   int result = run.Go(recorders);
   if (result == kWrongUsage) return result;
   if (recorders.check) result = std::max(result, TellChecked(*recorders.check, out));
+  if (recorders.places) recorders.places->Print(out);
   run.PrintDigest();
   result = std::max(result, SaveAll(options, run.GetFrames()));
   if (recorders.sound && !recorders.sound->IsWhole())

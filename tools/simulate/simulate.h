@@ -10,6 +10,7 @@ struct SimulateOptions : RunOptions {
   std::string saveName;   ///< empty: none; a plain name in the data folder
   std::string sceneFile;  ///< absolute; where the last frame's scene is left as a level; empty: nowhere
   std::string wavFile;    ///< the run's sound; empty: none
+  bool places = false;    ///< print where players were
   bool check = false;     ///< look after every frame whether all is well, and end the run when it is not
 };
 

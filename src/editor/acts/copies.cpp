@@ -130,11 +130,13 @@ Copies::Copied Copies::Take(const ObjectPointers& objects) {
   return copied;
 }
 
+std::string TextOfLevel(const ObjectPointers& objects) { return Copies::Take(objects).text; }
+
 std::string SceneText() {
   ObjectPointers objects;
   for (const auto& object : Objects().GetObjects())
     if (!object->core && object->alive) objects.push_back(object.get());
-  return Copies::Take(objects).text;
+  return TextOfLevel(objects);
 }
 
 std::string Copies::Copy() {

@@ -13,7 +13,9 @@
 
 class History;
 
-/// The text of a level that holds every object of the scene but Core ones; nothing in the scene changes.
+/// The text of a level that holds these objects; nothing in the scene changes.
+std::string TextOfLevel(const std::vector<GameObject*>& objects);
+/// That of every object of the scene but Core ones.
 std::string SceneText();
 
 class Copies {
@@ -31,7 +33,7 @@ class Copies {
   static std::string Kill(History& history);
 
  private:
-  friend std::string SceneText();
+  friend std::string TextOfLevel(const std::vector<GameObject*>& objects);
 
   struct Copied {
     std::string text;

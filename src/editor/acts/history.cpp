@@ -90,6 +90,7 @@ History::OrderPointer History::PresentOrder(std::uint32_t without) {
 
 void History::RecordEdit(std::uint32_t objectId, const std::string& path, const FieldValue& before,
                          const FieldValue& after, bool open) {
+  Tell({objectId, path, after, {}, {}});
   const Group group(*this, {}, open);
   Record(Edit{objectId, path, before, after, before == after ? nullptr : PresentOrder()});
 }
@@ -99,7 +100,9 @@ void History::CloseStep() {
 }
 
 void History::RecordForm(std::uint32_t objectId, const Form& before, const Form& after) {
-  if (!(before == after)) Record(Reshaped{objectId, before, after});
+  if (before == after) return;
+  Tell({objectId, {}, {}, before, after});
+  Record(Reshaped{objectId, before, after});
 }
 
 void History::RecordGenerator(GalePhysics::ForceGenerator& generator) { Record(Lent{&generator, nullptr}); }
@@ -194,24 +197,22 @@ std::string History::Redo() {
   return "did again " + said;
 }
 
-std::string History::Apply(const Edit& edit, const FieldValue& value) {
+std::string History::Apply(const Edit& edit, const FieldValue& value) const {
   GameObject* object = Objects().GetObject(edit.id);
   if (object == nullptr) return edit.path.substr(1) + ": its object is gone";
-  TweakBar bar("undo");
-  AddObjectFields(bar, *object);
-  for (const TweakBar::Entry& entry : bar.GetEntries()) {
-    if (entry.path != edit.path || entry.kind != TweakBar::Entry::Kind::kVariable) continue;
-    PutBack(entry.field, value);
-    object->GetTransform().Rebuild();
-    return ShownNameOf(*object) + edit.path + " = " + TextOf(entry.field);
-  }
-  return edit.path.substr(1) + ": its variable is gone";
+  const std::string given = GiveValue(*object, edit.path, value);
+  if (given.empty()) return edit.path.substr(1) + ": its variable is gone";
+  Tell({edit.id, edit.path, value, {}, {}});
+  return ShownNameOf(*object) + edit.path + given;
 }
 
-std::string History::Apply(const Reshaped& reshaped, bool again) {
+std::string History::Apply(const Reshaped& reshaped, bool again) const {
   GameObject* object = Objects().GetObject(reshaped.id);
   if (object == nullptr) return "a move: its object is gone";
-  again ? ChangeForm(*object, reshaped.before, reshaped.after) : ChangeForm(*object, reshaped.after, reshaped.before);
+  const Form& from = again ? reshaped.before : reshaped.after;
+  const Form& to = again ? reshaped.after : reshaped.before;
+  ChangeForm(*object, from, to);
+  Tell({reshaped.id, {}, {}, from, to});
   return "the move of " + ShownNameOf(*object);
 }
 
@@ -250,4 +251,35 @@ std::string History::Redo(Change& change) {
   }
   if (change.before) Objects().SetOrder(change.order->ids, change.order->sortDue);
   return change.what;
+}
+
+std::vector<ValueAct> History::TakeValueActs() {
+  std::vector<ValueAct> taken;
+  for (const Act& act : done_) {
+    ValueAct values{act.what, {}};
+    for (const Step& step : act.steps) {
+      if (const Edit* edit = std::get_if<Edit>(&step))
+        values.changes.push_back({edit->id, edit->path, edit->after, {}, {}});
+      if (const Reshaped* shaped = std::get_if<Reshaped>(&step))
+        values.changes.push_back({shaped->id, {}, {}, shaped->before, shaped->after});
+    }
+    if (!values.changes.empty()) taken.push_back(std::move(values));
+  }
+  Clear();
+  return taken;
+}
+
+void History::Repeat(const ValueAct& act) {
+  const Group group(*this, act.what);
+  for (const ValueChange& change : act.changes) {
+    GameObject* object = Objects().GetObject(change.id);
+    if (object == nullptr) continue;
+    const Form form = TakeForm(*object);
+    const auto value = FindValue(*object, change.path);
+    if (!GiveAgain(change)) continue;
+    if (change.path.empty())
+      RecordForm(change.id, form, TakeForm(*object));
+    else if (value)
+      RecordEdit(change.id, change.path, *value, change.value, false);
+  }
 }

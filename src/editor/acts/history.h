@@ -13,6 +13,7 @@
 
 #include "editor/acts/form.h"
 #include "editor/acts/snapshot.h"
+#include "editor/acts/value_change.h"
 #include "physics/force_generator.h"
 
 class History {
@@ -20,6 +21,7 @@ class History {
   static constexpr std::size_t kMaxActs = 20000;  ///< the oldest go beyond it
 
   using Maker = std::function<GameObject*()>;
+  using ValueListener = std::function<void(const ValueChange&)>;
 
   /// What is recorded while one lives is one act.
   class Group {
@@ -57,6 +59,13 @@ class History {
   void DoInsertion(const GameObject& object, const std::string& path, const Insertion& insertion);
   /// Forgets everything, after what cannot be undone.
   void Clear();
+
+  /// Who hears of every value that is given from here, by edits, undo and redo; null for nobody.
+  void SetValueListener(ValueListener listener) { listener_ = std::move(listener); }
+  /// The acts that gave values alone, oldest first; afterwards everything is forgotten.
+  std::vector<ValueAct> TakeValueActs();
+  /// Gives the values again and records it as one act.
+  void Repeat(const ValueAct& act);
 
   /// Another number for every state that edits, undo and redo lead to, the same for the same state.
   std::uint64_t GetState() const { return done_.empty() ? ground_ : done_.back().serial; }
@@ -122,10 +131,13 @@ class History {
   void Close(Act act);
   bool Join(const Act& act);
   OrderPointer PresentOrder(std::uint32_t without = 0);
-  static std::string Undo(Step& step);
-  static std::string Redo(Step& step);
-  static std::string Apply(const Edit& edit, const FieldValue& value);
-  static std::string Apply(const Reshaped& reshaped, bool again);
+  void Tell(const ValueChange& change) const {
+    if (listener_) listener_(change);
+  }
+  std::string Undo(Step& step);
+  std::string Redo(Step& step);
+  std::string Apply(const Edit& edit, const FieldValue& value) const;
+  std::string Apply(const Reshaped& reshaped, bool again) const;
   static std::string Apply(Inserted& inserted, bool again);
   static std::string Undo(Change& change);
   static std::string Redo(Change& change);
@@ -137,4 +149,5 @@ class History {
   std::uint64_t lastSerial_ = 0;
   std::uint64_t ground_ = 0;  // serial of the state before the first act
   OrderPointer lastOrder_;
+  ValueListener listener_;
 };

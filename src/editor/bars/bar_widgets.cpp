@@ -26,6 +26,7 @@ constexpr float kThumbnail = 58.0f;  // of a picture, each way
 constexpr float kHintWidth = 320.0f;
 constexpr float kLeastValue = 110.0f;   // width of a value beside its label, which stands above it else
 constexpr float kFlowingValue = 70.0f;  // width of a value in a line with others
+constexpr float kSlider = 260.0f;       // width of one there
 constexpr char kMixed[] = "mixed";
 constexpr char kOpens[] = "...";  // a page to choose from
 // Harbour colours: navy ground, brass for what is touched.
@@ -53,6 +54,9 @@ bool Pull(const Entry& entry, ImGuiDataType type, T* value, int count, const cha
   const auto high = static_cast<T>(
       std::clamp<double>(field.highest, std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max()));
   // ImGui pulls without limits when both are the same, and within half the range of the type at most.
+  if (field.slides)
+    return ImGui::SliderScalarN("##value", type, value, count, &low, &high, kWhole ? format : "%.2f",
+                                ImGuiSliderFlags_AlwaysClamp);
   const bool limited = high / 2 - low / 2 < std::numeric_limits<T>::max() / 2;
   return ImGui::DragScalarN("##value", type, value, count, kWhole ? 0.1f : FieldBar::kStep, limited ? &low : nullptr,
                             limited ? &high : nullptr, entry.mixed ? kMixed : format, ImGuiSliderFlags_AlwaysClamp);
@@ -142,6 +146,8 @@ void ShowHint(const Entry& entry) {
   ImGui::EndTooltip();
 }
 
+float FlowingValue(const Entry& entry) { return entry.field.slides ? kSlider : kFlowingValue; }
+
 // A value that can be chosen by sight has a button for it, behind the label.
 void ShowLabel(const TweakBar& bar, const Entry& entry, float gap, BarActions& actions) {
   ImGui::TextUnformatted(entry.label.c_str());
@@ -158,7 +164,7 @@ void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, Bar
   const bool above = labelWidth > 0.0f && !std::holds_alternative<bool>(value) &&
                      ImGui::GetContentRegionAvail().x - labelWidth - gap < kLeastValue * scale;
   if (above) ShowLabel(bar, entry, gap, actions);
-  ImGui::SetNextItemWidth(above ? -FLT_MIN : labelWidth > 0.0f ? -labelWidth - gap : kFlowingValue * scale);
+  ImGui::SetNextItemWidth(above ? -FLT_MIN : labelWidth > 0.0f ? -labelWidth - gap : FlowingValue(entry) * scale);
   if (entry.field.readOnly) ImGui::BeginDisabled();
   const Touched touched = std::visit([&](auto& held) { return Show(entry, held); }, value);
   if (entry.field.readOnly) ImGui::EndDisabled();
@@ -200,7 +206,7 @@ float FlowingWidth(const Entry& entry) {
   const float scale = ImGui::GetIO().FontGlobalScale;
   const float padding = 2.0f * ImGui::GetStyle().FramePadding.x;
   const float label = ImGui::CalcTextSize(entry.label.c_str()).x;
-  if (entry.kind == Entry::Kind::kVariable) return label + (kLabelGap + kFlowingValue) * scale;
+  if (entry.kind == Entry::Kind::kVariable) return label + (kLabelGap + FlowingValue(entry)) * scale;
   return padding + (entry.picture.empty() ? label : kThumbnail * scale);
 }
 
@@ -289,6 +295,7 @@ class EntryWalk {
   bool BeginGroup(std::size_t index) {
     const bool open = ImGui::TreeNodeEx("##group", ImGuiTreeNodeFlags_DefaultOpen | ImGuiTreeNodeFlags_NoTreePushOnOpen,
                                         "%s", bar_.GetEntries()[index].label.c_str());
+    ShowHint(bar_.GetEntries()[index]);
     if (!open) return false;
     ImGui::Indent();
     labelWidths_.push_back(MeasureLabels(bar_.GetEntries(), index + 1));
@@ -321,6 +328,8 @@ BarPlace PlaceOf(const BarWindow& window, const BarLook& look) {
       return {inner, kMargin, between, kTopHeight * scale};
     case Site::kBottom:
       return {inner, bottom - kListHeight * scale, between, kListHeight * scale};
+    case Site::kCard:
+      return {inner, kMargin + kTopHeight * scale + kGap, between, bottom - kMargin - kTopHeight * scale - kGap};
     case Site::kMiddle:
       return {inner, bottom - (kListHeight + kPageHeight) * scale - kGap, between, kPageHeight * scale};
   }

@@ -8,7 +8,7 @@
 #include "editor/bars/tweak_bar.h"
 
 struct BarWindow {
-  enum class Site { kLeft, kRight, kTop, kBottom, kMiddle };
+  enum class Site { kLeft, kRight, kTop, kBottom, kMiddle, kCard };
 
   std::string title;
   std::vector<const TweakBar*> bars;

@@ -56,13 +56,18 @@ bool IsLevelOrNothing(const std::string& name) {
   return false;
 }
 
-bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave) {
-  if (!IsNamedPlainly(name)) return false;
-  Objects().RemoveDeadObjects();
+GameObject& AddDurationObject(float duration) {
   char digits[64];
   std::snprintf(digits, sizeof digits, "%f", static_cast<double>(duration));
   GameObject& last = *Objects().GetObject(Objects().CreateObject());
   last.name = digits;
+  return last;
+}
+
+bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave) {
+  if (!IsNamedPlainly(name)) return false;
+  Objects().RemoveDeadObjects();
+  GameObject& last = AddDurationObject(duration);
   const bool saved = Save(name);
   std::error_code error;
   std::filesystem::create_directories(kAutosaveFolder, error);

@@ -11,6 +11,10 @@
 /// Whether a save may write there: onto a level, an archetype, an empty file or nothing; a message otherwise.
 bool IsLevelOrNothing(const std::string& name);
 
+/// An object whose name is `duration`, as the last one of a level file tells it; whoever writes the scene kills it
+/// then.
+GameObject& AddDurationObject(float duration);
+
 /// Writes the scene under `name` and again into autosaves/ under the number `autosave`, with a last object that carries
 /// `duration` as its name, and counts the number on. What is dead goes first. True when the level itself was written.
 /// Nothing happens, with a message, under a name that is not plain.

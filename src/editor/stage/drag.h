@@ -19,6 +19,8 @@ class Drag {
   void Stop(History& history);
   /// Whether the mouse holds an object.
   bool IsHolding() const { return objectId_ != 0; }
+  /// And moves it.
+  bool IsMoving() const { return objectId_ != 0 && moved_; }
 
  private:
   void Begin();

@@ -18,6 +18,8 @@ class StageHand {
   bool Release();
   /// Once a frame, after the events.
   void Update(History& history);
+  /// Whether the mouse is changing an object.
+  bool IsChanging() const { return handles_.IsPulling() || drag_.IsMoving(); }
   /// Lets go of everything.
   void Stop(History& history);
   /// A ring around an object for a while, from far around it to close.

@@ -4,6 +4,7 @@
 #include "audio/sound_ids.h"
 #include "core/game_object.h"
 #include "core/object_manager.h"
+#include "core/scene_state.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/sprite.h"
@@ -25,8 +26,11 @@ constexpr Colour255 kSpent = {100.0f, 100.0f, 100.0f, kFullColour};
 constexpr Colour255 kBright = {kFullColour, kFullColour, kFullColour, kFullColour};
 constexpr Colour255 kLast = {kFullColour, 0.0f, 0.0f, kFullColour};
 
-// Of the process, whichever clock it was: two in one scene may not start the music over each other.
-bool fastMusicStarted = false;
+// Of the scene, whichever clock it was: two may not start the music over each other.
+bool& FastMusicStarted() {
+  static SceneState<bool> started;
+  return *started;
+}
 
 // Exact: a sprite has the spent grey only when it was given it.
 bool IsSpent(const Sprite& sprite) {
@@ -36,7 +40,7 @@ bool IsSpent(const Sprite& sprite) {
 
 }  // namespace
 
-GameTimer::GameTimer() { fastMusicStarted = false; }
+GameTimer::GameTimer() { FastMusicStarted() = false; }
 
 void GameTimer::Update(float step) {
   // Dead it is updated once more, and nothing may happen twice.
@@ -55,7 +59,7 @@ void GameTimer::Update(float step) {
   remainingTime_ -= step;
   if (chunkTimer_ >= chunkDuration_ - kBlinkTime) Blink(step);
   if (chunkTimer_ >= chunkDuration_) FinishChunk();
-  if (remainingTime_ <= kFastMusicTime && !fastMusicStarted) SpeedUpMusic();
+  if (remainingTime_ <= kFastMusicTime && !FastMusicStarted()) SpeedUpMusic();
 }
 
 // The episode's length is taken once; without an episode that lasts there is no pie, and the next frame tries again.
@@ -105,7 +109,7 @@ void GameTimer::FinishChunk() {
 }
 
 void GameTimer::SpeedUpMusic() {
-  fastMusicStarted = true;
+  FastMusicStarted() = true;
   Audio::StopMusic();
   Audio::Play(Sound::kFastMatchMusic, Audio::kLongLived);
 }

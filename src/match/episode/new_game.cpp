@@ -6,6 +6,7 @@
 #include "audio/sound_ids.h"
 #include "core/object_manager.h"
 #include "core/run_log.h"
+#include "core/scene_state.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/background.h"
@@ -21,7 +22,11 @@ namespace {
 
 constexpr Vec3 kClockPlace = {0.0f, 10.0f, 0.0f};
 
-bool matchRunning = false;
+bool& MatchRunning() {
+  static SceneState<bool> running;
+  return *running;
+}
+
 void (*newGameListener)() = nullptr;
 bool (*newGameGuard)() = nullptr;
 
@@ -42,11 +47,11 @@ void CreateMatchClock() {
   clock.Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<GameTimer>());
 }
 
-void StartGame() {
+void StartGame(const std::string& level) {
   if (newGameListener != nullptr) newGameListener();
   Objects().KillAll();
   SetupMatch();
-  Objects().LoadLevel("level1");
+  Objects().LoadLevel(level);
   SetBackgroundPicture("background.png");
 }
 
@@ -64,10 +69,10 @@ void SetupMatch() {
   CreateMatchClock();
 }
 
-void NewGame() {
+void NewGame(const std::string& level) {
   LogEvent("screen game");
-  StartGame();
-  matchRunning = true;
+  StartGame(level);
+  MatchRunning() = true;
 }
 
 void SetNewGameGuard(bool (*mayStart)()) { newGameGuard = mayStart; }
@@ -76,9 +81,9 @@ void AskForNewGame() {
   if (newGameGuard == nullptr || newGameGuard()) NewGame();
 }
 
-bool IsMatchRunning() { return matchRunning; }
+bool IsMatchRunning() { return MatchRunning(); }
 void SetNewGameListener(void (*listener)()) { newGameListener = listener; }
-void EndMatch() { matchRunning = false; }
+void EndMatch() { MatchRunning() = false; }
 
 void ToggleDemoMode() {
   if (!IsDemoMode() && newGameGuard != nullptr && !newGameGuard()) return;

@@ -1,8 +1,10 @@
 // Starting a match over: everything in the scene goes, the match is set up, and the stage is loaded.
 #pragma once
 
-/// Starts a new match; the old objects go with the next sweep.
-void NewGame();
+#include <string>
+
+/// Starts a new match on that level, the shipped one if none is named; the old objects go with the next sweep.
+void NewGame(const std::string& level = "level1");
 /// True from a NewGame to the podium of its match.
 bool IsMatchRunning();
 /// The match is decided: the podium is about to be read.

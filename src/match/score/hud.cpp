@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "core/object_manager.h"
+#include "core/scene_state.h"
 #include "graphics/sprite.h"
 
 namespace {
@@ -13,8 +14,8 @@ struct Hud {
 };
 
 Hud& Get() {
-  static Hud hud;
-  return hud;
+  static SceneState<Hud> hud;
+  return *hud;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "core/object_manager.h"
 #include "core/player_colours.h"
 #include "core/random.h"
+#include "core/scene_state.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/sprite.h"
@@ -20,7 +21,10 @@ constexpr float kLife = 4.0f;  // game seconds
 constexpr float kTurn = 2.0f * kPi;
 constexpr int kLargestBubble = 2;
 
-long long pointsAwarded = 0;
+long long& PointsAwarded() {
+  static SceneState<long long> points;
+  return *points;
+}
 
 struct Look {
   const char* picture;
@@ -49,7 +53,7 @@ void CreateBubble(int value, int player, const Vec3& place, float angle, std::ui
 }  // namespace
 
 void CreatePointBubbles(int points, int player, const Vec3& place, std::uint32_t creditTargetId) {
-  pointsAwarded += points;
+  PointsAwarded() += points;
   while (points > 0) {
     const float angle = RandomUpTo(kTurn);
     const int value = points > kLargestBubble ? 1 + static_cast<int>(RandomIndex(2)) : points;
@@ -58,4 +62,4 @@ void CreatePointBubbles(int points, int player, const Vec3& place, std::uint32_t
   }
 }
 
-long long GetPointsAwarded() { return pointsAwarded; }
+long long GetPointsAwarded() { return PointsAwarded(); }

@@ -1,6 +1,7 @@
 #include "match/score/score_displays.h"
 
 #include "core/object_manager.h"
+#include "core/scene_state.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "graphics/sprite_text.h"
@@ -25,9 +26,11 @@ constexpr float kForwardPower = 2.0f;    // acceleration per unit of distance
 constexpr float kSidewaysPower = 1.25f;  // acceleration
 constexpr float kSidewaysPeriod = 0.5f;  // game seconds
 
-std::array<GalePhysics::WobblyPuller*, kPlayers>& Pullers() {
-  static std::array<GalePhysics::WobblyPuller*, kPlayers> pullers{};
-  return pullers;
+using PullerTable = std::array<GalePhysics::WobblyPuller*, kPlayers>;
+
+PullerTable& Pullers() {
+  static SceneState<PullerTable> pullers;
+  return *pullers;
 }
 
 void CreateDisplay(std::size_t player) {

@@ -2,6 +2,7 @@
 
 #include "core/game_object.h"
 #include "core/random.h"
+#include "core/scene_state.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "physics/rigid_body.h"
@@ -21,8 +22,8 @@ constexpr Vec3 kSize = {3.0f, 8.0f, 0.0f};
 using SweepState = WhaleCourse::SweepState;
 
 WhaleCourse& Course() {
-  static WhaleCourse course;
-  return course;
+  static SceneState<WhaleCourse> course;
+  return *course;
 }
 
 // How much of the crawl is left in the speed; an ease-out curve of the time.

@@ -1,6 +1,9 @@
 // A rotation quaternion r + i·x + j·y + k·z; r is the scalar part. A plain value.
 #pragma once
 
+#include <bit>
+#include <cstdint>
+
 #include "physics/math/matrix33.h"
 #include "physics/math/trigonometry.h"
 #include "physics/math/vec3.h"
@@ -14,6 +17,15 @@ struct Quaternion {
   constexpr bool operator==(const Quaternion& q) const { return r == q.r && i == q.i && j == q.j && k == q.k; }
 };
 
+/// Whether both are 0, asked by their bits in one comparison.
+constexpr bool AreZero(float a, float b) {
+  return ((std::bit_cast<std::uint32_t>(a) | std::bit_cast<std::uint32_t>(b)) << 1) == 0;
+}
+
+/// Whether the rotation is about z alone, as everything on the stage is; the operations have a short way for it that
+/// gives the same numbers.
+constexpr bool IsAboutZ(const Quaternion& q) { return AreZero(q.i, q.j); }
+
 /// Rotation by `angle` radians about the z axis.
 inline Quaternion QuaternionFromZ(float angle) { return {Cos(angle * 0.5f), 0.0f, 0.0f, Sin(angle * 0.5f)}; }
 
@@ -25,23 +37,20 @@ inline float AngleAboutZ(const Quaternion& q) {
 /// First-order integration of an angular displacement v (angular velocity times time step, radians):
 /// q + (0, v)·q / 2 with the pure quaternion on the left. The result is not of unit length.
 constexpr Quaternion AddScaled(const Quaternion& q, const Vec3& v) {
-  if (q.i == 0.0f && q.j == 0.0f && v.x == 0.0f && v.y == 0.0f)
-    return {q.r + 0.5f * (0.0f - v.z * q.k), 0.0f, 0.0f, q.k + 0.5f * (v.z * q.r)};
+  if (IsAboutZ(q) && AreZero(v.x, v.y)) return {q.r + 0.5f * (0.0f - v.z * q.k), 0.0f, 0.0f, q.k + 0.5f * (v.z * q.r)};
   return {q.r + 0.5f * (-v.x * q.i - v.y * q.j - v.z * q.k), q.i + 0.5f * (v.x * q.r + v.y * q.k - v.z * q.j),
           q.j + 0.5f * (v.y * q.r + v.z * q.i - v.x * q.k), q.k + 0.5f * (v.z * q.r + v.x * q.j - v.y * q.i)};
 }
 
 /// The quaternion at length 1; one that has decayed to all zeros becomes the identity.
 inline Quaternion Normalised(const Quaternion& q) {
-  const float squared = q.r * q.r + q.i * q.i + q.j * q.j + q.k * q.k;
+  const bool aboutZ = IsAboutZ(q);
+  const float squared = aboutZ ? q.r * q.r + q.k * q.k : q.r * q.r + q.i * q.i + q.j * q.j + q.k * q.k;
   if (squared == 0.0f) return {1.0f, q.i, q.j, q.k};
   const float scale = 1.0f / std::sqrt(squared);
+  if (aboutZ) return {q.r * scale, q.i, q.j, q.k * scale};
   return {q.r * scale, q.i * scale, q.j * scale, q.k * scale};
 }
-
-/// Whether the rotation is about z alone, as everything on the stage is; the operations have a short way for it that
-/// gives the same numbers.
-constexpr bool IsAboutZ(const Quaternion& q) { return q.i == 0.0f && q.j == 0.0f; }
 
 /// The standard rotation matrix of a unit quaternion.
 constexpr Matrix33 ToMatrix(const Quaternion& q) {

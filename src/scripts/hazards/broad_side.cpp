@@ -4,6 +4,7 @@
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/random.h"
+#include "core/scene_state.h"
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "physics/math/trigonometry.h"
@@ -17,9 +18,13 @@ constexpr float kMuzzle = 1.5f;      // world units ahead of the owner's middle
 constexpr float kGunPitch = 3.0f;    // world units between guns
 constexpr float kShotSpeed = 1.0f;   // world units per body second
 
+struct Side {
+  bool back = true;
+};
+
 bool& FacingBack() {
-  static bool back = true;
-  return back;
+  static SceneState<Side> side;
+  return side->back;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "core/game_object.h"
 #include "core/game_time.h"
 #include "core/random.h"
+#include "core/scene_state.h"
 #include "core/transform.h"
 #include "physics/math/trigonometry.h"
 #include "scripts/hazards/cannonball.h"
@@ -16,8 +17,8 @@ constexpr float kUp = 90.0f;     // degrees, in the world: the owner's own turn 
 constexpr float kMuzzle = 0.1f;  // world units from the owner's middle
 
 bool& FountainsOn() {
-  static bool on = false;
-  return on;
+  static SceneState<bool> on;
+  return *on;
 }
 
 // Shown by the editor; nothing reads it.
