@@ -15,7 +15,7 @@ ROOT = Path(__file__).resolve().parents[2]
 GOLDEN = ROOT / "tests" / "golden"
 BLOCK = 8  # pixels each way, whose mean colours are compared
 TOLERANCE = 12.0  # of 255
-FILM = (1280, 720)  # in which films are drawn before they are reduced
+FILM = (960, 540)  # in which films of that size are drawn, before two by two pixels become one
 # Of tests/golden, and how many frames of its recording lead to it: films show a moment when it is best seen.
 PICTURES = {"000500-segment-begin-crateyard.png": 651, "000900-menu-open-pause.png": 903}
 FILE_NAME, SAVE_LEVEL = (90, 42), (170, 262)  # on the editor's tools, as they stand first
@@ -130,7 +130,9 @@ class BrowserTest(unittest.TestCase):
         self.browser.run("window.dispatchEvent(new Event('blur'))")
         self.browser.frames(10)
         self.assertIn("Focus Lost", self.browser.messages)
-        self.shoot("paused")
+        paused = self.shoot("paused")
+        self.browser.frames(30)
+        self.assertEqual(worst_block(self.shoot("still-paused"), paused), 0, "nothing moves")
         self.browser.run("window.dispatchEvent(new Event('focus'))")
         playing = self.shoot("before-menu")
         for slot in range(4):
