@@ -29,7 +29,7 @@ struct Font {
 
   FT_Face face = nullptr;
   std::array<Glyph, 128> glyphs{};  ///< by character code
-  GLuint atlasTexture = 0;          ///< alpha only, first row at v = 0
+  GLuint atlasTexture = 0;          ///< alpha only, first row at v = 0; up to a half of it is the rim round the ink
   GLuint vertexBuffer = 0;          ///< filled anew by every text drawn
   GLuint vertexArray = 0;
   int atlasHeight = 0;  ///< pixels

@@ -170,6 +170,10 @@ void AlphaSubImage(int x, int y, int width, int height, int pitch, const void* p
   glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
 }
 
+void CopyIntoTexture(int x, int y, int fromX, int fromY, int width, int height) {
+  if (hasContext) glCopyTexSubImage2D(GL_TEXTURE_2D, 0, x, y, fromX, fromY, width, height);
+}
+
 int MaxTextureSize() {
   GLint size = 0;
   if (hasContext) glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);

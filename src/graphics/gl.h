@@ -51,6 +51,8 @@ void GenerateMipmap();
 void TexImageAlpha(int width, int height, const void* pixels);
 /// Fills a rectangle of such an image; rows of `pixels` are `pitch` bytes apart.
 void AlphaSubImage(int x, int y, int width, int height, int pitch, const void* pixels);
+/// Copies a rectangle of the bound framebuffer's colour, from (fromX, fromY) on, into the bound texture at (x, y).
+void CopyIntoTexture(int x, int y, int fromX, int fromY, int width, int height);
 int MaxTextureSize();
 
 // --- programs ---

@@ -1,5 +1,7 @@
 #include "graphics/renderer.h"
 
+#include <algorithm>
+
 #include "core/platform.h"
 #include "core/print.h"
 #include "core/transform.h"
@@ -30,6 +32,7 @@ void Renderer::Init() {
 void Renderer::Shutdown() {
   for (const auto& [name, program] : shaders_) gl::DeleteProgram(program.name);
   for (const auto& [name, texture] : textures_) gl::DeleteTexture(texture.name);
+  sheet_.Delete();
   for (Mesh& mesh : meshes_) DeleteMesh(mesh);
   for (auto& [name, font] : fonts_) FreeFont(font);
   DeleteSceneTarget();
@@ -55,24 +58,30 @@ ShaderProgram& Renderer::GetShader(const std::string& name) {
 void Renderer::LoadTexture(const std::string& name) {
   Texture& texture = textures_[name];
   if (texture.name != 0) {
-    std::erase(newTextures_, texture.name);
+    std::erase(newTextures_, name);
     gl::DeleteTexture(texture.name);
   }
   texture = LoadTextureFile(name);
   if (texture.name == 0)
     Print("Error Loading Texture%s\n", name.c_str());
   else if (gl::HasContext())
-    newTextures_.push_back(texture.name);
+    newTextures_.push_back(name);
 }
 
 // Not while a picture is loaded: the program's first picture would wait for them, on a software driver longer than for
 // anything else, and the linear filter reads none.
-void Renderer::MakeSmallerLevels() {
-  for (const GLuint texture : newTextures_) {
-    gl::BindTexture(texture);
+void Renderer::FinishNewTextures() {
+  if (newTextures_.empty()) return;
+  std::stable_sort(newTextures_.begin(), newTextures_.end(), [this](const std::string& a, const std::string& b) {
+    return textures_[a].height > textures_[b].height;
+  });
+  for (const std::string& name : newTextures_) {
+    Texture& texture = textures_[name];
+    gl::BindTexture(texture.name);
     gl::GenerateMipmap();
+    sheet_.Add(texture);
   }
-  if (!newTextures_.empty()) gl::BindTexture(0);
+  gl::BindTexture(0);
   newTextures_.clear();
 }
 
@@ -175,7 +184,7 @@ void Renderer::ReportFramebufferStatus() const {
 void Renderer::BeginScene() {
   if (!IsDrawing()) return;
   inScene_ = nullptr;
-  if (shown_) MakeSmallerLevels();
+  if (shown_) FinishNewTextures();
   gl::BindFramebuffer(sceneFramebuffer_);
   gl::Viewport(0, 0, targetWidth_, targetHeight_);
   // Depth and stencil share their words: clearing both is a plain fill, clearing one reads and masks each, which on a

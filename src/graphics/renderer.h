@@ -14,10 +14,13 @@
 #include "graphics/font.h"
 #include "graphics/gl.h"
 #include "graphics/meshes.h"
+#include "graphics/picture_sheet.h"
 #include "graphics/shader_program.h"
 #include "graphics/texture_upload.h"
 #include "graphics/viewport.h"
 #include "physics/math/vec3.h"
+
+class Sprite;
 
 class Renderer {
  public:
@@ -86,7 +89,10 @@ class Renderer {
   /// The program of that name; one without a GL name when there is none.
   ShaderProgram& GetShader(const std::string& name);
   Texture FindTexture(const std::string& name) const;
-  void MakeSmallerLevels();
+  /// The smaller levels of new textures, and the small ones among them onto the sheet.
+  void FinishNewTextures();
+  /// Binds the sprite's picture and sends its window: on the sheet, where the program is one that looks nowhere else.
+  void ShowPicture(ShaderProgram& program, const Sprite& sprite, const Texture& texture);
   /// Blending, the program and the camera for a draw into the scene; null when it cannot be drawn.
   ShaderProgram* UseInScene(const std::string& shaderName);
   void ReportFramebufferStatus() const;
@@ -102,9 +108,10 @@ class Renderer {
   bool ownSize_ = false;  // of the picture, by FitPicture
   Viewport viewport_;
   std::unordered_map<std::string, Texture> textures_;
-  std::vector<GLuint> newTextures_;  // without their smaller levels yet
-  bool shown_ = false;               // a picture has been composed
-  std::array<Mesh, 4> meshes_;       // by MeshType
+  std::vector<std::string> newTextures_;  // names, without their smaller levels yet
+  PictureSheet sheet_;
+  bool shown_ = false;          // a picture has been composed
+  std::array<Mesh, 4> meshes_;  // by MeshType
   std::unordered_map<std::string, ShaderProgram> shaders_;
   ShaderProgram* inScene_ = nullptr;  // in use, with this frame's camera; none after anything else was used
   std::string inSceneName_;

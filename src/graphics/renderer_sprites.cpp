@@ -16,16 +16,26 @@ void Renderer::DrawSprite(const GameObject& object) {
   // Blending an opaque picture gives the picture and costs a reading of what is behind it, the whole view for the
   // background.
   if (texture.opaque && sprite->a == 1.0f) gl::SetEnabled(GL_BLEND, false);
-  gl::BindTexture(texture.name);
+  if (type == MeshType::kQuad)
+    ShowPicture(*program, *sprite, texture);
+  else
+    gl::BindTexture(texture.name);
   gl::BindVertexArray(meshes_[static_cast<std::size_t>(type)].vertexArray);
   if (type != MeshType::kFullScreen) {
     gl::UniformMatrix4(program->model, true, object.GetTransform().GetModelMatrix().data());
     program->SendColour({sprite->r, sprite->g, sprite->b, sprite->a});
   }
-  if (type == MeshType::kQuad)
-    program->SendTextureWindow({sprite->row, sprite->columns, sprite->startFrame, sprite->endFrame});
   if (type == MeshType::kCircle)
     gl::DrawArrays(GL_LINE_LOOP, kCirclePoints);
   else
     gl::DrawIndexedTriangles(kQuadIndices);
+}
+
+// A program of somebody else's may look anywhere in its picture.
+void Renderer::ShowPicture(ShaderProgram& program, const Sprite& sprite, const Texture& texture) {
+  static const std::string kLooksInside = "default";
+  const PictureSheet::Window window = {sprite.row, sprite.columns, sprite.startFrame, sprite.endFrame};
+  const bool onSheet = sprite.shaderName == kLooksInside && sheet_.Shows(texture, window);
+  gl::BindTexture(onSheet ? sheet_.GetTexture() : texture.name);
+  program.SendTextureWindow(onSheet ? PictureSheet::Within(texture, window) : window);
 }

@@ -29,7 +29,9 @@ Texture LoadTextureFile(const std::string& name) {
   Picture picture;
   if (!ReadPicture("Texture", name, use, picture)) return {};
   if (!gl::HasContext()) return {.name = 1};
-  const Texture texture = {gl::GenTexture(), picture.opaque};
+  // SOIL makes what the driver cannot take smaller by itself; what comes of that is too large for a sheet all the same.
+  const Texture texture = {
+      .name = gl::GenTexture(), .opaque = picture.opaque, .width = picture.width, .height = picture.height};
   gl::BindTexture(texture.name);
   while (std::max(picture.width, picture.height) > std::max(1, gl::MaxTextureSize())) Halve(picture);
   gl::TexImage(GL_RGBA, picture.width, picture.height, GL_RGBA, picture.pixels.get());
