@@ -29,11 +29,10 @@ Texture LoadTextureFile(const std::string& name) {
   Picture picture;
   if (!ReadPicture("Texture", name, use, picture)) return {};
   if (!gl::HasContext()) return {.name = 1};
-  // SOIL makes what the driver cannot take smaller by itself; what comes of that is too large for a sheet all the same.
+  while (std::max(picture.width, picture.height) > std::max(1, gl::MaxTextureSize())) Halve(picture);
   const Texture texture = {
       .name = gl::GenTexture(), .opaque = picture.opaque, .width = picture.width, .height = picture.height};
   gl::BindTexture(texture.name);
-  while (std::max(picture.width, picture.height) > std::max(1, gl::MaxTextureSize())) Halve(picture);
   gl::TexImage(GL_RGBA, picture.width, picture.height, GL_RGBA, picture.pixels.get());
   gl::SetSmoothClamped();
   gl::BindTexture(0);
