@@ -75,7 +75,8 @@ class Chromium:
         for domain in ("Page", "Runtime", "Log"):
             self.call(f"{domain}.enable")
         width, height = self.size
-        self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1, mobile=False)
+        self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, screenWidth=width,
+                  screenHeight=height, deviceScaleFactor=1, mobile=False)
 
     def call(self, method, **parameters):
         self.next_id += 1

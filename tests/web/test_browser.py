@@ -47,6 +47,12 @@ window.hold = (slot, button, down) => {
 """
 START = 9  # of a standard pad
 
+# Which keys the browser was asked to leave alone.
+KEYS = """
+window.kept = new Set();
+addEventListener('keydown', (event) => { if (event.defaultPrevented) kept.add(event.key); });
+"""
+
 # Listens to what the game plays, where it leaves the page.
 SOUND = """
 (() => {
@@ -90,7 +96,7 @@ class BrowserTest(unittest.TestCase):
         self.addCleanup(server.server_close)
         self.addCleanup(server.shutdown)
         self.browser = self.enterContext(Chromium(width, height, options))
-        self.browser.before_page(PADS + SOUND)
+        self.browser.before_page(PADS + SOUND + KEYS)
 
     def start(self, wish=""):
         began = time.monotonic()
@@ -128,7 +134,7 @@ class BrowserTest(unittest.TestCase):
         self.browser.wait_for("loudness() > 0.01", "sound")
         self.shoot("match")
         self.browser.run("window.dispatchEvent(new Event('blur'))")
-        self.browser.frames(10)
+        self.browser.frames(100)  # what ripples on the screen runs out
         self.assertIn("Focus Lost", self.browser.messages)
         paused = self.shoot("paused")
         self.browser.frames(30)
@@ -154,8 +160,12 @@ class BrowserTest(unittest.TestCase):
     def test_a_saved_level_stays(self):
         self.open()
         self.reach_match()
+        self.browser.press("ArrowUp")
+        self.browser.press("Escape")
+        self.browser.press("Escape")
         self.browser.press("F1")
         self.browser.frames(10)
+        self.assertEqual(self.browser.run("[...kept].sort().join(' ')"), "ArrowUp Escape F1")
         self.shoot("editor")
         self.browser.click(*FILE_NAME)
         for letter in "mine":
@@ -165,12 +175,15 @@ class BrowserTest(unittest.TestCase):
         self.browser.wait_for("FS.analyzePath('/game/mine').exists", "the saved level")
         text = self.browser.run("FS.readFile('/game/mine', {encoding: 'utf8'})")
         self.browser.run("Files.add(new File(['{\\n}\\n'], 'dropped'))")
+        self.browser.wait_for("document.getElementById('fileList').textContent.includes('recordings/')")
         self.browser.run("new Promise((done) => setTimeout(done, 500))")  # storage writes behind the page's back
         self.start()
         self.assertEqual(self.browser.run("FS.readFile('/game/mine', {encoding: 'utf8'})"), text)
         self.assertTrue(self.browser.run("FS.analyzePath('/game/autosaves/autosave-0-mine').exists"))
         self.assertTrue(self.browser.run("FS.analyzePath('/game/dropped').exists"))
-        self.assertIn("mine", self.browser.run("document.getElementById('fileList').textContent"))
+        files = self.browser.run("document.getElementById('fileList').textContent")
+        self.assertIn("mine", files)
+        self.assertIn("recordings/", files)
         self.assert_no_errors()
 
     def test_pictures_are_those_of_the_desktop(self):
@@ -183,6 +196,8 @@ class BrowserTest(unittest.TestCase):
             self.start(f"?play=recordings/run.input&frames={frames}")
             self.browser.wait_for("!document.getElementById('again').hidden", name)
             print(f"{frames} frames in {time.monotonic() - began:.1f} s")
+            run = [self.tool, "simulate", "--boot", "--digest", "--frames", str(frames), "--input", GOLDEN / "run.input"]
+            self.assertEqual(self.browser.messages[-1], self.digest(run), "the recording goes as on the desktop")
             self.browser.run("document.getElementById('cover').hidden = true")
             golden = Image.open(GOLDEN / name)
             shown = self.shoot(name.removesuffix(".png")).resize(golden.size, Image.BOX)

@@ -6,9 +6,11 @@ const Files = (() => {
   const kFolder = '/game/';
   const kRecording = 'recording.input';  // of this visit, while it lasts
   const kRecordings = 5;
+  const kRecordingPeriod = 5000;  // milliseconds
   const kLargest = 64 * 1024 * 1024;  // bytes of a file that is dropped; the game reads no larger picture
   let database = null;
   let complained = false;
+  let asked = false;
   const shipped = new Map();  // path -> bytes, which come back when the player's own of that name goes
   const kept = new Map();  // path under the folder -> size in bytes
 
@@ -73,12 +75,20 @@ const Files = (() => {
     return full.startsWith(kFolder) ? full.slice(kFolder.length) : null;
   };
 
+  // Browsers may make room by throwing away what a page keeps, unless asked not to; some put the question to the player.
+  function askToPersist() {
+    if (asked || !navigator.storage || !navigator.storage.persist) return;
+    asked = true;
+    navigator.storage.persist();
+  }
+
   function keep(path) {
     const bytes = FS.readFile(kFolder + path);
+    const isNew = !kept.has(path);
     kept.set(path, bytes.length);
     change(path, (store) => store.put(bytes, path));
-    if (navigator.storage && navigator.storage.persist) navigator.storage.persist();
-    show();
+    if (!path.startsWith('recordings/')) askToPersist();
+    if (isNew) show();  // a list that is made anew takes buttons away from under the mouse
   }
 
   function forget(path) {
@@ -118,18 +128,20 @@ const Files = (() => {
     show();
   }
 
-  // The last five visits' recordings, as far as each has come whenever its tab is left. The game writes them without
-  // renaming anything.
+  // The last five visits' recordings, as far as each has come: a tab that is closed has no time left for its storage, so
+  // it is kept now and then. The game writes them without renaming anything.
   function keepRecordings() {
     const now = new Date().toISOString().slice(0, 19).replace(/:/g, '-');
     const name = `recordings/${now}.input`;
-    document.addEventListener('visibilitychange', () => {
-      if (!document.hidden || !FS.analyzePath(kFolder + kRecording).exists) return;
+    const write = () => {
+      if (!FS.analyzePath(kFolder + kRecording).exists) return;
       place(name, FS.readFile(kFolder + kRecording));
       keep(name);
-      const recordings = [...kept.keys()].filter((path) => path.startsWith('recordings/')).sort();
-      for (const old of recordings.slice(0, -kRecordings)) FS.unlink(kFolder + old);
-    });
+      const visits = [...kept.keys()].filter((path) => /^recordings\/\d{4}-\d\d-\d\dT/.test(path)).sort();
+      for (const old of visits.slice(0, -kRecordings)) FS.unlink(kFolder + old);
+    };
+    setInterval(write, kRecordingPeriod);
+    document.addEventListener('visibilitychange', () => { if (document.hidden) write(); });
   }
 
   function download(path) {
@@ -200,7 +212,10 @@ const Files = (() => {
 
   function wire() {
     element('filesButton').hidden = false;
-    element('filesButton').onclick = () => { element('files').hidden = false; };
+    element('filesButton').onclick = () => {
+      show();
+      element('files').hidden = false;
+    };
     element('filesClose').onclick = () => {
       element('files').hidden = true;
       element('canvas').focus();

@@ -87,11 +87,11 @@ void Page::Start() {
   if (options_.live) {
     if (const std::string error = recorder_.Open(kRecording); !error.empty()) FailFile(kRecording, error);
     platform_ = std::make_unique<LivePlatform>(system_, game_.GetGiven(), recorder_);
+    GetOptions().menuFullscreen = false;  // a recording shows what the desktop would
+    emscripten_set_fullscreenchange_callback(EMSCRIPTEN_EVENT_TARGET_DOCUMENT, nullptr, EM_FALSE, HearFullscreen);
   } else {
     platform_ = std::make_unique<ShownRun>(system_, game_.GetGiven());
   }
-  GetOptions().menuFullscreen = false;
-  emscripten_set_fullscreenchange_callback(EMSCRIPTEN_EVENT_TARGET_DOCUMENT, nullptr, EM_FALSE, HearFullscreen);
   game_.Start(Audio::Output::kDevice, platform_.get());
   if (options_.live) GetEditor().StartRecovery();
 }
