@@ -1,6 +1,7 @@
 // What one sub-step of the engine's physics costs, from real objects to resolved contacts.
 //
 //   physics_step                          every row, see MeasureAndPrint
+//   physics_step N...                     the scaled arena with these numbers of bodies
 //   physics_step instr engine N FRAMES    one scaled arena for callgrind (--instr-atstart=no): only FRAMES frames after
 //                                         a warm-up of the same length are counted
 #include <valgrind/callgrind.h>
@@ -40,9 +41,16 @@ int main(int argc, char** argv) {
     CountInstructions(std::max(1, std::atoi(argv[3])), std::max(1, std::atoi(argv[4])));
     return 0;
   }
-  if (argc != 1) {
-    std::fprintf(stderr, "usage: physics_step [instr %s BODIES FRAMES]\n", kSetting);
-    return 2;
+  if (argc > 1) {
+    for (int i = 1; i < argc; ++i) {
+      const int count = std::atoi(argv[i]);
+      if (count < 1) {
+        std::fprintf(stderr, "usage: physics_step [BODIES...] | instr %s BODIES FRAMES\n", kSetting);
+        return 2;
+      }
+      MeasureRow(count, ArenaSize::kScaled);
+    }
+    return 0;
   }
   for (const int count : {16, 64, 256, 1024, 4096}) MeasureRow(count, ArenaSize::kScaled);
   for (const int count : {16, 64, 256}) MeasureRow(count, ArenaSize::kFixed);

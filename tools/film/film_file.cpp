@@ -57,7 +57,8 @@ Coding ChooseCoding(const std::string& file) {
 }
 
 Words Join(std::initializer_list<Words> parts) {
-  Words all = {"ffmpeg", "-hide_banner", "-loglevel", "error", "-y"};
+  // Without -xerror a film whose end did not fit on the disk counts as a success.
+  Words all = {"ffmpeg", "-hide_banner", "-loglevel", "error", "-xerror", "-y"};
   for (const Words& part : parts) all.insert(all.end(), part.begin(), part.end());
   return all;
 }

@@ -117,6 +117,8 @@ int Simulate(SimulateOptions options) {
   result = std::max(result, SaveAll(options, run.GetFrames()));
   if (recorders.sound && !recorders.sound->IsWhole())
     result = FailFile(options.wavFile, "could not be written to its end");
+  if (traceFile && (std::fflush(traceFile.get()) != 0 || std::ferror(traceFile.get()) != 0))
+    result = FailFile(options.traceFile, "could not be written to its end");
   run.PrintSummary();
   GameRun::Shutdown();
   return result;
