@@ -1,7 +1,7 @@
 // What reading a level file into live objects costs: from opening the file to finished components. Takes numbers of
-// objects (default: 100 1000 10000) and works in a temporary folder of its own. Prints a tab-separated row for each size: engine, objects; microseconds a
-// load (median, 10th and 90th percentile), median an object; file bytes over the median in MB/s, twice, since this
-// format is its own text form; size of the file in MB.
+// objects (default: 100 1000 10000) and works in a temporary folder of its own. Prints a tab-separated row for each
+// size: engine, objects; microseconds a load (median, 10th and 90th percentile), median an object; file bytes over the
+// median in MB/s, twice, since this format is its own text form; size of the file in MB.
 #include <algorithm>
 #include <array>
 #include <chrono>

@@ -44,7 +44,7 @@ async function fetchAll(manifest) {
     message.textContent = `Loading: ${megabytes(loaded)} of ${megabytes(total)} MB`;
   };
   counted(0);
-  return Promise.all(manifest.files.map((file) => fetchFile(file.name, counted)));
+  return Promise.all(manifest.files.map((file) => fetchFile(`${file.name}?${manifest.version}`, counted)));
 }
 
 function addScript(name) {
@@ -116,7 +116,8 @@ async function start() {
          'with its hardware acceleration switched on.');
     return;
   }
-  const manifest = await (await fetch('manifest.json')).json();
+  // A browser may keep files of an earlier build; those of one build belong together, so their addresses tell which.
+  const manifest = await (await fetch('manifest.json', {cache: 'no-cache'})).json();
   const [program, data] = await fetchAll(manifest);
   message.textContent = 'Starting';
   await Files.open();
@@ -131,7 +132,7 @@ async function start() {
   shareKeys();
   holdSoundWhileHidden();
   showButtonWhilePointing();
-  await addScript('brinewhirl.js');
+  await addScript(`brinewhirl.js?${manifest.version}`);
 }
 
 document.getElementById('again').onclick = () => { location.search = ''; };
