@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Installs the packages of tools/packages.txt that are missing; root is needed only when some are.
+# Installs the packages of a list that are missing, of tools/packages.txt unless another is named; root is needed only
+# when some are.
 set -euo pipefail
 
-wanted=$(sed 's/#.*//' "$(dirname "${BASH_SOURCE[0]}")/packages.txt" | xargs)
+wanted=$(sed 's/#.*//' "${1:-$(dirname "${BASH_SOURCE[0]}")/packages.txt}" | xargs)
 installed=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' | sed -n 's/ installed$//p')
 missing=$(comm -23 <(tr ' ' '\n' <<<"$wanted" | sort -u) <(sort -u <<<"$installed"))
 [ -n "$missing" ] || exit 0

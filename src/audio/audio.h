@@ -2,9 +2,11 @@
 // sound that is missing is silent.
 //
 // Before Init and after Shutdown, and with Output::kNone, every call succeeds in silence; starts are still written to
-// the run's log. Everything belongs to the main thread, except that LoadEffects may run on a thread of its own.
+// the run's log. Everything belongs to the main thread, except that the effects may be loaded on a thread of
+// their own.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -45,6 +47,15 @@ void Init(Output output);
 void Shutdown();
 /// Registers and prepares the effects and the podium's music, and fetches the buses; once, after Init.
 void LoadEffects();
+/// The same in slices.
+class EffectsLoader {
+ public:
+  /// At most one sound is decoded; true when nothing is left.
+  bool LoadNext();
+
+ private:
+  std::size_t next_ = 0;
+};
 
 /// Loads a bank by its name in AudioSource/.
 void LoadBank(const std::string& name);

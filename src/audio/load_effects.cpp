@@ -1,4 +1,6 @@
 // The effects of the game: which event each number is, and what is decoded before the match.
+#include <iterator>
+
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 
@@ -52,10 +54,22 @@ constexpr Sound kPrepared[] = {
 }  // namespace
 
 void LoadEffects() {
-  for (const Registration& event : kEvents) AddEvent(event.kind, event.id, event.name);
-  for (const Sound id : kPrepared) Prepare(id, id == Sound::kPodiumMusic ? kLongLived : kOneShot);
+  EffectsLoader loader;
+  while (!loader.LoadNext()) {
+  }
+}
+
+bool EffectsLoader::LoadNext() {
+  if (next_ == 0)
+    for (const Registration& event : kEvents) AddEvent(event.kind, event.id, event.name);
+  if (next_ < std::size(kPrepared)) {
+    const Sound id = kPrepared[next_++];
+    Prepare(id, id == Sound::kPodiumMusic ? kLongLived : kOneShot);
+    return false;
+  }
   GetBus("SFX");
   GetBus("Music");
+  return true;
 }
 
 }  // namespace Audio

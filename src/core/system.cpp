@@ -47,8 +47,9 @@ void System::PrintDisplayMode() const {
 void System::OpenWindow(GlLoader loadGl) {
   const WindowRect request;
   const SDL_Rect rect = {SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, request.width, request.height};
-  window_.Open(kTitle, rect, SDL_WINDOW_FULLSCREEN_DESKTOP, loadGl);
-  fullscreen_ = true;
+  const auto look = startsFullscreen ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : Uint32{SDL_WINDOW_RESIZABLE};
+  window_.Open(kTitle, rect, look, loadGl);
+  fullscreen_ = startsFullscreen;
   vsync_ = false;
   ToggleVSync();
   if (window_.Get() == nullptr) {

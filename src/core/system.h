@@ -44,8 +44,9 @@ class System final : public Platform {
   void StartFrame() override;
   void EndFrame() override;
 
-  unsigned targetFps = 0;    ///< frames a second that EndFrame sleeps down to; 0: no cap
-  unsigned measuredFps = 0;  ///< of the last frame that took a measurable time
+  bool startsFullscreen = true;  ///< read by Init; else the window has the size that its surroundings give it
+  unsigned targetFps = 0;        ///< frames a second that EndFrame sleeps down to; 0: no cap
+  unsigned measuredFps = 0;      ///< of the last frame that took a measurable time
 
  private:
   void PrintDisplayMode() const;

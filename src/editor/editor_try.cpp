@@ -52,7 +52,8 @@ void Editor::BetweenFrames() {
 // Beyond a jump nothing is undone: the level gets what has been set up to here.
 void Editor::KeepEdits() {
   stageHand_.Stop(history_);
-  std::ranges::move(history_.TakeValueActs(), std::back_inserter(try_.edits));
+  auto acts = history_.TakeValueActs();
+  std::move(acts.begin(), acts.end(), std::back_inserter(try_.edits));
   try_.seen = history_.GetState();
 }
 

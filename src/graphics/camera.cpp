@@ -6,6 +6,7 @@
 #include "core/serializer.h"
 #include "core/transform.h"
 #include "input/input.h"
+#include "physics/math/trigonometry.h"
 
 namespace {
 
@@ -34,7 +35,16 @@ void Camera::Update(float /*step*/) {
 
 void Camera::LookAhead() { view_ = glm::lookAt(ToGlm(eye_), ToGlm(target_), ToGlm(up_)); }
 
-void Camera::Project() { projection_ = glm::perspective(glm::radians(fov_), aspectRatio_, nearPlane_, farPlane_); }
+// As glm::perspective has it, but for the tangent: the mouse's place in the world hangs on it.
+void Camera::Project() {
+  const float tangent = Tan(glm::radians(fov_) / 2.0f);
+  projection_ = glm::mat4(0.0f);
+  projection_[0][0] = 1.0f / (aspectRatio_ * tangent);
+  projection_[1][1] = 1.0f / tangent;
+  projection_[2][2] = -(farPlane_ + nearPlane_) / (farPlane_ - nearPlane_);
+  projection_[2][3] = -1.0f;
+  projection_[3][2] = -(2.0f * farPlane_ * nearPlane_) / (farPlane_ - nearPlane_);
+}
 
 void Camera::SetPerspective(float fov, float aspect, float nearPlane, float farPlane) {
   fov_ = fov;

@@ -1,41 +1,25 @@
 #include "graphics/texture_upload.h"
 
-#include <SOIL/SOIL.h>
-#include <SOIL/image_helper.h>
-
 #include <algorithm>
-#include <memory>
-#include <utility>
+#include <cstddef>
 
+#include "graphics/gl.h"
 #include "graphics/picture.h"
 
 namespace {
 
-constexpr int kChannels = 4;
+constexpr std::size_t kChannels = 4;
 
-// Makes it smaller by a whole number, the same each way, until neither side is longer than `most` pixels.
-void Shrink(Picture& picture, int most) {
-  const int block = (std::max(picture.width, picture.height) + most - 1) / most;
-  const int width = std::max(1, picture.width / block);
-  const int height = std::max(1, picture.height / block);
-  const std::size_t bytes = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * kChannels;
-  auto pixels = std::make_unique_for_overwrite<unsigned char[]>(bytes);
-  mipmap_image(picture.pixels.get(), picture.width, picture.height, kChannels, pixels.get(), block, block);
-  picture.width = width;
-  picture.height = height;
-  picture.pixels = std::move(pixels);
-}
-
-// Into the bound texture, so that what gl remembers stands. SOIL makes a picture smaller that the driver cannot take;
-// on OpenGL ES it would also stretch whatever is no power of two each way, since it looks for a desktop extension.
-void Upload(Picture& picture, GLuint texture) {
-  if (!gl::IsEs()) {
-    SOIL_create_OGL_texture(picture.pixels.get(), picture.width, picture.height, SOIL_LOAD_RGBA, texture, 0);
-    return;
-  }
-  const int most = gl::MaxTextureSize();
-  if (std::max(picture.width, picture.height) > most) Shrink(picture, most);
-  gl::TexImage(GL_RGBA, picture.width, picture.height, GL_RGBA, picture.pixels.get());
+// Every second pixel of every second row, for a driver that cannot take the picture; it is shown smaller than it is
+// anyway.
+void Halve(Picture& picture) {
+  const auto width = static_cast<std::size_t>(picture.width);
+  picture.width = std::max(1, picture.width / 2);
+  picture.height = std::max(1, picture.height / 2);
+  unsigned char* to = picture.pixels.get();
+  for (std::size_t y = 0; y < static_cast<std::size_t>(picture.height); ++y)
+    for (std::size_t x = 0; x < static_cast<std::size_t>(picture.width); ++x, to += kChannels)
+      std::copy_n(picture.pixels.get() + (2 * y * width + 2 * x) * kChannels, kChannels, to);
 }
 
 }  // namespace
@@ -45,11 +29,11 @@ Texture LoadTextureFile(const std::string& name) {
   Picture picture;
   if (!ReadPicture("Texture", name, use, picture)) return {};
   if (!gl::HasContext()) return {.name = 1};
-  // SOIL makes what the driver cannot take smaller by itself; what comes of that is too large for a sheet all the same.
+  while (std::max(picture.width, picture.height) > std::max(1, gl::MaxTextureSize())) Halve(picture);
   const Texture texture = {
       .name = gl::GenTexture(), .opaque = picture.opaque, .width = picture.width, .height = picture.height};
   gl::BindTexture(texture.name);
-  Upload(picture, texture.name);
+  gl::TexImage(GL_RGBA, picture.width, picture.height, GL_RGBA, picture.pixels.get());
   gl::SetSmoothClamped();
   gl::BindTexture(0);
   return texture;

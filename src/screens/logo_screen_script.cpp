@@ -45,7 +45,7 @@ void LogoScreenScript::Initialize() {
   for (const char* picture :
        {"loadingtext.png", "rp.png", "HarborLogo.png", "Marlo_Controls.png", "QualityTitleBrinewhirlScreen.png"})
     GetRenderer().LoadTexture(picture);
-  loadingThread_ = std::jthread(Audio::LoadEffects);
+  effects_.Start([loader = Audio::EffectsLoader{}]() mutable { return loader.LoadNext(); });
   Audio::Play(Sound::kTitleMusic, Audio::kLongLived);
 }
 
@@ -63,19 +63,16 @@ void LogoScreenScript::Load(float step) {
   startUp.spinnerAngle += step * kSpinnerSpeed;
   if (GameObject* spinner = Objects().GetObject(startUp.spinnerObject))
     spinner->GetTransform().orientation = QuaternionFromZ(startUp.spinnerAngle);
+  effects_.Update();
   if (LoadNextAsset()) FinishLoading();
 }
 
 void LogoScreenScript::FinishLoading() {
-  WaitForThread();
+  FinishEffects();
   GetStartUp().loading = false;
   while (!LoadNextAsset()) {
   }
   KillLoadingSigns();
-}
-
-void LogoScreenScript::WaitForThread() {
-  if (loadingThread_.joinable()) loadingThread_.join();
 }
 
 LogoScreenScript::~LogoScreenScript() {
@@ -106,5 +103,5 @@ void AbandonStartUp() {
   const GameObject* logo = Objects().GetObject(GetStartUp().logoObject);
   const auto* scripts = logo == nullptr ? nullptr : logo->Get<ScriptBox>();
   if (Script* script = scripts == nullptr ? nullptr : scripts->GetScript("LogoScreenScript"))
-    static_cast<LogoScreenScript*>(script)->WaitForThread();
+    static_cast<LogoScreenScript*>(script)->FinishEffects();
 }

@@ -1,14 +1,13 @@
-// The makers' logo: shows itself at once and loads everything else behind it, pictures one a frame and the sounds on a
-// thread of their own.
+// The makers' logo: shows itself at once and loads everything else behind it, pictures one a frame and the sounds
+// beside the frames.
 #pragma once
 
-#include <thread>
-
 #include "core/script.h"
+#include "core/side_work.h"
 
 class LogoScreenScript final : public Script {
  public:
-  /// Loads what the screens show, starts the loading thread and the title's music.
+  /// Loads what the screens show, begins to load the effects and starts the title's music.
   void Initialize() override;
   void Update(float step) override;
   const char* GetName() const override { return "LogoScreenScript"; }
@@ -16,16 +15,16 @@ class LogoScreenScript final : public Script {
   ~LogoScreenScript() override;
 
   /// Returns when the sounds are registered.
-  void WaitForThread();
+  void FinishEffects() { effects_.Finish(); }
 
  private:
   void Load(float step);
   void FinishLoading();
 
-  std::jthread loadingThread_;  // runs Audio::LoadEffects
+  SideWork effects_;  // loads them
 };
 
 /// The first screen, with a spinner and a label; it loads everything and plays the title's music. Once, at the start.
 void CreateLogoScreen();
-/// Before the program ends: waits for the loading thread, and no screen brings another one any more.
+/// Before the program ends: waits for the effects, and no screen brings another one any more.
 void AbandonStartUp();

@@ -1,7 +1,6 @@
 #include "screens/podium.h"
 
 #include <array>
-#include <cmath>
 #include <string>
 
 #include "core/object_manager.h"
@@ -11,6 +10,7 @@
 #include "match/episode/new_game.h"
 #include "match/players.h"
 #include "match/score/ranking.h"
+#include "physics/math/trigonometry.h"
 
 namespace {
 
@@ -38,7 +38,7 @@ void BuildPodium() {
   auto size = kSizes.begin();
   for (const Rank& ranked : RankPlayers()) {
     GameObject& portrait = AddAt(place, {*size, *size, 0.0f}, "portrait");
-    portrait.GetTransform().orientation = {std::cos(kHalfTurn), 0.0f, 0.0f, std::sin(kHalfTurn)};
+    portrait.GetTransform().orientation = {Cos(kHalfTurn), 0.0f, 0.0f, Sin(kHalfTurn)};
     portrait.Insert(std::make_unique<Sprite>()).texturePath = kPortraits[static_cast<std::size_t>(ranked.player)];
     AddAt(place + kPointsOffset, kPointsScale, "portrait points")
         .Insert(std::make_unique<SpriteText>())

@@ -13,6 +13,11 @@ class FnvHash {
   template <class T>
   requires std::is_trivially_copyable_v<T>
   void AddValue(const T& value) { Add({reinterpret_cast<const char*>(&value), sizeof value}); }
+  /// Sizes have 64 bits on every machine.
+  void AddValue(unsigned long value) {
+    const std::uint64_t wide = value;
+    Add({reinterpret_cast<const char*>(&wide), sizeof wide});
+  }
   std::uint64_t Get() const { return value_; }
 
  private:

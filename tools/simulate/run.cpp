@@ -178,6 +178,14 @@ int GameRun::Go(RunObserver& observer) {
   return kWrongUsage;
 }
 
+bool GameRun::Step(RunObserver& observer) {
+  if (done_ >= options_.frames || !GetPlatform().running) return false;
+  observer_ = &observer;
+  RunFrame();
+  observer_ = nullptr;
+  return true;
+}
+
 bool GameRun::RunAll() {
   if (options_.matches > 0) return PlayMatches();
   if (options_.untilEnd) return PlayToTheEnd();

@@ -79,6 +79,8 @@ class GameRun {
   void Start(Audio::Output output, Platform* window = nullptr);
   /// Runs all frames. An exit code: 1 when a match does not end, 2 when the editor has not what an input line asks for.
   int Go(RunObserver& observer);
+  /// The next frame alone, for whoever has a loop of their own; false, and nothing, when there is none.
+  bool Step(RunObserver& observer);
   /// The digest, if it was asked for.
   void PrintDigest() const;
   /// The summary, and the ranking after a match.

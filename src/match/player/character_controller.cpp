@@ -1,6 +1,5 @@
 #include "match/player/character_controller.h"
 
-#include <cmath>
 #include <utility>
 
 #include "audio/audio.h"
@@ -17,6 +16,7 @@
 #include "match/player/hit_effects.h"
 #include "match/players.h"
 #include "match/score/point_bubble.h"
+#include "physics/math/trigonometry.h"
 #include "physics/rigid_body.h"
 
 namespace {
@@ -33,7 +33,7 @@ constexpr char kUnknownDisplay[] = "Errar";
 
 // Turns by an angle that is halved already.
 void TurnTo(GameObject& object, float halfAngle) {
-  object.GetTransform().orientation = {std::cos(halfAngle), 0.0f, 0.0f, std::sin(halfAngle)};
+  object.GetTransform().orientation = {Cos(halfAngle), 0.0f, 0.0f, Sin(halfAngle)};
 }
 
 float RandomSpeed() { return (RandomOver(kRandomMax / 2) - 1.0f) * kPilotSpeed; }
@@ -79,7 +79,7 @@ void CharacterController::Update(float step) {
     chargeRules_.Drop();
     return;
   }
-  TurnTo(*owner, (std::atan2(aim_.y, aim_.x) - kPictureAngle + kPi) * 0.5f);
+  TurnTo(*owner, (Atan2(aim_.y, aim_.x) - kPictureAngle + kPi) * 0.5f);
   if (autoPlay_) {
     DropCharge();  // the pad was pulled while its player charged
     FlyByComputer(step);

@@ -1,18 +1,17 @@
 #include "match/player/charge_rules.h"
 
-#include <cmath>
-
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/game_object.h"
 #include "core/script_box.h"
 #include "core/transform.h"
 #include "match/player/force_events.h"
+#include "physics/math/trigonometry.h"
 
 void ChargeRules::Fly(bool held, const Flight& flight) {
   if (held) {
     if (!charging) Begin(flight);
-    const float angle = std::atan2(flight.aim.y, flight.aim.x);
+    const float angle = Atan2(flight.aim.y, flight.aim.x);
     flight.aim = Normalised(flight.aim);
     display_.Place(flight.octopus.GetTransform().position, flight.aim, angle, force);
     return;

@@ -1,7 +1,6 @@
 #include "match/score/give_points.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include "audio/audio.h"
@@ -15,6 +14,7 @@
 #include "core/serializer.h"
 #include "match/score/point_earner.h"
 #include "physics/collider.h"
+#include "physics/math/trigonometry.h"
 #include "physics/rigid_body.h"
 #include "scripts/fast_player.h"
 
@@ -28,7 +28,7 @@ constexpr float kAtRestSquared = 0.00001f;
 Vec3 RandomDirection() {
   const float degrees = RandomUpTo(360.0f);
   const float angle = degrees * kPi / 180.0f;
-  return {std::cos(angle), std::sin(angle), 0.0f};
+  return {Cos(angle), Sin(angle), 0.0f};
 }
 
 int ReadClamped(Serializer& reader, const char* what, int most) {

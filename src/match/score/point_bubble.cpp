@@ -1,7 +1,5 @@
 #include "match/score/point_bubble.h"
 
-#include <cmath>
-
 #include "core/game_object.h"
 #include "core/object_manager.h"
 #include "core/player_colours.h"
@@ -13,6 +11,7 @@
 #include "graphics/sprite_colour.h"
 #include "match/score/point_movment.h"
 #include "match/score/score_displays.h"
+#include "physics/math/trigonometry.h"
 #include "physics/rigid_body.h"
 #include "scripts/props/death_timer.h"
 
@@ -38,7 +37,7 @@ void CreateBubble(int value, int player, const Vec3& place, float angle, std::ui
   GameObject& bubble = *Objects().GetObject(Objects().CreateObject());
   bubble.name = "APoint";
   const Look& look = value == 1 ? kOnePoint : kTwoPoints;
-  bubble.GetTransform().position = place + Vec3{std::cos(angle), std::sin(angle), 0.0f};
+  bubble.GetTransform().position = place + Vec3{Cos(angle), Sin(angle), 0.0f};
   bubble.GetTransform().graphicsScale = {look.size, look.size, 0.0f};
   auto& sprite = bubble.Insert(std::make_unique<Sprite>());
   sprite.texturePath = look.picture;

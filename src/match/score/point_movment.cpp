@@ -1,7 +1,5 @@
 #include "match/score/point_movment.h"
 
-#include <cmath>
-
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/event.h"
@@ -14,6 +12,7 @@
 #include "match/players.h"
 #include "match/score/score_displays.h"
 #include "match/score/sent_points.h"
+#include "physics/math/trigonometry.h"
 #include "physics/rigid_body.h"
 #include "physics/wobbly_puller.h"
 
@@ -57,7 +56,7 @@ void PointMovment::Update(float /*step*/) {
       return;
     }
   }
-  if (launchAngle_ != kNoAngle) way = {std::cos(launchAngle_), std::sin(launchAngle_), 0.0f};
+  if (launchAngle_ != kNoAngle) way = {Cos(launchAngle_), Sin(launchAngle_), 0.0f};
   Fly(way);
   if (Time().elapsedTime >= stateStart_ + stateDuration_) AdvanceState();
 }

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <array>
-#include <cmath>
 #include <type_traits>
 
+#include "physics/math/trigonometry.h"
 #include "physics/math/vec3.h"
 
 /// Single-precision pi, as every angle conversion here uses it.
@@ -60,8 +60,8 @@ constexpr bool Invert(const Matrix33& a, Matrix33& out) {
 inline Matrix33 RotationAboutZ(float degrees) {
   const float angle = degrees * kPi / 180.0f;
   Matrix33 out;
-  out.m[0] = out.m[4] = std::cos(angle);
-  out.m[3] = std::sin(angle);
+  out.m[0] = out.m[4] = Cos(angle);
+  out.m[3] = Sin(angle);
   out.m[1] = -out.m[3];
   return out;
 }

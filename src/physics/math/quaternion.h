@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "physics/math/matrix33.h"
+#include "physics/math/trigonometry.h"
 #include "physics/math/vec3.h"
 
 struct Quaternion {
@@ -26,11 +27,11 @@ constexpr bool AreZero(float a, float b) {
 constexpr bool IsAboutZ(const Quaternion& q) { return AreZero(q.i, q.j); }
 
 /// Rotation by `angle` radians about the z axis.
-inline Quaternion QuaternionFromZ(float angle) { return {std::cos(angle * 0.5f), 0.0f, 0.0f, std::sin(angle * 0.5f)}; }
+inline Quaternion QuaternionFromZ(float angle) { return {Cos(angle * 0.5f), 0.0f, 0.0f, Sin(angle * 0.5f)}; }
 
 /// The rotation's part about the z axis, radians from -pi to pi.
 inline float AngleAboutZ(const Quaternion& q) {
-  return std::atan2(2.0f * (q.i * q.j + q.k * q.r), 1.0f - 2.0f * (q.j * q.j + q.k * q.k));
+  return Atan2(2.0f * (q.i * q.j + q.k * q.r), 1.0f - 2.0f * (q.j * q.j + q.k * q.k));
 }
 
 /// First-order integration of an angular displacement v (angular velocity times time step, radians):

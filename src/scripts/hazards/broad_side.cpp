@@ -1,7 +1,5 @@
 #include "scripts/hazards/broad_side.h"
 
-#include <cmath>
-
 #include "core/field_bar.h"
 #include "core/game_object.h"
 #include "core/game_time.h"
@@ -9,6 +7,7 @@
 #include "core/scene_state.h"
 #include "core/serializer.h"
 #include "core/transform.h"
+#include "physics/math/trigonometry.h"
 #include "scripts/hazards/cannonball.h"
 
 namespace {
@@ -63,7 +62,7 @@ void BroadSide::Fire() const {
   const Transform& transform = owner->GetTransform();
   const float degrees = AngleAboutZ(transform.orientation) * kHalfTurn / kPi + (FacingBack() ? kHalfTurn : 0.0f);
   const float angle = degrees * kPi / kHalfTurn;
-  const Vec3 ahead = {std::cos(angle), std::sin(angle), 0.0f};
+  const Vec3 ahead = {Cos(angle), Sin(angle), 0.0f};
   const Vec3 alongside = {-ahead.y, ahead.x, 0.0f};
   FireCannonball(transform.position + ahead * kMuzzle + alongside * (static_cast<float>(slot_) * kGunPitch),
                  ahead * kShotSpeed);

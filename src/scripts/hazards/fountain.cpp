@@ -1,7 +1,5 @@
 #include "scripts/hazards/fountain.h"
 
-#include <cmath>
-
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/field_bar.h"
@@ -10,6 +8,7 @@
 #include "core/random.h"
 #include "core/scene_state.h"
 #include "core/transform.h"
+#include "physics/math/trigonometry.h"
 #include "scripts/hazards/cannonball.h"
 
 namespace {
@@ -50,7 +49,7 @@ void Fountain::Update(float /*step*/) {
 void Fountain::Fire() const {
   Audio::Play(Sound::kBubbleBarrage, Audio::kOneShot);
   const float angle = (RandomAround(1.0f) * kSpread + kUp) * kPi / 180.0f;
-  const Vec3 direction = {std::cos(angle), std::sin(angle), 0.0f};
+  const Vec3 direction = {Cos(angle), Sin(angle), 0.0f};
   FireCannonball(owner->GetTransform().position + direction * kMuzzle, direction * kShotSpeed);
 }
 

@@ -1,0 +1,41 @@
+/* What libsndfile's own build would find out of the browser's compiler and C library (32-bit WebAssembly, musl). */
+#define CPU_CLIPS_NEGATIVE 0
+#define CPU_CLIPS_POSITIVE 0
+#define CPU_IS_BIG_ENDIAN 0
+#define CPU_IS_LITTLE_ENDIAN 1
+#define HAVE_BYTESWAP_H 1
+#define HAVE_DECL_S_IRGRP 1
+#define HAVE_ENDIAN_H 1
+#ifndef HAVE_EXTERNAL_XIPH_LIBS
+#define HAVE_EXTERNAL_XIPH_LIBS 1
+#endif
+#define HAVE_FSTAT 1
+#define HAVE_FSYNC 1
+#define HAVE_GMTIME 1
+#define HAVE_GMTIME_R 1
+#define HAVE_GETTIMEOFDAY 1
+#define HAVE_LOCALTIME 1
+#define HAVE_LOCALTIME_R 1
+#define HAVE_LRINT 1
+#define HAVE_LRINTF 1
+#define HAVE_STDBOOL_H 1
+#define HAVE_STDINT_H 1
+#define HAVE_STRINGS_H 1
+#define HAVE_SYS_TIME_H 1
+#define HAVE_SYS_TYPES_H 1
+#define HAVE_UNISTD_H 1
+#define OS_IS_WIN32 0
+#define PACKAGE_NAME "libsndfile"
+#define PACKAGE_VERSION "1.2.0"
+#define VERSION "1.2.0"
+#define SIZEOF_DOUBLE 8
+#define SIZEOF_FLOAT 4
+#define SIZEOF_INT 4
+#define SIZEOF_INT64_T 8
+#define SIZEOF_LONG 4
+#define SIZEOF_LONG_LONG 8
+#define SIZEOF_OFF_T 8
+#define SIZEOF_SHORT 2
+#define SIZEOF_SIZE_T 4
+#define SIZEOF_VOIDP 4
+#define SIZEOF_WCHAR_T 4
