@@ -1,5 +1,6 @@
 #include "core/side_work.h"
 
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -13,10 +14,15 @@ SideWork::~SideWork() = default;
 void SideWork::Start(Slice slice) {
   Finish();
   state_ = std::make_unique<State>();
-  state_->thread = std::jthread([slice = std::move(slice)] {
+  const auto work = [slice = std::move(slice)] {
     while (!slice()) {
     }
-  });
+  };
+  try {
+    state_->thread = std::jthread(work);
+  } catch (const std::system_error&) {
+    work();  // without a thread the frames wait for it
+  }
 }
 
 void SideWork::Update() {}
