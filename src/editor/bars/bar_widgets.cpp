@@ -35,6 +35,7 @@ const ImVec4 kDeepNavy = {0.07f, 0.11f, 0.18f, 1.0f};
 const ImVec4 kSea = {0.247f, 0.639f, 0.71f, 0.75f};
 const ImVec4 kBrass = {0.878f, 0.698f, 0.235f, 0.85f};
 const ImVec4 kPaper = {0.969f, 0.945f, 0.89f, 1.0f};
+const ImVec4 kCoral = {1.0f, 0.55f, 0.45f, 1.0f};  // what is wrong
 
 // What a widget did to the copy of a value that it was given.
 struct Touched {
@@ -156,6 +157,13 @@ void ShowLabel(const TweakBar& bar, const Entry& entry, float gap, BarActions& a
   if (ImGui::SmallButton(kOpens)) actions.presses.push_back({&bar, entry.path});
 }
 
+void ShowFault(const Entry& entry) {
+  if (entry.fault.empty()) return;
+  ImGui::PushStyleColor(ImGuiCol_Text, kCoral);
+  ImGui::TextWrapped("%s", entry.fault.c_str());
+  ImGui::PopStyleColor();
+}
+
 // `labelWidth`: of the longest label beside it; 0 in a line with others.
 void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, BarActions& actions) {
   FieldValue value = GetValue(entry.field);
@@ -173,6 +181,7 @@ void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, Bar
     ImGui::SameLine(0.0f, gap);
     ShowLabel(bar, entry, gap, actions);
   }
+  ShowFault(entry);
   if (touched.changed || touched.done) actions.edits.push_back({&bar, entry.path, std::move(value), touched.done});
 }
 
