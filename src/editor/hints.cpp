@@ -50,6 +50,7 @@ std::string Capital(std::string text) {
 
 std::string HintOf(const FieldSchema& field) {
   std::string hint = Capital(std::string(field.meaning));
+  std::erase(hint, '`');
   std::string numbers(field.unit);
   if (const std::string range = RangeText(field.range); !range.empty())
     numbers += (numbers.empty() ? "" : ", ") + range;
