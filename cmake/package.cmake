@@ -73,6 +73,8 @@ set(PAGES playing making-levels level-format format-reference input-files bots)
 list(TRANSFORM PAGES PREPEND docs/)
 list(TRANSFORM PAGES APPEND .md)
 install(FILES ${DEBIAN_CHANGELOG}.gz ${PACKAGING}/copyright ${PAGES} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+file(GLOB GUIDE_PICTURES CONFIGURE_DEPENDS docs/images/guide-*.png)
+install(FILES ${GUIDE_PICTURES} DESTINATION ${CMAKE_INSTALL_DOCDIR}/images)
 install(FILES ${PACKAGING}/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME brinewhirl)
 
 # Everything that is installed, and no test.

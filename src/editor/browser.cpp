@@ -8,6 +8,7 @@
 
 #include "core/data_place.h"
 #include "core/file_name.h"
+#include "editor/files/level_files.h"
 #include "graphics/renderer.h"
 #include "lint/key_table.h"
 #include "lint/level_file.h"
@@ -87,14 +88,14 @@ void Browser::Open(Page page, const std::string& target) {
 
 void Browser::Read() {
   choices_.clear();
+  tried_.clear();
   sheet_ = 0;
   const auto add = [this](const BlockSchema& schema) {
     choices_.push_back({std::string(schema.name), std::string(schema.meaning)});
   };
   switch (page_) {
     case Page::kPictures:
-      for (const std::string& name : FilesIn(kPictureFolder))
-        if (Lowered(name).ends_with(".png")) choices_.push_back({name, {}});
+      for (const std::string& name : FilesIn(kPictureFolder)) choices_.push_back({name, {}});
       break;
     case Page::kScripts:
       for (const BlockSchema& schema : ScriptSchemas()) add(schema);
@@ -167,6 +168,13 @@ void Browser::LoadOnce(const std::string& picture) {
     renderer.LoadTexture(picture);
 }
 
+// One that was drawn in the meantime, or anew, is loaded by opening the page again.
+bool Browser::CanBeSeen(const std::string& picture) {
+  if (!Lowered(picture).ends_with(".png")) return false;
+  LoadOnce(picture);
+  return !GetRenderer().IsDrawing() || GetRenderer().GetTexture(picture) != 0;
+}
+
 void Browser::FillPictures(const std::vector<const Choice*>& found, const Chooser& choose) {
   const std::size_t sheets = std::max<std::size_t>(1, (found.size() + kPerSheet - 1) / kPerSheet);
   sheet_ = std::min(sheet_, sheets - 1);
@@ -175,14 +183,20 @@ void Browser::FillPictures(const std::vector<const Choice*>& found, const Choose
     bar_.AddButton("Forth", [this] { ++sheet_; });
     bar_.AddText("sheet " + std::to_string(sheet_ + 1) + " of " + std::to_string(sheets));
   }
+  bar_.AddText("A PNG of your own goes into " + SaveFolder() + "/" + kPictureFolder);
   const std::size_t end = std::min(found.size(), (sheet_ + 1) * kPerSheet);
+  std::vector<std::string> unseen;
   for (std::size_t i = sheet_ * kPerSheet; i < end; ++i) {
     const std::string& name = found[i]->name;
-    LoadOnce(name);
+    if (!CanBeSeen(name)) {
+      unseen.push_back(name);
+      continue;
+    }
     bar_.AddButton(name, [choose, name] { choose(Page::kPictures, name); });
     bar_.GetLast().picture = name;
     bar_.GetLast().hint = name;
   }
+  for (const std::string& name : unseen) bar_.AddText(faults_.FaultOf(name));
 }
 
 void OfferPages(TweakBar& bar, const std::string& root, Browser& browser) {

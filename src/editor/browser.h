@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "editor/bars/tweak_bar.h"
+#include "editor/files/picture_faults.h"
 
 class Browser {
  public:
@@ -41,6 +42,7 @@ class Browser {
   void FillPages();
   void FillRow(const Choice& choice, const Chooser& choose);
   void LoadOnce(const std::string& picture);
+  bool CanBeSeen(const std::string& picture);
   void FillPictures(const std::vector<const Choice*>& found, const Chooser& choose);
 
   TweakBar bar_{"browse"};
@@ -50,7 +52,8 @@ class Browser {
   std::string filter_;
   std::size_t sheet_ = 0;
   std::vector<Choice> choices_;  // of the page, read when it was opened
-  std::set<std::string> tried_;  // pictures that were loaded to be shown; a damaged one says so once
+  std::set<std::string> tried_;  // pictures that were loaded to be shown; a damaged one says so once a reading
+  PictureFaults faults_;
 };
 
 /// Lets the variables of the bar that a page can show values for open it. `root`: of their paths, the bar's name.

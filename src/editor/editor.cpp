@@ -135,6 +135,7 @@ void Editor::Update() {
   if (IsShown()) {
     stageHand_.Update(history_);
     watch_.Update();
+    pictureFaults_.Update();
     FillBars();
     const WindowRect window = GetPlatform().GetWindowRect();
     const BarActions actions = view_.Run(Windows(), Lines(window), look_, window.width, window.height);
@@ -323,5 +324,6 @@ void Editor::FillProperties() {
     properties_.EndGroup();
   }
   AddHints(properties_);
+  pictureFaults_.Tell(properties_);
   OfferPages(properties_, properties_.GetName(), browser_);
 }

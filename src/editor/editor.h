@@ -22,6 +22,7 @@
 #include "editor/bars/tweak_bar.h"
 #include "editor/browser.h"
 #include "editor/files/file_watch.h"
+#include "editor/files/picture_faults.h"
 #include "editor/files/played_copy.h"
 #include "editor/files/recovery.h"
 #include "editor/freeze.h"
@@ -181,6 +182,7 @@ class Editor {
   StageHand stageHand_;
   Copies copies_;
   FileWatch watch_;
+  PictureFaults pictureFaults_;
   Recovery recovery_;
   PlayedCopy played_;
 

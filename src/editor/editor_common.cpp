@@ -15,6 +15,7 @@ void Editor::FillCommon() {
   if (objects.size() < 2) return;
   AddCommonFields(common_, std::to_string(objects.size()) + " selected", objects);
   AddHints(common_);
+  pictureFaults_.Tell(common_);
 }
 
 // Everywhere the same variable, or the same part of a vector, as one act.

@@ -37,6 +37,27 @@ Vec3 WayOf(int key) {
   }
 }
 
+// What is not done again and again while the key is held.
+bool ActsOnce(int key, bool ctrl) {
+  switch (key) {
+    case SDLK_F2:
+    case SDLK_F4:
+    case SDLK_F5:
+    case SDLK_F6:
+    case SDLK_F7:
+    case SDLK_F8:
+    case SDLK_DELETE:
+      return true;
+    case SDLK_c:
+    case SDLK_x:
+    case SDLK_v:
+    case SDLK_d:
+      return ctrl;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 bool Editor::HandleEvent(const SDL_Event& event) { return HandleBarEvent(event) || HandleShortcut(event); }
@@ -66,7 +87,10 @@ bool Editor::TakeShortcut(const SDL_Event& event) {
     return true;
   }
   if (!IsShown()) return false;
-  if (event.type == SDL_KEYDOWN) return HandleKey(event.key.keysym.sym);
+  if (event.type == SDL_KEYDOWN) {
+    const int key = event.key.keysym.sym;
+    return (event.key.repeat != 0 && ActsOnce(key, IsHeld("ctrl", "rctrl"))) || HandleKey(key);
+  }
   const bool isButton = event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP;
   return isButton && event.button.button == SDL_BUTTON_LEFT && HandlePress(event.button);
 }

@@ -65,7 +65,9 @@ void Editor::FillTools() {
     tools_.Add(field);
   };
   addText("FileName", &fileName_);
+  tools_.GetLast().hint = "The level that is saved and loaded: a name without folder, in " + SaveFolder();
   addText("ArchetypeName", &archetypeName_);
+  tools_.GetLast().hint = "The archetype that is saved and loaded: a name without folder, in " + SaveFolder();
   addText("TextureName", &textureName_);
   tools_.Add("Level Duration", &levelDuration_);
   tools_.GetLast().hint = DurationText(levelDuration_);
@@ -125,7 +127,10 @@ void Editor::FillFileButtons() {
       return;
     }
     GetRenderer().LoadTexture(textureName_);
-    if (GetRenderer().GetTexture(textureName_) != 0) Print("loaded the picture %s\n", textureName_.c_str());
+    if (const std::string fault = pictureFaults_.FaultOf(textureName_); !fault.empty())
+      Print("%s\n", fault.c_str());
+    else
+      Print("loaded the picture %s\n", textureName_.c_str());
   });
 }
 

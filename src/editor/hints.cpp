@@ -38,9 +38,7 @@ constexpr OwnHint kOwn[] = {
     {"/ObjectiveName",
      "Of the rule that the button below adds: CannonFall, HitObjects, KingOfTheHill, Crown, "
      "CollectTheRings, OctoMiners, WhaleBoss, lotbb, or NULL for a pause"},
-    {"/FileName", "The level that is saved and loaded: a name without folder, beside the program"},
-    {"/ArchetypeName", "The archetype that is saved and loaded: a name without folder, beside the program"},
-    {"/TextureName", "A PNG in the folder Texture/ beside the program, named without the folder"},
+    {"/TextureName", "A PNG in the folder Texture/ beside the levels, named without the folder"},
     {"/Script Name", "Of the script that Add Script adds; ... shows all of them"},
     {"/Component Type To Add", "What Add Component gives the object that was selected first"},
     {"/Find", "Components and scripts by a part of their name"}};
@@ -52,6 +50,7 @@ std::string Capital(std::string text) {
 
 std::string HintOf(const FieldSchema& field) {
   std::string hint = Capital(std::string(field.meaning));
+  std::erase(hint, '`');
   std::string numbers(field.unit);
   if (const std::string range = RangeText(field.range); !range.empty())
     numbers += (numbers.empty() ? "" : ", ") + range;

@@ -112,12 +112,23 @@ void ObjectList::Fill(const std::vector<std::uint32_t>& levelIds, const Ringer& 
                   {kMoving, "moving"}, {kScripted, "scripts"}, {kCore, "Core"}};
   bar_.Add(kind);
   bar_.Add("Made by this piece", &madeByPiece_);
+  AddChooser(levelIds);
   std::size_t found = 0;
   for (const auto& object : Objects().GetObjects()) {
     const std::string line = LineOf(*object);
     if (Passes(*object, line, levelIds) && ++found <= kMaxRows) AddRow(*object, line, ring);
   }
   if (found > kMaxRows) bar_.AddText("and " + std::to_string(found - kMaxRows) + " more: filter them");
+}
+
+// What the filters leave is looked for when it is pressed, not in every frame.
+void ObjectList::AddChooser(const std::vector<std::uint32_t>& levelIds) {
+  bar_.AddButton("Select these", [this, levelIds] {
+    ClearSelection();
+    for (const auto& object : Objects().GetObjects())
+      if (Passes(*object, LineOf(*object), levelIds)) AddToSelection(object->id);
+  });
+  bar_.GetLast().hint = "Selects all that the filters leave";
 }
 
 // The row's name is the object's, so that an input file can press it.

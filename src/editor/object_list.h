@@ -25,6 +25,7 @@ class ObjectList {
 
  private:
   bool Passes(const GameObject& object, const std::string& line, const std::vector<std::uint32_t>& levelIds) const;
+  void AddChooser(const std::vector<std::uint32_t>& levelIds);
   void AddRow(const GameObject& object, const std::string& line, const Ringer& ring);
 
   TweakBar bar_{"objects"};

@@ -183,7 +183,7 @@ class MatchRules {
         report_.Say(object.line, "no-time", "the level's duration must be above 0 seconds");
       ends = ends || last;
     }
-    if (!ends) return;
+    if (!ends || !Pieces(level_).empty()) return;  // a match's own objects are there to the end
     for (const LintObject& object : level_.objects)
       if (Stays(object)) report_.Say(object.line, "no-death-timer", "when the level's time is over, it stays");
   }

@@ -8,6 +8,7 @@
 #include "graphics/mesh_type.h"
 #include "graphics/particle_emitter.h"
 #include "graphics/picture.h"
+#include "graphics/picture_fault.h"
 #include "graphics/preload_list.h"
 #include "lint/level_rules.h"
 
@@ -90,9 +91,7 @@ class PictureRules {
       report_.Say(picture.number, "missing-picture",
                   "\"" + name + "\" is no picture in Texture/: name one that is there, without folder");
     } else if (!ReadPicture(folder, name, PictureUse::kCheck, image)) {
-      report_.Say(
-          picture.number, "bad-picture",
-          "\"" + name + "\" is no PNG picture that the game can read: it is damaged, too large or something else");
+      report_.Say(picture.number, "bad-picture", "\"" + name + "\" " + PictureFault(folder, name));
     } else {
       if (whenNotPreloaded != nullptr &&
           std::find(kPreloadedImages.begin(), kPreloadedImages.end(), name) == kPreloadedImages.end() &&

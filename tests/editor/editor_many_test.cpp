@@ -100,6 +100,12 @@ TEST_F(EditorManyTest, AFrameSelectsKeysNudgeAndNoneOfItReachesThePlayer) {
   for (int i = 0; i < 2; ++i) Press("Undo");
   EXPECT_EQ(PositionOf(left), (Vec3{-2, 0, 0}));
   EXPECT_EQ(PositionOf(right), (Vec3{2, 0, 0}));
+  const std::size_t objects = Objects().GetObjects().size();
+  Hold(SDLK_LCTRL);
+  SetKey(SDLK_d, true);
+  Run();
+  Repeat(SDLK_d);
+  EXPECT_EQ(Objects().GetObjects().size(), objects + 1) << "once, however long the key is held";
 }
 
 TEST_F(EditorManyTest, APickOfOneOfSeveralDragsThemAllAndAHandleTurnsBySteps) {

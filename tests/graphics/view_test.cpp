@@ -9,6 +9,7 @@
 #include "core/world_fixture.h"
 #include "folders.h"
 #include "graphics/camera.h"
+#include "graphics/picture_fault.h"
 #include "graphics/renderer.h"
 #include "graphics/screen_shake.h"
 #include "graphics/viewport.h"
@@ -90,9 +91,20 @@ TEST_F(RendererTest, ReportsAPictureThatIsMissingOrNone) {
   world.WriteFile("Texture/huge.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR\x7f\xff\xff\xff\0\0\0\1", 24));
   const std::string whole = world.ReadFile(BuildFolder() + "/Texture/crown.png");
   world.WriteFile("Texture/cut.png", whole.substr(0, whole.size() / 2));
-  for (const std::string name : {"../../etc/passwd", "nothing.png", "fake.png", "huge.png", "cut.png"}) {
+  world.WriteFile("Texture/photo.png", "\xFF\xD8\xFF");
+  world.WriteFile("Texture/Crown.PNG", whole);
+  const std::pair<std::string, std::string> faults[] = {{"../../etc/passwd", "is not read: name a picture"},
+                                                        {"nothing.png", "is not in Texture/"},
+                                                        {"crown.png", "is not in Texture/, but Crown.PNG is"},
+                                                        {"fake.png", "is no PNG"},
+                                                        {"photo.png", "is a JPEG: save it as PNG"},
+                                                        {"huge.png", "is too large, 2147483647 x 1 pixels"},
+                                                        {"cut.png", "is damaged"}};
+  for (const auto& [name, fault] : faults) {
     world.ClearText();
     GetRenderer().LoadTexture(name);
     EXPECT_EQ(world.text(), "Error Loading Texture" + name + "\n");
+    EXPECT_EQ(PictureFault("Texture", name).substr(0, fault.size()), fault) << name;
   }
+  EXPECT_EQ(PictureFault("Texture", "Crown.PNG"), "");
 }

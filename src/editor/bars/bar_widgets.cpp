@@ -24,6 +24,7 @@ constexpr float kListHeight = 190.0f;
 constexpr float kPageHeight = 270.0f;
 constexpr float kThumbnail = 58.0f;  // of a picture, each way
 constexpr float kHintWidth = 320.0f;
+constexpr float kHintDelay = 0.4f;  // seconds that the mouse rests first, so that it does not cover what one goes for
 constexpr float kLeastValue = 110.0f;   // width of a value beside its label, which stands above it else
 constexpr float kFlowingValue = 70.0f;  // width of a value in a line with others
 constexpr float kSlider = 260.0f;       // width of one there
@@ -35,6 +36,7 @@ const ImVec4 kDeepNavy = {0.07f, 0.11f, 0.18f, 1.0f};
 const ImVec4 kSea = {0.247f, 0.639f, 0.71f, 0.75f};
 const ImVec4 kBrass = {0.878f, 0.698f, 0.235f, 0.85f};
 const ImVec4 kPaper = {0.969f, 0.945f, 0.89f, 1.0f};
+const ImVec4 kCoral = {1.0f, 0.55f, 0.45f, 1.0f};  // what is wrong
 
 // What a widget did to the copy of a value that it was given.
 struct Touched {
@@ -137,8 +139,10 @@ float MeasureLabels(const std::vector<Entry>& entries, std::size_t begin) {
   return width;
 }
 
+// Not over what is being typed or pulled at: found things stand below.
 void ShowHint(const Entry& entry) {
-  if (entry.hint.empty() || !ImGui::IsItemHovered()) return;
+  if (entry.hint.empty() || !ImGui::IsItemHovered() || ImGui::IsItemActive()) return;
+  if (ImGui::GetCurrentContext()->HoveredIdTimer < kHintDelay) return;
   ImGui::BeginTooltip();
   ImGui::PushTextWrapPos(kHintWidth * ImGui::GetIO().FontGlobalScale);
   ImGui::TextUnformatted(entry.hint.c_str());
@@ -156,6 +160,13 @@ void ShowLabel(const TweakBar& bar, const Entry& entry, float gap, BarActions& a
   if (ImGui::SmallButton(kOpens)) actions.presses.push_back({&bar, entry.path});
 }
 
+void ShowFault(const Entry& entry) {
+  if (entry.fault.empty()) return;
+  ImGui::PushStyleColor(ImGuiCol_Text, kCoral);
+  ImGui::TextWrapped("%s", entry.fault.c_str());
+  ImGui::PopStyleColor();
+}
+
 // `labelWidth`: of the longest label beside it; 0 in a line with others.
 void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, BarActions& actions) {
   FieldValue value = GetValue(entry.field);
@@ -168,11 +179,12 @@ void ShowVariable(const TweakBar& bar, const Entry& entry, float labelWidth, Bar
   if (entry.field.readOnly) ImGui::BeginDisabled();
   const Touched touched = std::visit([&](auto& held) { return Show(entry, held); }, value);
   if (entry.field.readOnly) ImGui::EndDisabled();
-  ShowHint(entry);
+  if (entry.fault.empty()) ShowHint(entry);  // it would lie over the fault
   if (!above) {
     ImGui::SameLine(0.0f, gap);
     ShowLabel(bar, entry, gap, actions);
   }
+  ShowFault(entry);
   if (touched.changed || touched.done) actions.edits.push_back({&bar, entry.path, std::move(value), touched.done});
 }
 
@@ -185,6 +197,17 @@ ImTextureID TextureOf(const Entry& entry) {
   return reinterpret_cast<ImTextureID>(static_cast<std::intptr_t>(texture));
 }
 
+// As a selectable line, but of as many lines as it needs.
+bool SelectableText(const Entry& entry) {
+  const ImVec2 at = ImGui::GetCursorScreenPos();
+  const float width = ImGui::GetContentRegionAvail().x;
+  const ImVec2 size = {0.0f, ImGui::CalcTextSize(entry.label.c_str(), nullptr, false, width).y};
+  const bool pressed = ImGui::Selectable("##row", entry.marked, ImGuiSelectableFlags_AllowDoubleClick, size);
+  ImGui::GetWindowDrawList()->AddText(ImGui::GetFont(), ImGui::GetFontSize(), at, ImGui::GetColorU32(ImGuiCol_Text),
+                                      entry.label.c_str(), nullptr, width);
+  return pressed;
+}
+
 // Rows of a list stand under each other, with a picture or without.
 void ShowRow(const TweakBar& bar, const Entry& entry, BarActions& actions) {
   if (const float size = ImGui::GetTextLineHeight(); TextureOf(entry) != nullptr) {
@@ -194,7 +217,7 @@ void ShowRow(const TweakBar& bar, const Entry& entry, BarActions& actions) {
     ImGui::Dummy({size, size});
     ImGui::SameLine();
   }
-  if (ImGui::Selectable(entry.label.c_str(), entry.marked, ImGuiSelectableFlags_AllowDoubleClick)) {
+  if (SelectableText(entry)) {
     const bool twice = ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left) && !entry.onTwice.empty();
     const bool shift = ImGui::GetIO().KeyShift && !entry.onShift.empty();
     actions.presses.push_back({&bar, twice ? entry.onTwice : shift ? entry.onShift : entry.path});

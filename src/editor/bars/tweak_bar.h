@@ -33,6 +33,7 @@ class TweakBar final : public FieldBar {
     std::string onTwice = {};          ///< of a row: the path of what the second of two quick clicks presses too
     std::string picture = {};          ///< of a button: the picture in `Texture/` that it shows
     std::string hint = {};             ///< shown while the mouse rests on it
+    std::string fault = {};            ///< of a variable: why what it names is not seen; under it
   };
 
   explicit TweakBar(std::string name) : name_(std::move(name)) {}

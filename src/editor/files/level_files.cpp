@@ -25,12 +25,9 @@ bool IsNamedPlainly(const std::string& name) {
   return false;
 }
 
-// Beside the program a name says it all.
-std::string WhereSaved() { return UserDataFolder().empty() ? "" : " in " + UserDataFolder(); }
-
 bool Save(const std::string& name) {
   if (!IsLevelOrNothing(name) || !Objects().SaveLevel(name)) return false;
-  Print("saved the level as %s%s\n", name.c_str(), WhereSaved().c_str());
+  Print("saved the level as %s in %s\n", name.c_str(), SaveFolder().c_str());
   return true;
 }
 
@@ -40,6 +37,11 @@ bool IsNumber(const std::string& text, float& number) {
 }
 
 }  // namespace
+
+std::string SaveFolder() {
+  std::error_code error;
+  return UserDataFolder().empty() ? std::filesystem::current_path(error).string() : UserDataFolder();
+}
 
 // A slip of the keyboard must not cost somebody the program or a picture.
 bool IsLevelOrNothing(const std::string& name) {
@@ -106,6 +108,6 @@ bool SaveArchetype(const std::string& name, GameObject& object) {
   object.Serialize(writer);
   writer.EndBlock();
   if (!writer.Close()) return false;
-  Print("saved %s as the archetype %s%s\n", object.name.c_str(), name.c_str(), WhereSaved().c_str());
+  Print("saved %s as the archetype %s in %s\n", object.name.c_str(), name.c_str(), SaveFolder().c_str());
   return true;
 }

@@ -8,6 +8,9 @@
 
 #include "core/game_object.h"
 
+/// Where levels and archetypes are saved and Texture/ is, from the root on.
+std::string SaveFolder();
+
 /// Whether a save may write there: onto a level, an archetype, an empty file or nothing; a message otherwise.
 bool IsLevelOrNothing(const std::string& name);
 
