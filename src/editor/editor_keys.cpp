@@ -183,7 +183,7 @@ bool Editor::HandleCommandKey(int key) {
       if (!RefusesInTry()) Do([this] { Paste(true); });
       return true;
     case SDLK_d:
-      if (!RefusesInTry()) Say([this] { return copies_.Duplicate(history_, CopyShift()); });
+      if (!RefusesInTry()) Say([this] { return Copies::Duplicate(history_, CopyShift()); });
       return true;
     default:
       return false;

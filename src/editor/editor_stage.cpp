@@ -88,7 +88,7 @@ void Editor::FillCopies() {
   stage_.AddButton("Copy", [this] { Print("%s\n", copies_.Copy().c_str()); });
   stage_.AddButton("Cut", [this] { Print("%s\n", copies_.Cut(history_).c_str()); });
   stage_.AddButton("Paste", [this] { Paste(false); });
-  stage_.AddButton("Duplicate", [this] { Print("%s\n", copies_.Duplicate(history_, CopyShift()).c_str()); });
+  stage_.AddButton("Duplicate", [this] { Print("%s\n", Copies::Duplicate(history_, CopyShift()).c_str()); });
   stage_.AddButton("Delete", [this] { Print("%s\n", Copies::Kill(history_).c_str()); });
   Field snap{"Snap", &gridChoice_};
   snap.choices = {{0, "off"}, {1, "0.5"}, {2, "1"}, {3, "2"}};
@@ -108,6 +108,12 @@ void Editor::FillArrange() {
   add("Turn right", [](History& history) { return Turn(history, -Grid::kTurnStep); });
   add("Mirror across", [](History& history) { return Mirror(history, Axis::kAcross); });
   add("Mirror upright", [](History& history) { return Mirror(history, Axis::kUpright); });
+  const auto addCopies = [&](const char* name, Axis axis) {
+    add(name, [axis](History& history) { return Copies::DuplicateMirrored(history, axis); });
+    stage_.GetLast().hint = "Copies of the selected objects, mirrored on the other side of the stage's middle";
+  };
+  addCopies("Copies across", Axis::kAcross);
+  addCopies("Copies upright", Axis::kUpright);
   constexpr std::pair<const char*, Edge> kEdges[] = {{"Align left", Edge::kLeft},     {"Align centre", Edge::kCentre},
                                                      {"Align right", Edge::kRight},   {"Align top", Edge::kTop},
                                                      {"Align middle", Edge::kMiddle}, {"Align bottom", Edge::kBottom}};

@@ -14,7 +14,8 @@ constexpr float kLongestTry = 1000.0f;  // an hour of tape holds it
 constexpr char kRefusal[] = "a try takes values alone: F9 goes back to the level, where this can be done";
 
 // What of the bar over the picture changes what is on the stage, beside the buttons that read files anew.
-constexpr std::string_view kLevelActs[] = {"Cut", "Paste", "Duplicate", "Delete", "New level", "Recover"};
+constexpr std::string_view kLevelActs[] = {"Cut",    "Paste",     "Duplicate", "Copies across", "Copies upright",
+                                           "Delete", "New level", "Recover"};
 // What of the tools leaves it as it is.
 constexpr std::string_view kHarmless[] = {"Undo", "Redo", "Load Texture"};
 

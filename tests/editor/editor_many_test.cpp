@@ -100,12 +100,15 @@ TEST_F(EditorManyTest, AFrameSelectsKeysNudgeAndNoneOfItReachesThePlayer) {
   for (int i = 0; i < 2; ++i) Press("Undo");
   EXPECT_EQ(PositionOf(left), (Vec3{-2, 0, 0}));
   EXPECT_EQ(PositionOf(right), (Vec3{2, 0, 0}));
+  Press("Copies across");
+  EXPECT_EQ(PositionOf(Last()), (Vec3{-2, 0, 0}));
+  EXPECT_EQ(GetSelection(), (std::vector<std::uint32_t>{Last().id, right.id}));
   const std::size_t objects = Objects().GetObjects().size();
   Hold(SDLK_LCTRL);
   SetKey(SDLK_d, true);
   Run();
   Repeat(SDLK_d);
-  EXPECT_EQ(Objects().GetObjects().size(), objects + 1) << "once, however long the key is held";
+  EXPECT_EQ(Objects().GetObjects().size(), objects + 2) << "once, however long the key is held";
 }
 
 TEST_F(EditorManyTest, APickOfOneOfSeveralDragsThemAllAndAHandleTurnsBySteps) {
@@ -236,7 +239,10 @@ TEST_F(EditorManyTest, BotsPlayACopyAndTheirLinesSelect) {
 TEST_F(EditorManyTest, UnsavedChangesHoldUpTheEndOnceAndArePutAsideMeanwhile) {
   Recovery recovery;
   recovery.Start();
-  for (int i = 0; i < (Recovery::kKept + 2) * Recovery::kPeriod; ++i) recovery.Update(true, [] { return "{\n}\n"; });
+  Recovery::Clock::time_point now;
+  for (int i = 0; i < 2 * (Recovery::kKept + 2); ++i, now += Recovery::kPeriod)
+    recovery.Update(
+        true, [] { return "{\n}\n"; }, now);
   EXPECT_FALSE(std::filesystem::exists("autosaves/recover-1"));
   for (int i = 2; i < Recovery::kKept + 2; ++i)
     EXPECT_EQ(world.ReadFile(("autosaves/recover-" + std::to_string(i)).c_str()), "{\n}\n");

@@ -17,6 +17,13 @@ std::string Told(const Objects& objects) {
   return objects.size() == 1 ? ShownNameOf(*objects.front()) : std::to_string(objects.size()) + " objects";
 }
 
+// A zero with a sign is none that history tells from one without, but files do.
+void DropSigns(Form& form) {
+  for (Vec3* v : {&form.position, &form.graphicsScale, &form.velocity}) *v += Vec3{};
+  Quaternion& q = form.orientation;
+  for (float* part : {&q.r, &q.i, &q.j, &q.k}) *part += 0.0f;
+}
+
 // Gives each selected object the form that `change` makes of its own; "WHAT of N objects".
 std::string Reshape(History& history, const std::string& what,
                     const std::function<void(const GameObject&, Form&)>& change) {
@@ -28,6 +35,7 @@ std::string Reshape(History& history, const std::string& what,
     const Form before = TakeForm(*object);
     Form after = before;
     change(*object, after);
+    DropSigns(after);
     ChangeForm(*object, before, after);
     history.RecordForm(object->id, before, after);
   }
@@ -65,9 +73,10 @@ std::string Turn(History& history, float degrees) {
   });
 }
 
-std::string Mirror(History& history, Axis axis) {
+std::string Mirror(History& history, Axis axis, const std::optional<Vec3>& about) {
   const Objects objects = SelectedObjects();
-  const Vec3 middle = objects.size() == 1 ? objects.front()->GetTransform().position : BoundsOfAll(objects).Middle();
+  const Vec3 own = objects.size() == 1 ? objects.front()->GetTransform().position : BoundsOfAll(objects).Middle();
+  const Vec3 middle = about.value_or(own);
   return Reshape(history, "the mirroring", [&](const GameObject&, Form& form) {
     float Vec3::*side = axis == Axis::kAcross ? &Vec3::x : &Vec3::y;
     form.position.*side = 2.0f * middle.*side - form.position.*side;

@@ -171,6 +171,15 @@ std::string Copies::Duplicate(History& history, const Vec3& shift) {
   return "duplicated " + Told(Put(history, "the copy of ", copied.text, &copied, std::nullopt, shift));
 }
 
+std::string Copies::DuplicateMirrored(History& history, Arrange::Axis axis) {
+  const std::vector<std::uint32_t> originals = GetSelection();
+  const History::Group group(history, "the mirrored copying");
+  const std::string told = Duplicate(history, {});
+  if (!Copyable().empty()) Arrange::Mirror(history, axis, Vec3{});
+  for (const std::uint32_t id : originals) AddToSelection(id);
+  return told;
+}
+
 std::string Copies::Paste(History& history, const std::optional<Vec3>& at, const Vec3& shift,
                           std::vector<std::string>& found) {
   const std::string text = GetPlatform().GetClipboard();

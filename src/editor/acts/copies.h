@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/game_object.h"
+#include "editor/acts/arrange.h"
 #include "editor/acts/unsaved_parts.h"
 #include "physics/math/vec3.h"
 
@@ -28,7 +29,10 @@ class Copies {
   std::string Paste(History& history, const std::optional<Vec3>& at, const Vec3& shift,
                     std::vector<std::string>& found);
   /// The selected objects again, moved by `shift`, past the clipboard.
-  std::string Duplicate(History& history, const Vec3& shift);
+  static std::string Duplicate(History& history, const Vec3& shift);
+  /// The same where a mirror in the middle of the stage shows them. Both are selected then, so that the other axis
+  /// makes four of each.
+  static std::string DuplicateMirrored(History& history, Arrange::Axis axis);
   /// Kills the selected objects, as one act.
   static std::string Kill(History& history);
 

@@ -39,21 +39,26 @@ std::string NameOf(int number) { return std::string(kFolder) + '/' + std::string
 
 void Recovery::Start() {
   started_ = true;
-  frames_ = 0;
+  since_.reset();
   std::error_code error;
   const std::vector<int> numbers = Numbers();
   if (fs::exists(kOpenMark, error) && !numbers.empty()) offer_ = NameOf(numbers.back());
 }
 
-void Recovery::Update(bool unsaved, const std::function<std::string()>& sceneText) {
+// By the clock and not by frames, of which a slow machine shows few.
+void Recovery::Update(bool unsaved, const std::function<std::string()>& sceneText, Clock::time_point now) {
   if (!started_) return;
-  frames_ = unsaved ? frames_ + 1 : 0;
-  if (frames_ >= kPeriod) PutAside(sceneText);
+  if (!unsaved)
+    since_.reset();
+  else if (!since_)
+    since_ = now;
+  else if (now - *since_ >= kPeriod)
+    PutAside(sceneText);
 }
 
 void Recovery::PutAside(const std::function<std::string()>& sceneText) {
   if (!started_) return;
-  frames_ = 0;
+  since_.reset();
   Write(sceneText());
 }
 

@@ -2,18 +2,22 @@
 // should leaves a sign that it did; without it the next run offers the last copy.
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 class Recovery {
  public:
-  static constexpr int kPeriod = 2 * 60 * 60;  ///< frames with unsaved changes between two copies
+  using Clock = std::chrono::steady_clock;
+
+  static constexpr std::chrono::minutes kPeriod{2};  ///< with unsaved changes between two copies, by the clock
   static constexpr int kKept = 10;
 
   /// Looks for what a run has left that broke off, and writes copies from now on.
   void Start();
   /// Once a frame; `sceneText` is asked for the text to keep when a copy is due.
-  void Update(bool unsaved, const std::function<std::string()>& sceneText);
+  void Update(bool unsaved, const std::function<std::string()>& sceneText, Clock::time_point now = Clock::now());
   /// A copy now, since the run may be about to end.
   void PutAside(const std::function<std::string()>& sceneText);
   /// The copy that a run has left that broke off; empty for none.
@@ -26,7 +30,7 @@ class Recovery {
   void Write(const std::string& text);
 
   bool started_ = false;
-  bool marked_ = false;  // that there are copies of a run which has not ended yet
-  int frames_ = 0;
+  bool marked_ = false;                     // that there are copies of a run which has not ended yet
+  std::optional<Clock::time_point> since_;  // when the changes began that no copy holds
   std::string offer_;
 };
