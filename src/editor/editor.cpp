@@ -111,9 +111,10 @@ std::vector<BarWindow> Editor::Windows() {
   std::vector<BarWindow> windows = {{"options", {&tools_}, Site::kLeft},
                                     {"GaleEditor", {&common_, &properties_}, Site::kRight},
                                     {"stage", {&stage_}, Site::kTop, true}};
-  if (list_.IsShown()) windows.push_back({"objects", {&list_.GetBar()}, Site::kBottom, true});
-  if (browser_.IsShown()) windows.push_back({"browse", {&browser_.GetBar()}, Site::kMiddle, true});
+  // The card takes the room of the two others.
   if (card_.IsShown()) windows.push_back({"keys", {&card_.GetBar()}, Site::kCard, true});
+  if (list_.IsShown() && !card_.IsShown()) windows.push_back({"objects", {&list_.GetBar()}, Site::kBottom, true});
+  if (browser_.IsShown() && !card_.IsShown()) windows.push_back({"browse", {&browser_.GetBar()}, Site::kMiddle, true});
   return windows;
 }
 

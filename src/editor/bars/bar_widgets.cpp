@@ -20,6 +20,7 @@ constexpr float kNarrowWidth = 220.0f;
 constexpr float kMargin = 8.0f;
 constexpr float kGap = 4.0f;  // between windows
 constexpr float kTopHeight = 200.0f;
+constexpr float kLeastHeight = 120.0f;  // of one that was moved down: it scrolls
 constexpr float kListHeight = 190.0f;
 constexpr float kPageHeight = 270.0f;
 constexpr float kThumbnail = 58.0f;  // of a picture, each way
@@ -393,7 +394,9 @@ void ShowWindow(const BarWindow& window, const BarLook& look, BarPlace& place, B
   if (atHome) ImGui::SetNextWindowPos({home.x, home.y});
   if (place.folded != look.folded) ImGui::SetNextWindowCollapsed(look.folded);
   const bool fixed = window.site == BarWindow::Site::kBottom || window.site == BarWindow::Site::kMiddle;
-  ImGui::SetNextWindowSizeConstraints({home.width, fixed ? home.height : 0.0f}, {home.width, home.height});
+  const float below = ImGui::GetIO().DisplaySize.y - kMargin - place.y;
+  const float most = place.moved ? std::clamp(below, std::min(kLeastHeight, home.height), home.height) : home.height;
+  ImGui::SetNextWindowSizeConstraints({home.width, fixed ? most : 0.0f}, {home.width, most});
   const ImGuiWindowFlags flags = ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoFocusOnAppearing;
   if (ImGui::Begin(window.title.c_str(), nullptr, flags))
     for (const TweakBar* bar : window.bars) EntryWalk(*bar, window.flowing, actions).Run();
