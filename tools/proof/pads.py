@@ -21,7 +21,6 @@ MATCH = 15000  # frames; the last pulls may be on the podium
 LAST = 13900   # frame of the last flight that counts
 AWAY = 20      # frames that a pad is gone
 CHARGE, LET_GO = 80, 104  # frames after a pull
-RIGHT = [(0, 32767), (1, 0)]
 WAYS = [(1, 0), (0, 1), (-1, 0), (0, -1)]
 
 
@@ -54,11 +53,12 @@ def flights(first, folder):
     with open(path, "w", encoding="utf-8") as file:
         file.write(script(first))
     wanted = {frame + LET_GO + later for frame in pulls(first) for later in range(4)}
-    command = (f"'{rows.TOOL}' simulate --match --frames {MATCH} --input '{path}' --check --trace '{folder}/trace' "
-               f"> '{folder}/out' 2>&1; grep -E '^object [0-9]+ [0-9]+ Player[1-4] ' '{folder}/trace'")
+    play = (f"'{rows.TOOL}' simulate --match --frames {MATCH} --input '{path}' --check --trace '{folder}/trace' "
+            f"> '{folder}/out' 2>&1")
+    sift = f"grep -E '^object [0-9]+ [0-9]+ Player[1-4] ' '{folder}/trace'"
+    process = subprocess.Popen(["sh", "-c", f"mkfifo '{folder}/trace'; {play} & {sift}; wait"], stdout=subprocess.PIPE,
+                               text=True)
     found = {}
-    process = subprocess.Popen(["sh", "-c", f"mkfifo '{folder}/trace'; ({command.split(';')[0]}) & {command.split(';')[1]}; wait"],
-                               stdout=subprocess.PIPE, text=True)
     for line in process.stdout:
         words = line.split()
         if int(words[1]) in wanted:
