@@ -3,6 +3,7 @@
 #include FT_MODULE_H
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 
@@ -74,25 +75,50 @@ bool AtlasFits(const Font& font, const std::string& name) {
   return false;
 }
 
+using Pixels = std::vector<unsigned char>;
+
+void TakeGreater(unsigned char* to, const unsigned char* from, int count) {
+  std::transform(from, from + count, to, to, [](unsigned char a, unsigned char b) { return std::max(a, b); });
+}
+
+// Of each pixel of a row the greatest ink within 0, 1, ... pixels beside it, with the margin.
+using Widened = std::array<Pixels, static_cast<std::size_t>(kRim) + 1>;
+void Widen(const unsigned char* ink, int columns, Widened& widened) {
+  const std::size_t width = widened[0].size();
+  std::fill(widened[0].begin(), widened[0].end(), static_cast<unsigned char>(0));
+  std::copy(ink, ink + columns, widened[0].begin() + kMargin);
+  for (std::size_t side = 1; side < widened.size(); ++side) {
+    const int inner = static_cast<int>(width) - 2;
+    const unsigned char* narrower = widened[side - 1].data();
+    widened[side] = widened[side - 1];
+    TakeGreater(widened[side].data() + 1, narrower, inner);
+    TakeGreater(widened[side].data() + 1, narrower + 2, inner);
+  }
+}
+
 // With the margin, row by row: half the ink's coverage, and half of the greatest one within the rim of each pixel.
 // Where there is ink the rim is whole, so the shader can tell one from the other.
-std::vector<unsigned char> WithRim(const FT_Bitmap& bitmap) {
+Pixels WithRim(const FT_Bitmap& bitmap) {
   const int width = WidthOf(bitmap);
-  std::vector<unsigned char> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(RowsOf(bitmap)));
+  Pixels pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(RowsOf(bitmap)));
   const auto inkOf = [&](int row) { return bitmap.buffer + std::ptrdiff_t{row} * bitmap.pitch; };
-  const auto rowAt = [&](int row) { return pixels.data() + std::ptrdiff_t{row + kMargin} * width + kMargin; };
+  const auto rowAt = [&](int row) { return pixels.data() + std::ptrdiff_t{row + kMargin} * width; };
   const int rows = static_cast<int>(bitmap.rows);
   const int columns = static_cast<int>(bitmap.width);
   const int reach = static_cast<int>(kRim);
-  for (int row = 0; row < rows; ++row)
+  Widened widened;
+  widened.fill(Pixels(static_cast<std::size_t>(width)));
+  for (int row = 0; row < rows; ++row) {
+    Widen(inkOf(row), columns, widened);
     for (int dy = -reach; dy <= reach; ++dy) {
-      const int side = static_cast<int>(std::sqrt(kRim * kRim - static_cast<float>(dy * dy)));
-      for (int dx = -side; dx <= side; ++dx)
-        for (int x = 0; x < columns; ++x) rowAt(row + dy)[x + dx] = std::max(rowAt(row + dy)[x + dx], inkOf(row)[x]);
+      const auto side = static_cast<std::size_t>(std::sqrt(kRim * kRim - static_cast<float>(dy * dy)));
+      TakeGreater(rowAt(row + dy), widened[side].data(), width);
     }
+  }
   for (unsigned char& pixel : pixels) pixel = static_cast<unsigned char>((pixel + 1) / 2);
   for (int row = 0; row < rows; ++row)
-    for (int x = 0; x < columns; ++x) rowAt(row)[x] = static_cast<unsigned char>(rowAt(row)[x] + inkOf(row)[x] / 2);
+    for (int x = 0; x < columns; ++x)
+      rowAt(row)[kMargin + x] = static_cast<unsigned char>(rowAt(row)[kMargin + x] + inkOf(row)[x] / 2);
   return pixels;
 }
 

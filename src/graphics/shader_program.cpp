@@ -29,10 +29,11 @@ constexpr std::array<std::pair<GLuint, const char*>, 5> kAttributes = {{
 }};
 
 constexpr std::string_view kEsHead =
-    "#version 300 es\nprecision highp float;\nprecision highp int;\nprecision highp sampler2D;\n#line 1\n";
+    "#version 300 es\nprecision highp float;\nprecision highp int;\nprecision highp sampler2D;\n"
+    "#define noperspective\n#line 1\n";
 
-// The sources are written for desktop OpenGL. OpenGL ES wants a line of its own before everything else, and precisions;
-// messages keep the source's line numbers.
+// The sources are written for desktop OpenGL. OpenGL ES wants a line of its own before everything else, and precisions,
+// and knows no noperspective, which is for speed alone; messages keep the source's line numbers.
 std::string ForEs(std::string source) {
   const std::size_t start = source.find("#version");
   if (start != std::string::npos) source.erase(start, std::min(source.find('\n', start), source.size()) - start);

@@ -60,10 +60,8 @@ def main():
         places = list(range(1, calls + 1))
         if calls > options.most:
             places = places[:options.most // 2] + random.Random(options.seed).sample(places, options.most // 2)
-        for at in places:
-            if str(at) in of_kind["runs"]:
-                continue
-            ended, _ = play(library, kind, at)
+        left = [at for at in places if str(at) not in of_kind["runs"]]
+        for at, (ended, _) in rows.each(left, lambda at, kind=kind: play(library, kind, at)):
             lines = [line for line in ended.stdout.splitlines() if line.strip()]
             well = ended.returncode == 0 or (ended.returncode in (1, 2, 127) and lines)
             of_kind["runs"][str(at)] = [ended.returncode, lines[-1][:160] if lines else ""]

@@ -20,6 +20,7 @@ import rows
 BUILD = rows.ROOT / "build"
 PICTURES = ("rp.png", "particlebubble.png", "floor_of_crateyard.png")
 CUTS = 10
+STATES = ["missing", "empty", *(f"cut {place}" for place in range(1, CUTS + 1)), "another kind", "a folder", "unreadable"]
 NOBODY = 65534
 NOISE = ("GL_FRAMEBUFFER", "rank ", "digest", "frames", "game seconds", "wall seconds", "times real time", "objects ",
          "pictures ", "frame time", "driver ")
@@ -103,27 +104,24 @@ def read(kind, name, how, usual):
     return lines, fault
 
 
+def said_of_whole_data(kind):
+    with tempfile.TemporaryDirectory() as temporary:
+        folder = pathlib.Path(temporary)
+        folder.chmod(0o777)
+        return set(said(rows.run(*command(kind, copy_data(folder), folder), cwd=folder).stdout))
+
+
 def reads(only, state):
     for kind, files in data_files().items():
-        usual = None
-        for name in files:
-            if only and name.name not in only:
-                continue
-            for how in ["missing", "empty", *(f"cut {place}" for place in range(1, CUTS + 1)), "another kind", "a folder",
-                        "unreadable"]:
-                key = f"{kind}|{name}|{how}"
-                if key in state["reads"]:
-                    continue
-                if usual is None:
-                    with tempfile.TemporaryDirectory() as temporary:
-                        folder = pathlib.Path(temporary)
-                        folder.chmod(0o777)
-                        usual = set(said(rows.run(*command(kind, copy_data(folder), folder), cwd=folder).stdout))
-                lines, fault = read(kind, name, how, usual)
-                state["reads"][key] = {"line": lines[0] if lines else "", "lines": len(lines), "fault": fault}
-                state.save()
-                if fault:
-                    print(key, fault, flush=True)
+        left = [(name, how) for name in files if not only or name.name in only for how in STATES
+                if f"{kind}|{name}|{how}" not in state["reads"]]
+        usual = said_of_whole_data(kind) if left else set()
+        for (name, how), (lines, fault) in rows.each(left, lambda pair, kind=kind, usual=usual: read(kind, *pair, usual)):
+            key = f"{kind}|{name}|{how}"
+            state["reads"][key] = {"line": lines[0] if lines else "", "lines": len(lines), "fault": fault}
+            state.save()
+            if fault:
+                print(key, fault, flush=True)
 
 
 SAVE = "5 key f1 down\n6 bar FileName = mine\n7 bar Make default box\n8 bar Save Level\n"
@@ -179,7 +177,7 @@ def page(state):
             "A file that the run does not come to is not missed.\n", "\n## Read\n\n",
             "| kind of file | state | runs | with a line | one of them |\n|---|---|---|---|---|\n"]
     groups = {}
-    for key, found in state["reads"].items():
+    for key, found in sorted(state["reads"].items()):
         kind, name, how = key.split("|")
         groups.setdefault((kind, how.split()[0] if how.startswith("cut") else how), []).append(found)
     for (kind, how), found in groups.items():

@@ -42,7 +42,7 @@ def play(tool, count):
 
 
 def twice(count):
-    first, second = play(rows.TOOL, count), play(rows.TOOL, count)
+    (_, first), (_, second) = rows.each(("first", "second"), lambda _: play(rows.TOOL, count))
     early, late = first[3][min(9, count - 1)], first[3][-1]
     equal = first[0] is not None and first[0] == second[0]
     rows.write(2, f"{count:,} matches in one process, twice", f"2 x {count:,}, seed 10",

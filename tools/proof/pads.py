@@ -100,10 +100,8 @@ def main():
     parser.add_argument("--fresh", action="store_true")
     options = parser.parse_args()
     state = rows.State("pads", options.fresh, done=[], asked=0, made=0, faults=[])
-    for first in range(options.first, min(EVERY, options.first + options.count)):
-        if first in state["done"]:
-            continue
-        asked, made, faults = judge(first)
+    wanted = range(options.first, min(EVERY, options.first + options.count))
+    for first, (asked, made, faults) in rows.each([run for run in wanted if run not in state["done"]], judge):
         state["done"].append(first)
         state["asked"] += asked
         state["made"] += made

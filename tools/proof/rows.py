@@ -5,6 +5,7 @@ import os
 import pathlib
 import re
 import subprocess
+from concurrent.futures import ThreadPoolExecutor, as_completed
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PAGE = ROOT / "docs" / "proof.md"
@@ -28,6 +29,17 @@ class State(dict):
         new = self.path.with_suffix(".new")
         new.write_text(json.dumps(self, indent=1))
         new.replace(self.path)
+
+
+def each(items, work):
+    """Yields (item, work(item)) as they end, as many side by side as there are processors."""
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        waiting = {pool.submit(work, item): item for item in items}
+        try:
+            for ended in as_completed(waiting):
+                yield waiting[ended], ended.result()
+        finally:
+            pool.shutdown(wait=True, cancel_futures=True)
 
 
 def machine():

@@ -1,9 +1,9 @@
 #version 330
 // Outlines: the tint alone.
 in vec2 uv;
-uniform vec4 spriteColor;
+flat in vec4 tint;
 out vec4 colour;
 
 void main() {
-  colour = spriteColor;
+  colour = tint;
 }

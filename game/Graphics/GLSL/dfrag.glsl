@@ -2,9 +2,9 @@
 // Sprites: the picture, tinted.
 in vec2 uv;
 uniform sampler2D picture;
-uniform vec4 spriteColor;
+flat in vec4 tint;
 out vec4 colour;
 
 void main() {
-  colour = texture(picture, uv) * spriteColor;
+  colour = texture(picture, uv) * tint;
 }

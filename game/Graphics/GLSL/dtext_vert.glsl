@@ -6,10 +6,13 @@ layout(location = 1) in vec2 texCoord;
 uniform mat4 proj;
 uniform mat4 view;
 uniform mat4 model;
+uniform vec4 spriteColor;
 
 out vec2 uv;
+flat out vec4 tint;
 
 void main() {
   uv = texCoord;
+  tint = spriteColor;
   gl_Position = proj * view * model * vec4(position, 1.0);
 }

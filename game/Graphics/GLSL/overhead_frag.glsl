@@ -4,7 +4,7 @@
 in vec2 uv;
 in vec3 place;
 uniform sampler2D picture;
-uniform vec4 spriteColor;
+flat in vec4 tint;
 out vec4 colour;
 
 const float kSolid = 1.0;   // world units above the stage
@@ -13,6 +13,6 @@ const float kMost = 0.6;    // opacity just above the first
 const float kLeast = 0.12;
 
 void main() {
-  colour = texture(picture, uv) * spriteColor;
+  colour = texture(picture, uv) * tint;
   if (place.z > kSolid) colour.a *= mix(kMost, kLeast, clamp((place.z - kSolid) / (kClear - kSolid), 0.0, 1.0));
 }

@@ -1,7 +1,7 @@
 #version 330
 // Full-screen pictures and the plain screen pass: a copy, in which painted sea whirls slowly round the picture's middle.
 // Both passes of a full-screen picture come through here, so each does half.
-in vec2 uv;
+noperspective in vec2 uv;
 uniform sampler2D scene;
 uniform float frameTime;  // seconds of 60 frames that the screen has been shown
 out vec4 colour;

@@ -3,7 +3,7 @@
 in vec2 uv;
 in vec3 place;
 uniform sampler2D picture;
-uniform vec4 spriteColor;
+flat in vec4 tint;
 out vec4 colour;
 
 const float kBasin = 15.0;  // world units from the middle to the quay
@@ -12,6 +12,6 @@ const float kShade = 0.7;   // world units that lie in the quay's shadow
 void main() {
   float depth = kBasin - abs(place.x);
   if (depth < 0.0) discard;
-  colour = texture(picture, uv) * spriteColor;
+  colour = texture(picture, uv) * tint;
   colour.rgb *= mix(0.6, 1.0, clamp(depth / kShade, 0.0, 1.0));
 }
