@@ -117,24 +117,27 @@ def paid(matches):
 
 
 def goals(matches):
-    """(what, figure, goal, whether it is reached) of each line-up."""
+    """(what, figure, goal, whether it is reached) of each line-up. What a match evens out is no goal for a piece alone."""
     rows = []
+
+    def add(what, figure, goal, reached, counts=True):
+        rows.append((what, figure, goal if counts else "", reached if counts else None))
+
     for (stage, line_up), group in groups(matches).items():
         name = f"{stage}: {line_up}"
+        whole = len(group[0].rules) > 1
         if is_equal(line_up):
             spread = statistics.median(match.spread() for match in group)
-            rows.append((f"{name}: last of first, median", f"{spread:.1f} %", "at least 33.3 %", spread >= 100 / 3))
+            add(f"{name}: last of first, median", f"{spread:.1f} %", "at least 33.3 %", spread >= 100 / 3, whole)
             best = max(wins(group, seat) for seat in range(4)) * 100 / len(group)
-            rows.append((f"{name}: most wins of a seat", f"{best:.1f} %", "at most 35 %", best <= 35))
+            add(f"{name}: most wins of a seat", f"{best:.1f} %", "at most 35 %", best <= 35, whole)
         else:
             share, low, high = rate(group, 0)
-            rows.append((f"{name}: wins of the first", f"{share:.1f} % ({low:.1f} to {high:.1f})", "at least 45 %",
-                         share >= 45))
+            add(f"{name}: wins of the first", f"{share:.1f} % ({low:.1f} to {high:.1f})", "at least 45 %", share >= 45, whole)
         leads = statistics.median(match.leads for match in group)
-        rows.append((f"{name}: lead changes, median", f"{leads:g}", "at least 4" if is_equal(line_up) else "",
-                     leads >= 4 if is_equal(line_up) else None))
+        add(f"{name}: lead changes, median", f"{leads:g}", "at least 4", leads >= 4, whole and is_equal(line_up))
         rule, share = min(paid(group).items(), key=lambda item: item[1])
-        rows.append((f"{name}: paid least often, {rule}", f"{share:.1f} %", "at least 98 %", share >= 98))
+        add(f"{name}: paid least often, {rule}", f"{share:.1f} %", "at least 98 %", share >= 98)
     return rows
 
 

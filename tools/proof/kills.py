@@ -1,10 +1,13 @@
 #!/usr/bin/env python3
-"""kills.py PROGRAM [--count N] [--seed S] [--jobs J]: nothing that was edited longer ago than two minutes may be lost.
+"""Nothing that was edited longer ago than two minutes may be lost, whenever the game is killed.
+
+Usage: tools/proof/kills.py [--program build/brinewhirl] [--count N] [--seed S] [--jobs J] [--fresh]
 
 Each of N times the real program runs in a virtual display, an object is renamed on the editor's bars again and again,
 and SIGKILL ends the program: half of the times anywhere within four minutes, half within a second of the moment in which
 unsaved changes are put aside. The program is started again, what it offers is loaded and saved, and the names tell which
-changes came through. A whole run of a hundred takes about two hours on each of --jobs displays side by side."""
+changes came through. A whole run of a hundred takes about two hours on each of two displays side by side. Goes on where it
+was broken off."""
 
 import argparse
 import pathlib
@@ -14,9 +17,10 @@ import signal
 import sys
 import tempfile
 import time
-from concurrent.futures import ThreadPoolExecutor
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests" / "e2e"))
+import rows
+
+sys.path.insert(0, str(rows.ROOT / "tests" / "e2e"))
 import virtual_display  # noqa: E402
 from virtual_display import Game, VirtualDisplay, wait_until  # noqa: E402
 
@@ -158,26 +162,33 @@ def kill_once(program, which, after):
         good = lost <= PERIOD + SLACK and (last is not None or not copies)
         print(f"kill {which} after {after:.1f} s: {len(changes)} changes, {len(copies)} copies, "
               f"offered up to {'nothing' if last is None else last}, lost {lost:.1f} s{'' if good else ': BAD'}", flush=True)
-        return good, lost, last is not None
+        return {"good": good, "lost": round(lost, 1), "offered": last is not None}
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("program", type=pathlib.Path)
+    parser.add_argument("--program", type=pathlib.Path, default=rows.ROOT / "build" / "brinewhirl")
     parser.add_argument("--count", type=int, default=100)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--fresh", action="store_true")
     wanted = parser.parse_args()
     chance = random.Random(wanted.seed)
     times = [chance.uniform(8.0, LONGEST) if i % 2 == 0 else PERIOD + chance.uniform(-1.0, 1.0) for i in range(wanted.count)]
     program = wanted.program.resolve()
-    with ThreadPoolExecutor(wanted.jobs) as pool:
-        tries = list(pool.map(lambda pair: try_once(program, *pair), enumerate(times, 1)))
-    results = [result for result in tries if result is not None]
-    good, offers = sum(good for good, _, _ in results), sum(offered for _, _, offered in results)
-    most = max((lost for _, lost, _ in results), default=0.0)
-    print(f"{len(results)} kills of {len(tries)}, {good} good, {offers} with an offer; at most {most:.1f} s lost")
-    return 0 if len(results) == len(tries) and all(good for good, _, _ in results) else 1
+    state = rows.State("kills", wanted.fresh, kills={})
+    left = [(number, after) for number, after in enumerate(times, 1) if str(number) not in state["kills"]]
+    for (number, _), found in rows.each(left, lambda pair: try_once(program, *pair), wanted.jobs):
+        if found is not None:
+            state["kills"][str(number)] = found
+            state.save()
+    kills = state["kills"].values()
+    bad = sum(not kill["good"] for kill in kills)
+    most = max((kill["lost"] for kill in kills), default=0.0)
+    rows.write(4, "the editor's unsaved work", f"{len(kills)} of {wanted.count} kills at random moments, seed {wanted.seed}",
+               f"{bad} lost more than two minutes of changes or their offer; at most {most:.1f} s lost, "
+               f"{sum(kill['offered'] for kill in kills)} with a copy that was offered and loaded")
+    return 1 if bad else 0
 
 
 if __name__ == "__main__":

@@ -31,9 +31,9 @@ class State(dict):
         new.replace(self.path)
 
 
-def each(items, work):
-    """Yields (item, work(item)) as they end, as many side by side as there are processors."""
-    with ThreadPoolExecutor(os.cpu_count()) as pool:
+def each(items, work, jobs=os.cpu_count()):
+    """Yields (item, work(item)) as they end, `jobs` side by side."""
+    with ThreadPoolExecutor(jobs) as pool:
         waiting = {pool.submit(work, item): item for item in items}
         try:
             for ended in as_completed(waiting):

@@ -78,9 +78,9 @@ void SetKeyDown(int keyCode, bool down) {
 }
 
 void DrawLines(std::span<const StageLine> lines) {
-  ImDrawList* list = ImGui::GetBackgroundDrawList();
   for (const StageLine& line : lines) {
     if (line.points.empty()) continue;
+    ImDrawList* list = line.above ? ImGui::GetForegroundDrawList() : ImGui::GetBackgroundDrawList();
     const InkLook& ink = kInks[static_cast<std::size_t>(line.ink)];
     const auto lay = [&] {
       for (const auto& point : line.points) list->PathLineTo({point[0], point[1]});

@@ -40,5 +40,6 @@ struct StageLine {
   Ink ink = Ink::kPicked;
   bool closed = true;
   bool filled = false;    ///< a closed one's inside too
+  bool above = false;     ///< over the bars, not under them
   std::string text = {};  ///< beside its first point
 };

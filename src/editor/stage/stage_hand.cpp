@@ -32,7 +32,7 @@ void DrawGrid(const StageView& view, float step, std::vector<StageLine>& lines) 
   }
 }
 
-// A small square at the edge, on the way to what lies outside.
+// A small square at the edge, on the way to what lies outside. The bars mostly cover the edge.
 void DrawMark(const StageView& view, const GameObject& object, std::vector<StageLine>& lines) {
   const Bounds picture = view.GetPicture();
   const auto at = view.Pixel(object.GetTransform().position);
@@ -41,6 +41,7 @@ void DrawMark(const StageView& view, const GameObject& object, std::vector<Stage
   const float x = std::clamp(at[0], picture.left + kMarkInset, picture.right - kMarkInset);
   const float y = std::clamp(at[1], picture.bottom + kMarkInset, picture.top - kMarkInset);
   StageLine mark{{}, Ink::kPicked, true, true};
+  mark.above = true;
   mark.points = {{x - kMarkSize, y}, {x, y - kMarkSize}, {x + kMarkSize, y}, {x, y + kMarkSize}};
   lines.push_back(std::move(mark));
 }
