@@ -13,13 +13,18 @@
 
 namespace {
 
+struct CachedFile {
+  std::string text;
+  std::optional<std::filesystem::file_time_type> time;
+};
+
 // Texts stand behind pointers, so that views into one survive the table's growth.
-std::unordered_map<std::string, std::unique_ptr<const std::string>>& Texts() {
-  static std::unordered_map<std::string, std::unique_ptr<const std::string>> texts;
-  return texts;
+std::unordered_map<std::string, std::unique_ptr<const CachedFile>>& Files() {
+  static std::unordered_map<std::string, std::unique_ptr<const CachedFile>> files;
+  return files;
 }
 
-std::unique_ptr<const std::string> ReadFile(const std::string& fileName) {
+std::unique_ptr<const CachedFile> ReadFile(const std::string& fileName) {
   if (!fileName.empty() && !IsLevelName(fileName)) {
     Print("%s: %s, not read\n", fileName.c_str(), kNoPlainName);
     return nullptr;
@@ -33,36 +38,43 @@ std::unique_ptr<const std::string> ReadFile(const std::string& fileName) {
     Print("%s: larger than %lld bytes, not read\n", fileName.c_str(), kMaxFileBytes);
     return nullptr;
   }
+  const auto time = std::filesystem::last_write_time(path, error);
   std::ifstream file(path, std::ios::binary);
-  if (!file) return nullptr;
-  auto text = std::make_unique<std::string>(size, '\0');
-  file.read(text->data(), static_cast<std::streamsize>(size));
-  text->resize(static_cast<std::size_t>(file.gcount()));
-  return text;
+  if (error || !file) return nullptr;
+  auto read = std::make_unique<CachedFile>(CachedFile{std::string(size, '\0'), time});
+  file.read(read->text.data(), static_cast<std::streamsize>(size));
+  read->text.resize(static_cast<std::size_t>(file.gcount()));
+  return read;
 }
 
 }  // namespace
 
 const std::string* ReadCachedFile(const std::string& fileName) {
-  auto& texts = Texts();
-  if (const auto found = texts.find(fileName); found != texts.end()) return found->second.get();
-  auto text = ReadFile(fileName);
-  if (!text) return nullptr;
-  return texts.emplace(fileName, std::move(text)).first->second.get();
+  auto& files = Files();
+  if (const auto found = files.find(fileName); found != files.end()) return &found->second->text;
+  auto read = ReadFile(fileName);
+  if (!read) return nullptr;
+  return &files.emplace(fileName, std::move(read)).first->second->text;
 }
 
-bool IsFileCached(const std::string& fileName) { return Texts().contains(fileName); }
+bool IsFileCached(const std::string& fileName) { return Files().contains(fileName); }
+
+std::optional<std::filesystem::file_time_type> CachedFileTime(const std::string& fileName) {
+  const auto found = Files().find(fileName);
+  return found == Files().end() ? std::nullopt : found->second->time;
+}
+
 void KeepTextAsFile(const std::string& fileName, const std::string& text) {
-  Texts()[fileName] = std::make_unique<const std::string>(text);
+  Files()[fileName] = std::make_unique<const CachedFile>(CachedFile{text, {}});
 }
 
-void ForgetCachedFile(const std::string& fileName) { Texts().erase(fileName); }
+void ForgetCachedFile(const std::string& fileName) { Files().erase(fileName); }
 
 std::vector<std::string> CachedFileNames() {
   std::vector<std::string> names;
-  for (const auto& [name, text] : Texts()) names.push_back(name);
+  for (const auto& [name, file] : Files()) names.push_back(name);
   std::sort(names.begin(), names.end());
   return names;
 }
 
-void ClearFileCache() { Texts().clear(); }
+void ClearFileCache() { Files().clear(); }

@@ -1,7 +1,9 @@
-// The text of level and archetype files, each read from disk once per run. What is saved later does not show: a file
-// read before stays as it was read, until the editor forgets it.
+// The text of level and archetype files, each read from disk once per run. What is saved elsewhere does not show: a
+// file read before stays as it was read, until the editor forgets it.
 #pragma once
 
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,9 @@ const std::string* ReadCachedFile(const std::string& fileName);
 
 /// Whether the file has been read in this run.
 bool IsFileCached(const std::string& fileName);
+
+/// When the file had been written that was read; nothing for one that was not, or whose text was given.
+std::optional<std::filesystem::file_time_type> CachedFileTime(const std::string& fileName);
 
 /// Forgets the text of one file, which the next reader reads anew; no reader of it may be open.
 void ForgetCachedFile(const std::string& fileName);

@@ -136,6 +136,7 @@ void Browser::FillPages() {
   Field filter{"Look for", &filter_};
   filter.whileTyping = true;
   bar_.Add(filter);
+  bar_.GetLast().hint = "Part of a name, in any case";
   if (!target_.empty()) bar_.AddText("for " + target_);
 }
 

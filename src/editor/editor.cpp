@@ -143,7 +143,7 @@ void Editor::Update() {
     hand_ == nullptr ? Perform(actions) : HandOn(actions);
   }
   HearOfPlayed();
-  recovery_.Update(IsUnsaved(), [&] { return trial.IsOn() ? trial.GetLevelText() : SceneText(); });
+  recovery_.Update(IsUnsaved() ? std::optional(GetVersion()) : std::nullopt, [&] { return TextToKeep(); });
   // What is edited in a try stands still, so that its recording holds all of it.
   const bool edited = std::exchange(try_.seen, history_.GetState()) != history_.GetState();
   if (trial.IsOn() && (stageHand_.IsChanging() || edited)) freeze_.Set(Freeze::Pace::kFrozen);

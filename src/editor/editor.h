@@ -62,7 +62,7 @@ class Editor {
   /// How fast the scene's time runs.
   Freeze::Pace GetPace() const { return freeze_.Get(); }
   /// Whether there are changes that no save holds.
-  bool IsUnsaved() const { return try_.trial.IsOn() ? try_.unsaved : history_.GetState() != savedState_; }
+  bool IsUnsaved() const { return try_.trial.IsOn() ? try_.unsaved : GetVersion() != saved_; }
   /// Whether the scene may go by `act`, "quit" say. Over unsaved changes the first time it is false: the bars are shown
   /// and ask, and the same act the next time goes through.
   bool MayLose(const std::string& act);
@@ -150,6 +150,7 @@ class Editor {
   void MakeTestObject(const TestObject& test);
   void SaveLevel();
   void LoadLevel();
+  void TakeLevel(const std::string& name);
   void LoadArchetype(const std::string& name, const Vec3& place);
   void NewLevel();
   void Reload(const std::string& name);
@@ -157,7 +158,9 @@ class Editor {
   void PlayLevel();
   void HearOfPlayed();
   bool MayLoseBy(const std::string& act);
-  void MarkSaved() { savedState_ = history_.GetState(); }
+  SceneVersion GetVersion() const { return {history_.GetState(), levelDuration_}; }
+  void MarkSaved() { saved_ = GetVersion(); }
+  std::string TextToKeep();
   void ShowFaults(const std::string& name, const std::vector<std::string>& lines,
                   const std::vector<std::uint32_t>& ids);
   void AddComponent(std::string_view textName);
@@ -191,7 +194,7 @@ class Editor {
   std::string fileName_, archetypeName_, textureName_, scriptName_, find_;
   float levelDuration_ = 0.0f;  // game seconds
   int componentToAdd_ = 0, gridChoice_ = 0, autosaveCount_ = 0;
-  std::uint64_t savedState_ = 0;          // of the history, that the last save or load holds
+  SceneVersion saved_;                    // that the last save or load holds
   std::string carried_;                   // archetype that the next press in the picture puts there
   bool acted_ = false;                    // something was done since the last frame
   bool askedNow_ = false;                 // by the act that is being done

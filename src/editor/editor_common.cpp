@@ -16,6 +16,7 @@ void Editor::FillCommon() {
   AddCommonFields(common_, std::to_string(objects.size()) + " selected", objects);
   AddHints(common_);
   pictureFaults_.Tell(common_);
+  OfferPages(common_, common_.GetName(), browser_);
 }
 
 // Everywhere the same variable, or the same part of a vector, as one act.

@@ -54,10 +54,11 @@ bool Editor::MayLose(const std::string& act) {
   return false;
 }
 
-// The same for what is done on the bars themselves, where the line stands beside the button.
+// The same for what is done on the bars themselves, where the line stands beside the button. A duration that was typed
+// alone is no reason to ask whoever loads another level.
 bool Editor::MayLoseBy(const std::string& act) {
-  const bool again = asked_ == act;
-  asked_ = again || !IsUnsaved() ? std::string{} : act;
+  const bool loses = IsUnsaved() && history_.GetState() != saved_.state;
+  asked_ = asked_ == act || !loses ? std::string{} : act;
   askedNow_ = true;
   if (asked_.empty()) return true;
   Print("there are unsaved changes: press %s again to lose them\n", act.c_str());
@@ -91,8 +92,9 @@ void Editor::Reload(const std::string& name) {
     return;
   }
   if (name == loadedName_ || name == fileName_) {
+    if (!MayLoseBy("Reload")) return;
     fileName_ = name;
-    LoadLevel();
+    TakeLevel(name);
     return;
   }
   ForgetCachedFile(name);
@@ -116,13 +118,20 @@ void Editor::ShowFaults(const std::string& name, const std::vector<std::string>&
   }
 }
 
+// The offer stays until something was loaded: it may be the only copy.
 void Editor::OfferRecovered() {
-  fileName_ = recovery_.GetOffer();
-  recovery_.Dismiss();
-  LoadLevel();
-  savedState_ = 0;  // it is in no level of the maker's own
+  const std::string offered = recovery_.GetOffer();
+  if (!MayLoseBy("Load " + offered)) return;
+  TakeLevel(offered);
+  saved_ = {};  // it is in no level of the maker's own
   fileName_ = "Enter File Name Here";
   loadedName_.clear();
+  if (!loadedIds_.empty()) recovery_.Dismiss();
+}
+
+// What a copy of unsaved work holds. A try is put aside as the level that it tries.
+std::string Editor::TextToKeep() {
+  return try_.trial.IsOn() ? try_.trial.GetLevelText() : TextWithDuration(levelDuration_);
 }
 
 // What is chosen by sight goes where the page was opened for, else where the tools have such a thing.

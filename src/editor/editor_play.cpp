@@ -19,9 +19,7 @@ void Editor::PlayLevel() {
     Print("the level is being tried: the bots can play it when the try has ended\n");
     return;
   }
-  GameObject& last = AddDurationObject(levelDuration_);
-  const std::string text = SceneText();
-  last.alive = false;
+  const std::string text = TextWithDuration(levelDuration_);
   const std::string name = IsPlainName(fileName_) ? fileName_ : "level";
   const std::string fault = played_.Start(name, text);
   if (!fault.empty())

@@ -77,7 +77,7 @@ void Editor::FillFiles() {
       SetShown(true);
       asked_ = act;
       askedNow_ = true;
-      recovery_.PutAside([this] { return try_.trial.IsOn() ? try_.trial.GetLevelText() : SceneText(); });
+      recovery_.PutAside(GetVersion(), [this] { return TextToKeep(); });
       Print("there are unsaved changes: save them, or once more for a %s without them\n", act);
     });
     stage_.GetLast().hidden = true;

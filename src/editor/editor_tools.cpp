@@ -70,7 +70,7 @@ void Editor::FillTools() {
   tools_.GetLast().hint = "The archetype that is saved and loaded: a name without folder, in " + SaveFolder();
   addText("TextureName", &textureName_);
   tools_.Add("Level Duration", &levelDuration_);
-  tools_.GetLast().hint = DurationText(levelDuration_);
+  tools_.GetLast().hint = DurationText(levelDuration_) + "; every DeathTimer of the level gets it when it is loaded";
   tools_.Add("Script Name", &scriptName_);
   FillTestButtons();
   FillFileButtons();
@@ -114,8 +114,8 @@ void Editor::FillFileButtons() {
   tools_.AddButton("Save Level", [this] { SaveLevel(); });
   tools_.AddButton("Load Level", [this] { LoadLevel(); });
   tools_.AddButton("Save Archetype", [this] {
-    if (GameObject* object = LastSelected()) SaveArchetype(archetypeName_, *object);
-    watch_.Accept(archetypeName_);
+    GameObject* object = LastSelected();
+    if (object != nullptr && SaveArchetype(archetypeName_, *object)) watch_.Accept(archetypeName_);
   });
   tools_.AddButton("Load Archetype", [this] {
     ForgetCachedFile(archetypeName_);
@@ -196,11 +196,14 @@ void Editor::SaveLevel() {
 }
 
 void Editor::LoadLevel() {
-  if (!MayLoseBy("Load Level")) return;
-  loadedIds_ = LoadLevelFile(fileName_, levelDuration_);
-  loadedName_ = fileName_;
+  if (MayLoseBy("Load Level")) TakeLevel(fileName_);
+}
+
+void Editor::TakeLevel(const std::string& name) {
+  loadedIds_ = LoadLevelFile(name, levelDuration_);
+  loadedName_ = name;
   faults_.clear();
-  watch_.Accept(fileName_);
+  watch_.Accept(name);
   history_.Clear();
   MarkSaved();
   freeze_.Set(Freeze::Pace::kFrozen);

@@ -107,11 +107,14 @@ void ObjectList::Fill(const std::vector<std::uint32_t>& levelIds, const Ringer& 
   Field filter{"Filter", &filter_};
   filter.whileTyping = true;
   bar_.Add(filter);
+  bar_.GetLast().hint = "Part of what a line says: name, picture, components, scripts, Core";
   Field kind{"Kind", &kind_};
   kind.choices = {{kAll, "all"},       {kSolid, "solid"},      {kGhost, "ghost"}, {kPicture, "picture alone"},
                   {kMoving, "moving"}, {kScripted, "scripts"}, {kCore, "Core"}};
   bar_.Add(kind);
+  bar_.GetLast().hint = "Only what is such a thing";
   bar_.Add("Made by this piece", &madeByPiece_);
+  bar_.GetLast().hint = "Only what the level that was loaded, or the piece that is being played, has put there";
   AddChooser(levelIds);
   std::size_t found = 0;
   for (const auto& object : Objects().GetObjects()) {

@@ -199,7 +199,7 @@ TEST_F(EditorManyTest, AFileThatChangedIsOfferedAskedForAndRefusedWithItsFaults)
   world.WriteFile(
       "mine", good.substr(0, good.find("Name: thing")) + "Name: other" + good.substr(good.find("Name: thing") + 11));
   Press("Reload");
-  EXPECT_EQ(editor.GetStatus().back(), "there are unsaved changes: press Load Level again to lose them");
+  EXPECT_EQ(editor.GetStatus().back(), "there are unsaved changes: press Reload again to lose them");
   EXPECT_NE(Find("thing"), nullptr);
   Press("Reload mine");
   Run();
@@ -240,9 +240,12 @@ TEST_F(EditorManyTest, UnsavedChangesHoldUpTheEndOnceAndArePutAsideMeanwhile) {
   Recovery recovery;
   recovery.Start();
   Recovery::Clock::time_point now;
-  for (int i = 0; i < 2 * (Recovery::kKept + 2); ++i, now += Recovery::kPeriod)
-    recovery.Update(
-        true, [] { return "{\n}\n"; }, now);
+  const auto wait = [&](std::uint64_t version) {
+    for (int i = 0; i < 4; ++i, now += Recovery::kPeriod)
+      recovery.Update(
+          SceneVersion{version, 5.0f}, [] { return "{\n}\n"; }, now);
+  };
+  for (std::uint64_t version = 1; version <= Recovery::kKept + 2; ++version) wait(version);
   EXPECT_FALSE(std::filesystem::exists("autosaves/recover-1"));
   for (int i = 2; i < Recovery::kKept + 2; ++i)
     EXPECT_EQ(world.ReadFile(("autosaves/recover-" + std::to_string(i)).c_str()), "{\n}\n");
@@ -268,6 +271,49 @@ TEST_F(EditorManyTest, UnsavedChangesHoldUpTheEndOnceAndArePutAsideMeanwhile) {
   Press("Redo");
   EXPECT_FALSE(quit());
   EXPECT_TRUE(quit()) << "asked once";
+}
+
+TEST_F(EditorManyTest, WhatIsOfferedOutlastsCopiesAndAQuestionAndBringsTheDurationBack) {
+  {
+    GameObject& hung = AddStill("hung", {3, 0, 0});
+    Set("Level Duration", "20");
+    EXPECT_TRUE(editor.IsUnsaved()) << "nothing else would tell of it";
+    editor.StartRecovery();
+    Send(EventOf(SDL_QUIT));
+    hung.alive = false;
+  }
+  const std::string offered = "autosaves/recover-0";
+  ASSERT_TRUE(std::filesystem::exists(offered));
+  editor.Init();
+  platform.running = true;
+  editor.StartRecovery();
+  Recovery others;
+  others.Start();
+  for (std::uint64_t version = 1; version <= Recovery::kKept + 2; ++version)
+    others.PutAside({version, 5.0f}, [] { return "{\n}\n"; });
+  EXPECT_TRUE(std::filesystem::exists(offered)) << "on offer";
+  Press("Make default box");
+  Press("Recover");
+  EXPECT_EQ(editor.GetStatus().back(), "there are unsaved changes: press Load " + offered + " again to lose them");
+  Press("Recover");
+  Run();
+  EXPECT_NE(Find("hung"), nullptr);
+  EXPECT_EQ(editor.Get("Level Duration"), "20");
+  EXPECT_TRUE(editor.IsUnsaved());
+}
+
+TEST_F(EditorManyTest, ALevelThatIsSavedTwiceListsEachSpringOnce) {
+  GameObject& anchor = AddStill("anchor", {});
+  auto& spring = GalePhysics::AdoptGenerator(std::make_unique<GalePhysics::Spring>());
+  spring.SetBase(anchor);
+  AddStill("hanging", {3, 0, 0}).Get<GalePhysics::RigidBody>()->AddGenerator(&spring);
+  SaveAs("sprung");
+  SaveAs("sprung");
+  EXPECT_TRUE(anchor.Get<GalePhysics::RigidBody>()->baseOfGenerators.empty())
+      << "nothing stays that may be freed by an undo";
+  std::string list = world.ReadFile("sprung");
+  EXPECT_NE(list.find("a base of: 1\n"), std::string::npos);
+  EXPECT_EQ(list.find("a base of: 2\n"), std::string::npos);
 }
 
 TEST_F(EditorManyTest, TheListSelectsAndPagesSetWhatTheyWereOpenedFor) {

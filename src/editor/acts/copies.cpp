@@ -13,6 +13,7 @@
 #include "editor/acts/history.h"
 #include "editor/acts/links.h"
 #include "editor/acts/object_shape.h"
+#include "editor/acts/without_bases.h"
 #include "lint/lint.h"
 #include "physics/generator_host.h"
 #include "physics/rigid_body.h"
@@ -37,23 +38,6 @@ Generators GeneratorsOf(const ObjectPointers& objects) {
         if (std::find(used.begin(), used.end(), generator) == used.end()) used.push_back(generator);
   return used;
 }
-
-// While it lives no body lists the springs that hang on it: a spring that is written enters itself there.
-class WithoutBases {
- public:
-  WithoutBases() {
-    for (const auto& object : Objects().GetObjects())
-      if (auto* body = object->Get<RigidBody>()) lists_.emplace_back(body, std::exchange(body->baseOfGenerators, {}));
-  }
-  WithoutBases(const WithoutBases&) = delete;
-  WithoutBases& operator=(const WithoutBases&) = delete;
-  ~WithoutBases() {
-    for (auto& [body, list] : lists_) body->baseOfGenerators = std::move(list);
-  }
-
- private:
-  std::vector<std::pair<RigidBody*, Generators>> lists_;
-};
 
 // The copy of the generator host that a saved level begins with, but with these generators alone.
 void WriteHost(Serializer& writer, const Generators& generators) {
@@ -132,10 +116,15 @@ Copies::Copied Copies::Take(const ObjectPointers& objects) {
 
 std::string TextOfLevel(const ObjectPointers& objects) { return Copies::Take(objects).text; }
 
-std::string SceneText() {
+std::string SceneText(const std::string& lastName) {
   ObjectPointers objects;
-  for (const auto& object : Objects().GetObjects())
+  GameObject last;
+  last.name = lastName;
+  for (const auto& object : Objects().GetObjects()) {
+    last.id = std::max(last.id, object->id + 1);
     if (!object->core && object->alive) objects.push_back(object.get());
+  }
+  if (!lastName.empty()) objects.push_back(&last);
   return TextOfLevel(objects);
 }
 

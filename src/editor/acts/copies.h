@@ -16,8 +16,8 @@ class History;
 
 /// The text of a level that holds these objects; nothing in the scene changes.
 std::string TextOfLevel(const std::vector<GameObject*>& objects);
-/// That of every object of the scene but Core ones.
-std::string SceneText();
+/// That of every object of the scene but Core ones, with one of that name behind them unless it is empty.
+std::string SceneText(const std::string& lastName = {});
 
 class Copies {
  public:

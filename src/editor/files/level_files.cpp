@@ -13,6 +13,8 @@
 #include "core/object_manager.h"
 #include "core/print.h"
 #include "core/serializer.h"
+#include "editor/acts/copies.h"
+#include "editor/acts/without_bases.h"
 #include "scripts/props/death_timer.h"
 
 namespace {
@@ -25,7 +27,15 @@ bool IsNamedPlainly(const std::string& name) {
   return false;
 }
 
+std::string DurationName(float duration) {
+  char digits[64];
+  std::snprintf(digits, sizeof digits, "%f", static_cast<double>(duration));
+  return digits;
+}
+
+// A level that is saved again and again does not list its springs once more each time.
 bool Save(const std::string& name) {
+  const WithoutBases bare;
   if (!IsLevelOrNothing(name) || !Objects().SaveLevel(name)) return false;
   Print("saved the level as %s in %s\n", name.c_str(), SaveFolder().c_str());
   return true;
@@ -58,23 +68,19 @@ bool IsLevelOrNothing(const std::string& name) {
   return false;
 }
 
-GameObject& AddDurationObject(float duration) {
-  char digits[64];
-  std::snprintf(digits, sizeof digits, "%f", static_cast<double>(duration));
-  GameObject& last = *Objects().GetObject(Objects().CreateObject());
-  last.name = digits;
-  return last;
-}
+std::string TextWithDuration(float duration) { return SceneText(DurationName(duration)); }
 
 bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave) {
   if (!IsNamedPlainly(name)) return false;
   Objects().RemoveDeadObjects();
-  GameObject& last = AddDurationObject(duration);
+  GameObject& last = *Objects().GetObject(Objects().CreateObject());
+  last.name = DurationName(duration);
   const bool saved = Save(name);
   std::error_code error;
   std::filesystem::create_directories(kAutosaveFolder, error);
   Save(std::string(kAutosaveFolder) + "/autosave-" + std::to_string(autosave++) + "-" + name);
   last.alive = false;
+  if (saved) ForgetCachedFile(name);
   return saved;
 }
 
@@ -108,6 +114,7 @@ bool SaveArchetype(const std::string& name, GameObject& object) {
   object.Serialize(writer);
   writer.EndBlock();
   if (!writer.Close()) return false;
+  ForgetCachedFile(name);
   Print("saved %s as the archetype %s in %s\n", object.name.c_str(), name.c_str(), SaveFolder().c_str());
   return true;
 }

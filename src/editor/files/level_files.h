@@ -14,12 +14,12 @@ std::string SaveFolder();
 /// Whether a save may write there: onto a level, an archetype, an empty file or nothing; a message otherwise.
 bool IsLevelOrNothing(const std::string& name);
 
-/// An object whose name is `duration`, as the last one of a level file tells it; whoever writes the scene kills it
-/// then.
-GameObject& AddDurationObject(float duration);
+/// The scene as Save Level writes it, with a last object that carries `duration` as its name.
+std::string TextWithDuration(float duration);
 
 /// Writes the scene under `name` and again into autosaves/ under the number `autosave`, with a last object that carries
-/// `duration` as its name, and counts the number on. What is dead goes first. True when the level itself was written.
+/// `duration` as its name, and counts the number on. What is dead goes first. True when the level itself was written;
+/// whoever reads it next gets what it holds now.
 /// Nothing happens, with a message, under a name that is not plain.
 bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosave);
 
@@ -28,5 +28,6 @@ bool SaveLevelWithAutosave(const std::string& name, float duration, int& autosav
 /// of the level gets it, and so does `duration`.
 std::vector<std::uint32_t> LoadLevelFile(const std::string& name, float& duration);
 
-/// Writes the object alone. False when the name is empty or not plain, or the file cannot be written.
+/// Writes the object alone; whoever reads the file next gets that. False when the name is empty or not plain, or the
+/// file cannot be written.
 bool SaveArchetype(const std::string& name, GameObject& object);

@@ -46,34 +46,38 @@ void Recovery::Start() {
 }
 
 // By the clock and not by frames, of which a slow machine shows few.
-void Recovery::Update(bool unsaved, const std::function<std::string()>& sceneText, Clock::time_point now) {
+void Recovery::Update(const std::optional<SceneVersion>& unsaved, const std::function<std::string()>& sceneText,
+                      Clock::time_point now) {
   if (!started_) return;
-  if (!unsaved)
+  if (!unsaved || unsaved == held_)
     since_.reset();
   else if (!since_)
     since_ = now;
   else if (now - *since_ >= kPeriod)
-    PutAside(sceneText);
+    PutAside(*unsaved, sceneText);
 }
 
-void Recovery::PutAside(const std::function<std::string()>& sceneText) {
+void Recovery::PutAside(const SceneVersion& version, const std::function<std::string()>& sceneText) {
   if (!started_) return;
   since_.reset();
-  Write(sceneText());
+  if (Write(sceneText())) held_ = version;
 }
 
-void Recovery::Write(const std::string& text) {
+// What is on offer stays, however many copies follow.
+bool Recovery::Write(const std::string& text) {
   std::error_code error;
   fs::create_directories(kFolder, error);
   std::vector<int> numbers = Numbers();
   const int next = numbers.empty() ? 0 : numbers.back() + 1;
   if (const std::string fault = ReplaceFile(NameOf(next), text); !fault.empty()) {
     Print("%s: %s, unsaved changes are not put aside\n", NameOf(next).c_str(), fault.c_str());
-    return;
+    return false;
   }
   if (!marked_) ReplaceFile(kOpenMark, "{\n}\n");
   marked_ = true;
+  std::erase_if(numbers, [this](int number) { return NameOf(number) == offer_; });
   for (std::size_t i = 0; i + kKept <= numbers.size(); ++i) fs::remove(NameOf(numbers[i]), error);
+  return true;
 }
 
 void Recovery::End() {
