@@ -23,6 +23,10 @@ void ReturnSceneState() {
   for (SceneSlot* slot : Slots()) slot->Return();
 }
 
+void ExchangeSceneState() {
+  for (SceneSlot* slot : Slots()) slot->Exchange();
+}
+
 void RenewSceneState() {
   for (SceneSlot* slot : Slots()) slot->Renew();
 }

@@ -17,6 +17,8 @@ class SceneSlot {
   virtual void Park() = 0;
   /// The parked value stands again; the one that stood goes. A slot that came later has a fresh one.
   virtual void Return() = 0;
+  /// The two change places.
+  virtual void Exchange() = 0;
   /// A fresh value stands in the place of the one that stood.
   virtual void Renew() = 0;
 };
@@ -41,6 +43,10 @@ class SceneState final : public SceneSlot {
     value_ = parked_ == nullptr ? FreshSceneValue(value_) : std::move(*parked_);
     parked_.reset();
   }
+  void Exchange() override {
+    if (parked_ == nullptr) parked_ = std::make_unique<T>(FreshSceneValue(value_));
+    std::swap(value_, *parked_);
+  }
   void Renew() override { value_ = FreshSceneValue(value_); }
 
  private:
@@ -52,5 +58,7 @@ class SceneState final : public SceneSlot {
 void ParkSceneState();
 /// The parked scene stands again. Of the one that stood no object may be left.
 void ReturnSceneState();
+/// The parked scene stands and the one that stood is parked, until the same again.
+void ExchangeSceneState();
 /// Everything but the parked scene is fresh. No object may be left.
 void RenewSceneState();

@@ -94,7 +94,10 @@ void Editor::SetShown(bool shown) {
   view_.SetShown(shown);
   GetPlatform().ShowPointer(shown);
   Input::GetPointer().onBars = shown;
-  if (!shown) freeze_.Set(Freeze::Pace::kRunning);
+  if (!shown) {
+    paceBefore_ = freeze_.Get();
+    freeze_.Set(Freeze::Pace::kRunning);
+  }
   stageHand_.Stop(history_);
   history_.CloseStep();
 }
@@ -293,7 +296,9 @@ void Editor::Say(const std::function<std::string()>& action) {
   Do([&] { Print("%s\n", action().c_str()); });
 }
 
+// What is pulled at is let go of first, so that it is a step of its own before this one.
 void Editor::Do(const std::function<void()>& action) {
+  stageHand_.Stop(history_);
   Heard().clear();
   SetPrintListener(Hear);
   askedNow_ = false;

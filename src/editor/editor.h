@@ -62,7 +62,7 @@ class Editor {
   /// How fast the scene's time runs.
   Freeze::Pace GetPace() const { return freeze_.Get(); }
   /// Whether there are changes that no save holds.
-  bool IsUnsaved() const { return try_.trial.IsOn() ? try_.unsaved : GetVersion() != saved_; }
+  bool IsUnsaved() const;
   /// Whether the scene may go by `act`, "quit" say. Over unsaved changes the first time it is false: the bars are shown
   /// and ask, and the same act the next time goes through.
   bool MayLose(const std::string& act);
@@ -140,6 +140,7 @@ class Editor {
   void StartTry();
   void EndTry();
   void KeepEdits();
+  std::vector<ValueAct> EditsOfTry() const;
   void Scrub(bool done);
   bool Refuses(const TweakBar& bar, const TweakBar::Entry& entry);
   bool RefusesInTry();
@@ -158,7 +159,10 @@ class Editor {
   void PlayLevel();
   void HearOfPlayed();
   bool MayLoseBy(const std::string& act);
-  SceneVersion GetVersion() const { return {history_.GetState(), levelDuration_}; }
+  // A try counts its states for itself.
+  SceneVersion GetVersion() const {
+    return {try_.trial.IsOn() ? ~history_.GetState() : history_.GetState(), levelDuration_};
+  }
   void MarkSaved() { saved_ = GetVersion(); }
   std::string TextToKeep();
   void ShowFaults(const std::string& name, const std::vector<std::string>& lines,
@@ -181,6 +185,7 @@ class Editor {
   BarHand* hand_ = nullptr;
   History history_;
   Freeze freeze_;
+  Freeze::Pace paceBefore_ = Freeze::Pace::kRunning;  // when the bars were hidden last
   TryState try_;
   StageHand stageHand_;
   Copies copies_;

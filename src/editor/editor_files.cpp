@@ -129,9 +129,18 @@ void Editor::OfferRecovered() {
   if (!loadedIds_.empty()) recovery_.Dismiss();
 }
 
-// What a copy of unsaved work holds. A try is put aside as the level that it tries.
+// What was edited in a try comes to the level at its end, unless the game ends first.
+bool Editor::IsUnsaved() const {
+  if (!try_.trial.IsOn()) return GetVersion() != saved_;
+  return try_.unsaved || !try_.edits.empty() || history_.GetState() != try_.kept;
+}
+
+// What a copy of unsaved work holds. A try is put aside as the level that it tries, with what was edited in it.
 std::string Editor::TextToKeep() {
-  return try_.trial.IsOn() ? try_.trial.GetLevelText() : TextWithDuration(levelDuration_);
+  const auto text = [this] { return TextWithDuration(levelDuration_); };
+  if (!try_.trial.IsOn()) return text();
+  int lost = 0;
+  return try_.trial.OfLevelWith(try_.trial.ForLevel(EditsOfTry(), lost), text);
 }
 
 // What is chosen by sight goes where the page was opened for, else where the tools have such a thing.

@@ -77,7 +77,9 @@ bool Editor::TakeShortcut(const SDL_Event& event) {
   if (IsToggle(event)) {
     if (event.key.repeat != 0) return true;
     const bool twice = card_.PressTwice();
-    SetShown(twice || !IsShown());
+    const bool hidden = !IsShown();
+    SetShown(twice || hidden);
+    if (twice && hidden) freeze_.Set(paceBefore_);  // the first press was for the card too
     if (twice) card_.Show();
     return true;
   }
@@ -109,11 +111,11 @@ bool Editor::HandlePress(const SDL_MouseButtonEvent& event) {
                           static_cast<float>(event.y));
 }
 
-// Menus keep their keys.
+// Menus keep their keys. Else no letter gets past the bars: it would fly player 1 or start a match.
 bool Editor::HandleKey(int key) {
-  if (IsHeld("ctrl", "rctrl") && HandleCommandKey(key)) return true;
   if (HandleWindowKey(key)) return true;
   if (IsPausedByGame()) return false;
+  if (IsHeld("ctrl", "rctrl") && HandleCommandKey(key)) return true;
   if (key == SDLK_DELETE) {
     if (!RefusesInTry()) Say([this] { return Copies::Kill(history_); });
     return true;
@@ -122,7 +124,7 @@ bool Editor::HandleKey(int key) {
     carried_.clear();
     return true;
   }
-  return HandleArrow(key);
+  return HandleArrow(key) || (key >= SDLK_a && key <= SDLK_z);
 }
 
 bool Editor::HandleWindowKey(int key) {

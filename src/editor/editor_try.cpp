@@ -53,9 +53,16 @@ void Editor::BetweenFrames() {
 // Beyond a jump nothing is undone: the level gets what has been set up to here.
 void Editor::KeepEdits() {
   stageHand_.Stop(history_);
-  auto acts = history_.TakeValueActs();
-  std::move(acts.begin(), acts.end(), std::back_inserter(try_.edits));
-  try_.seen = history_.GetState();
+  try_.edits = EditsOfTry();
+  history_.Clear();
+  try_.seen = try_.kept = history_.GetState();
+}
+
+std::vector<ValueAct> Editor::EditsOfTry() const {
+  std::vector<ValueAct> edits = try_.edits;
+  auto acts = history_.GetValueActs();
+  std::move(acts.begin(), acts.end(), std::back_inserter(edits));
+  return edits;
 }
 
 void Editor::StartTry() {
@@ -74,9 +81,10 @@ void Editor::StartTry() {
   try_.edits.clear();
   try_.jump.reset();
   try_.scrubbed = try_.pulled = false;
-  try_.seen = history_.GetState();
+  try_.seen = try_.kept = history_.GetState();
   history_.SetValueListener([this](const ValueChange& change) { try_.trial.Hear(change); });
   carried_.clear();
+  faults_.clear();  // they name objects of the level
   SetShown(false);
 }
 
@@ -89,16 +97,13 @@ void Editor::EndTry() {
   freeze_ = std::exchange(try_.freeze, {});
   loadedIds_ = std::exchange(try_.loadedIds, {});
   stageHand_.Stop(history_);
-  int given = 0;
-  for (ValueAct& act : std::exchange(try_.edits, {})) {
-    for (ValueChange& change : act.changes) change.id = try_.trial.ToLevel(change.id);
-    std::erase_if(act.changes, [](const ValueChange& change) { return change.id == 0; });
-    if (act.changes.empty()) continue;
-    history_.Repeat(act);
-    ++given;
-  }
+  copies_.ForgetOthers();
+  int lost = 0;
+  const std::vector<ValueAct> edits = try_.trial.ForLevel(std::exchange(try_.edits, {}), lost);
+  for (const ValueAct& act : edits) history_.Repeat(act);
   Print("back in the level\n");
-  if (given > 0) Print("it has got %d edits of the try\n", given);
+  if (!edits.empty()) Print("it has got %zu edits of the try\n", edits.size());
+  if (lost > 0) Print("%d edits of the try were of objects that are not the level's\n", lost);
 }
 
 // The slider holds the time until it is let go of, where the try then goes on.

@@ -22,6 +22,7 @@ struct TryState {
   bool pulled = false;      // the mouse still holds it
   Freeze::Pace paceBefore = Freeze::Pace::kRunning;
   std::uint64_t seen = 0;  // state of the try's history that has been frozen for
+  std::uint64_t kept = 0;  // the same, of which `edits` hold all
   float moment = 0.0f;     // seconds of the clock since the try began
 
   // of the level, while it stands aside

@@ -25,7 +25,7 @@ constexpr int kFixedPoint = 6;  // FreeType's 26.6 numbers
 // every pixel of every frame cost more than all else that is drawn.
 constexpr float kRim = 4.5f;  // pixels
 // Empty pixels around every bitmap: filtering reaches half a pixel beyond the rim, where the neighbour would show.
-constexpr int kMargin = 6;
+constexpr int kMargin = 5;
 
 void* Allocate(FT_Memory /*memory*/, long size) {
   return size <= kMaxBlock ? std::malloc(static_cast<std::size_t>(size)) : nullptr;

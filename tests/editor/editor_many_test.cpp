@@ -331,3 +331,39 @@ TEST_F(EditorManyTest, TheListSelectsAndPagesSetWhatTheyWereOpenedFor) {
   EXPECT_EQ(editor.Press("browse/dizzy"), "");
   EXPECT_EQ(editor.Get("Script Name"), "dizzy");
 }
+
+TEST_F(EditorManyTest, OnePullOfAllIsOneStepWhateverOneOfThemHeld) {
+  GameObject& one = AddStill("one", {});
+  GameObject& two = AddStill("two", {5, 0, 0});
+  one.Get<GalePhysics::RigidBody>()->damping = 0.25f;
+  two.Get<GalePhysics::RigidBody>()->damping = 0.5f;
+  SetSelection({one.id, two.id});
+  for (const auto& [value, done] : {std::pair("0.5", false), std::pair("0.75", true)})
+    EXPECT_EQ(editor.SetAt("all selected/2 selected/RigidBody/damping", value, done), "");
+  Press("Undo");
+  EXPECT_EQ(one.Get<GalePhysics::RigidBody>()->damping, 0.25f);
+  EXPECT_EQ(two.Get<GalePhysics::RigidBody>()->damping, 0.5f);
+}
+
+TEST_F(EditorManyTest, AnActInMidDragLeavesTwoSteps) {
+  GameObject& thing = AddStill("thing", {});
+  Tap(SDLK_F1);
+  Press("Freeze");
+  Mouse(kMiddleX, kMiddleY);
+  Button(true);
+  Run();
+  Mouse(kMiddleX + 3 * kUnit, kMiddleY);
+  const float dragged = PositionOf(thing).x;
+  EXPECT_GT(dragged, 2.0f);
+  Tap(SDLK_UP);
+  Mouse(kMiddleX + 6 * kUnit, kMiddleY);
+  Button(false);
+  Run();
+  Press("Undo");
+  EXPECT_EQ(PositionOf(thing), (Vec3{dragged, 0, 0}));
+  Press("Undo");
+  EXPECT_EQ(PositionOf(thing), Vec3{});
+  Tap(SDLK_F1);
+  Tap(SDLK_F1);
+  EXPECT_EQ(editor.GetPace(), Freeze::Pace::kFrozen) << "the card of keys is looked at in peace";
+}

@@ -218,7 +218,8 @@ TEST_F(EditorTest, HiddenBarsTakeNothingAndShownOnesOnlyWhatIsTheirs) {
   Tap(SDLK_F1);
   EXPECT_TRUE(platform.IsPointerShown());
   for (const int end : {SDLK_ESCAPE, SDLK_RETURN}) {
-    EXPECT_TRUE(isHeard(SDLK_p)) << "no text is being typed";
+    EXPECT_FALSE(isHeard(SDLK_p)) << "letters fly player 1 and start matches";
+    EXPECT_TRUE(isHeard(end)) << "no text is being typed";
     typeIntoText('q');
     EXPECT_FALSE(isHeard(SDLK_p));
     EXPECT_FALSE(isHeard(end));

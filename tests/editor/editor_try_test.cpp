@@ -88,3 +88,44 @@ TEST_F(EditorTryTest, NothingIsMadeOrSavedInATry) {
   Run();
   EXPECT_TRUE(editor.IsTrying());
 }
+
+TEST_F(EditorTryTest, EditsOfATryAreUnsavedWorkAndPutAsideWithTheLevel) {
+  SaveAs("kept");
+  editor.StartRecovery();
+  Toggle();
+  Run(5);
+  EXPECT_FALSE(editor.IsUnsaved());
+  Select(*Find("block"));
+  Set("position", "5 -3 0");
+  EXPECT_TRUE(editor.IsUnsaved());
+  Send(EventOf(SDL_QUIT));
+  EXPECT_TRUE(platform.running) << "asked first";
+  const std::string aside = world.ReadFile("autosaves/recover-0");
+  EXPECT_NE(aside.find("x_: 5\n"), std::string::npos);
+  EXPECT_TRUE(editor.IsTrying());
+  Toggle();
+  EXPECT_EQ(PositionOf(*Find("block")), (Vec3{5, -3, 0}));
+  Press("Undo");
+  EXPECT_EQ(PositionOf(*Find("block")), (Vec3{6, 3, 0}));
+}
+
+// The pieces of the match are no part of the level that holds it.
+TEST_F(EditorTryTest, ALevelWithAMatchOfItsOwnGetsTheEditsOfItsObjectsAlone) {
+  world.WriteFile("piece", "{\n\t7: {\n\t\tName: stranger\n\t\tCore: false\n\t}\n}\n");
+  AddWithScript("segmentmanager", "SegmentManager");
+  Select(Last());
+  Press("Add Segment");
+  Set("levelName1", "piece");
+  Set("Rule", "0");
+  Toggle();
+  Run(5);
+  ASSERT_NE(Find("stranger"), nullptr);
+  Select(*Find("block"));
+  Set("position", "5 -3 0");
+  SetSelection({Find("stranger")->id});
+  Set("position", "1 1 0");
+  Toggle();
+  EXPECT_EQ(PositionOf(*Find("block")), (Vec3{5, -3, 0}));
+  EXPECT_EQ(PositionOf(*Find("crate")), (Vec3{-6, 4, 0}));
+  EXPECT_EQ(editor.GetStatus().back(), "1 edits of the try were of objects that are not the level's");
+}

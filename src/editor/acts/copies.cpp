@@ -128,6 +128,18 @@ std::string SceneText(const std::string& lastName) {
   return TextOfLevel(objects);
 }
 
+void Copies::ForgetOthers() {
+  const auto forget = [this](std::optional<std::uint32_t>& id) {
+    const bool copied =
+        std::any_of(last_.objects.begin(), last_.objects.end(), [&](const Copied::One& one) { return id == one.id; });
+    if (!copied) id.reset();
+  };
+  for (Copied::One& one : last_.objects) {
+    forget(one.leader);
+    for (auto& target : one.targets) forget(target);
+  }
+}
+
 std::string Copies::Copy() {
   const ObjectPointers objects = Copyable();
   if (objects.empty()) return "nothing is selected";

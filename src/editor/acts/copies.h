@@ -28,6 +28,8 @@ class Copies {
   /// Text from elsewhere in which lint finds a fault is refused; `found` gets the lines.
   std::string Paste(History& history, const std::optional<Vec3>& at, const Vec3& shift,
                     std::vector<std::string>& found);
+  /// What was not copied along counts for nobody any more: its IDs are of a scene that goes.
+  void ForgetOthers();
   /// The selected objects again, moved by `shift`, past the clipboard.
   static std::string Duplicate(History& history, const Vec3& shift);
   /// The same where a mirror in the middle of the stage shows them. Both are selected then, so that the other axis

@@ -1,6 +1,7 @@
 #include "editor/acts/history.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -52,16 +53,34 @@ void History::Record(Step step) {
   Close(std::move(act));
 }
 
-// The last act takes in edits of the very variables that it edits while it is open.
+// The last act takes in edits of the very variables that it edits while it is open. Those that the edits before left as
+// they were come in anew.
 bool History::Join(const Act& act) {
-  if (done_.empty() || !done_.back().open || done_.back().steps.size() != act.steps.size()) return false;
+  if (done_.empty() || !done_.back().open) return false;
   std::vector<Step>& last = done_.back().steps;
-  for (std::size_t i = 0; i < last.size(); ++i) {
-    const Edit* had = std::get_if<Edit>(&last[i]);
-    const Edit* has = std::get_if<Edit>(&act.steps[i]);
-    if (had == nullptr || has == nullptr || had->id != has->id || had->path != has->path) return false;
+  std::vector<Edit*> met;
+  for (const Step& step : act.steps) {
+    const Edit* has = std::get_if<Edit>(&step);
+    if (has == nullptr) return false;
+    const auto same = [has](const Step& other) {
+      const Edit* had = std::get_if<Edit>(&other);
+      return had != nullptr && had->id == has->id && had->path == has->path;
+    };
+    const auto found = std::find_if(last.begin(), last.end(), same);
+    met.push_back(found == last.end() ? nullptr : std::get_if<Edit>(&*found));
   }
-  for (std::size_t i = 0; i < last.size(); ++i) std::get<Edit>(last[i]).after = std::get<Edit>(act.steps[i]).after;
+  if (static_cast<std::size_t>(std::count_if(met.begin(), met.end(), [](Edit* edit) { return edit != nullptr; })) !=
+      last.size())
+    return false;
+  std::vector<Step> fresh;
+  for (std::size_t i = 0; i < met.size(); ++i) {
+    const Edit& has = std::get<Edit>(act.steps[i]);
+    if (met[i] != nullptr)
+      met[i]->after = has.after;
+    else if (!(has.before == has.after))
+      fresh.push_back(has);
+  }
+  std::move(fresh.begin(), fresh.end(), std::back_inserter(last));
   done_.back().open = act.open;
   done_.back().serial = ++lastSerial_;
   return true;
@@ -253,7 +272,7 @@ std::string History::Redo(Change& change) {
   return change.what;
 }
 
-std::vector<ValueAct> History::TakeValueActs() {
+std::vector<ValueAct> History::GetValueActs() const {
   std::vector<ValueAct> taken;
   for (const Act& act : done_) {
     ValueAct values{act.what, {}};
@@ -265,7 +284,6 @@ std::vector<ValueAct> History::TakeValueActs() {
     }
     if (!values.changes.empty()) taken.push_back(std::move(values));
   }
-  Clear();
   return taken;
 }
 

@@ -62,8 +62,8 @@ class History {
 
   /// Who hears of every value that is given from here, by edits, undo and redo; null for nobody.
   void SetValueListener(ValueListener listener) { listener_ = std::move(listener); }
-  /// The acts that gave values alone, oldest first; afterwards everything is forgotten.
-  std::vector<ValueAct> TakeValueActs();
+  /// The acts that gave values alone, oldest first.
+  std::vector<ValueAct> GetValueActs() const;
   /// Gives the values again and records it as one act.
   void Repeat(const ValueAct& act);
 

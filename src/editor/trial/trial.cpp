@@ -39,15 +39,15 @@ std::string Trial::Start(const TryWishes& wishes) {
   if (GetStartUp().logoObject != 0 && !IsStartUpFinished()) return "the start-up screens come first: nothing is tried";
   std::vector<GameObject*> objects = ObjectsOfLevel();
   if (objects.empty()) return "there is nothing on the stage: nothing is tried";
-  const bool own = wishes.rule == 0 && HasController(objects);
-  if (!own) std::erase_if(objects, [](const GameObject* object) { return object->name == kMatchController; });
+  own_ = wishes.rule == 0 && HasController(objects);
+  if (!own_) std::erase_if(objects, [](const GameObject* object) { return object->name == kMatchController; });
   wishes_ = wishes;
   levelText_ = TextOfLevel(objects);
   levelIds_.clear();
   for (const GameObject* object : objects) levelIds_.push_back(object->id);
   const std::string rule = RuleOf(wishes);
   KeepTextAsFile(kPiece, levelText_);
-  KeepTextAsFile(kMatch, own ? levelText_ : MatchText(kPiece, rule.empty() ? "NULL" : rule, wishes.duration));
+  KeepTextAsFile(kMatch, own_ ? levelText_ : MatchText(kPiece, rule.empty() ? "NULL" : rule, wishes.duration));
   while (!LoadNextAsset()) {
   }
   FinishStartUp();
@@ -67,7 +67,7 @@ std::string Trial::Start(const TryWishes& wishes) {
   return {};
 }
 
-// As a match begins in the game, but that the first pieces' objects are known.
+// As a match begins in the game, but that it is known which objects are the level's.
 void Trial::BuildScene() {
   Objects().BuildSpecialObjects();
   GetRenderer().SetScreen(start_.screen);
@@ -76,10 +76,10 @@ void Trial::BuildScene() {
   Input::GetPointer() = start_.pointer;
   Input::ResetGamepads();
   SetDemoMode(wishes_.pilots);
-  NewGame(kMatch);
+  std::vector<std::uint32_t> made = NewGame(kMatch);
   toLevel_.clear();
-  std::vector<std::uint32_t> made;
-  if (const SegmentManager* segments = FindSegmentManager()) made = segments->GetPieceIds();
+  if (const SegmentManager* segments = FindSegmentManager(); !own_ && segments != nullptr)
+    made = segments->GetPieceIds();
   // A copy of the generator host comes first, if there is one.
   for (std::size_t i = 0; made.size() >= levelIds_.size() && i < levelIds_.size(); ++i)
     toLevel_[made[made.size() - levelIds_.size() + i]] = levelIds_[i];
@@ -201,6 +201,36 @@ void Trial::EndReplay() {
 void Trial::SetFrozen(bool frozen) {
   if (frozen == IsFrozen()) return;
   frozen ? RequestPause(kFrozenReason) : ReleasePause(kFrozenReason);
+}
+
+std::vector<ValueAct> Trial::ForLevel(std::vector<ValueAct> acts, int& lost) const {
+  for (ValueAct& act : acts) {
+    for (ValueChange& change : act.changes) change.id = ToLevel(change.id);
+    std::erase_if(act.changes, [](const ValueChange& change) { return change.id == 0; });
+    lost += act.changes.empty() ? 1 : 0;
+  }
+  std::erase_if(acts, [](const ValueAct& act) { return act.changes.empty(); });
+  return acts;
+}
+
+std::string Trial::OfLevelWith(const std::vector<ValueAct>& acts, const std::function<std::string()>& take) {
+  ExchangeSceneState();
+  std::vector<ValueChange> old;
+  for (const ValueAct& act : acts)
+    for (const ValueChange& change : act.changes) {
+      GameObject* object = Objects().GetObject(change.id);
+      if (object == nullptr) continue;
+      ValueChange back = change;
+      if (const auto value = FindValue(*object, change.path)) back.value = *value;
+      back.after = TakeForm(*object);
+      if (!GiveAgain(change)) continue;
+      back.before = TakeForm(*object);
+      old.push_back(std::move(back));
+    }
+  std::string taken = take();
+  for (auto change = old.rbegin(); change != old.rend(); ++change) GiveAgain(*change);
+  ExchangeSceneState();
+  return taken;
 }
 
 std::uint32_t Trial::ToLevel(std::uint32_t id) const {

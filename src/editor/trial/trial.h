@@ -5,12 +5,15 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "audio/sound_ids.h"
 #include "core/run_log.h"
+#include "editor/acts/value_change.h"
 #include "editor/trial/match_text.h"
 #include "editor/trial/tape.h"
 #include "editor/trial/tape_platform.h"
@@ -51,10 +54,10 @@ class Trial {
   /// In a frame that is run again, at the end of its events.
   void EndReplayedEvents();
 
-  /// The level's object that one of the match was made of; 0 for none.
-  std::uint32_t ToLevel(std::uint32_t id) const;
-  /// The text of the level that stands aside.
-  const std::string& GetLevelText() const { return levelText_; }
+  /// Those of the acts that are of objects which the level has, for these. How many were left out is added to `lost`.
+  std::vector<ValueAct> ForLevel(std::vector<ValueAct> acts, int& lost) const;
+  /// What `take` makes of the level that stands aside with these acts done, which it has not afterwards.
+  std::string OfLevelWith(const std::vector<ValueAct>& acts, const std::function<std::string()>& take);
 
  private:
   // What is process-wide but not of the scene.
@@ -66,6 +69,7 @@ class Trial {
     Input::Pointer pointer;
   };
 
+  std::uint32_t ToLevel(std::uint32_t id) const;
   void BuildScene();
   void DestroyScene();
   void BeginReplay();
@@ -75,6 +79,7 @@ class Trial {
   bool on_ = false;
   bool replaying_ = false;
   bool jumped_ = false;  // since the last frame that was recorded
+  bool own_ = false;     // the level holds the match, and is no piece of one
   TryWishes wishes_;
   std::string levelText_;
   std::vector<std::uint32_t> levelIds_;  // of the text's objects

@@ -47,12 +47,14 @@ void CreateMatchClock() {
   clock.Insert(std::make_unique<ScriptBox>()).AddScript(std::make_unique<GameTimer>());
 }
 
-void StartGame(const std::string& level) {
+std::vector<std::uint32_t> StartGame(const std::string& level) {
   if (newGameListener != nullptr) newGameListener();
   Objects().KillAll();
   SetupMatch();
-  Objects().LoadLevel(level);
+  std::vector<std::uint32_t> ids;
+  for (const GameObject* object : Objects().LoadLevel(level)) ids.push_back(object->id);
   SetBackgroundPicture("background.png");
+  return ids;
 }
 
 }  // namespace
@@ -69,10 +71,11 @@ void SetupMatch() {
   CreateMatchClock();
 }
 
-void NewGame(const std::string& level) {
+std::vector<std::uint32_t> NewGame(const std::string& level) {
   LogEvent("screen game");
-  StartGame(level);
+  std::vector<std::uint32_t> ids = StartGame(level);
   MatchRunning() = true;
+  return ids;
 }
 
 void SetNewGameGuard(bool (*mayStart)()) { newGameGuard = mayStart; }

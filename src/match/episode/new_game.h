@@ -1,10 +1,13 @@
 // Starting a match over: everything in the scene goes, the match is set up, and the stage is loaded.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
-/// Starts a new match on that level, the shipped one if none is named; the old objects go with the next sweep.
-void NewGame(const std::string& level = "level1");
+/// Starts a new match on that level, the shipped one if none is named; the old objects go with the next sweep. The IDs
+/// of the level's objects, in the order of the file.
+std::vector<std::uint32_t> NewGame(const std::string& level = "level1");
 /// True from a NewGame to the podium of its match.
 bool IsMatchRunning();
 /// The match is decided: the podium is about to be read.
