@@ -32,32 +32,23 @@ bool ReadPlainNumber(std::string_view text, float& number) {
   int digits = 0;
   std::size_t decimals = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const unsigned digit = static_cast<unsigned char>(text[i]) - static_cast<unsigned>('0');
-    if (digit <= 9) {
-      digits = digits * 10 + static_cast<int>(digit);
-    } else if (text[i] == '.' && decimals == 0 && i + 1 < text.size()) {
+    if (text[i] == '.' && decimals == 0 && i + 1 < text.size()) {
       decimals = text.size() - i - 1;
+    } else if (text[i] >= '0' && text[i] <= '9') {
+      digits = digits * 10 + (text[i] - '0');
     } else {
       return false;
     }
   }
   if (digits > kMostExact) return false;
-  const float whole = static_cast<float>(digits);
-  const float size = decimals == 0 ? whole : whole / kPowers[decimals];
+  const float size = static_cast<float>(digits) / kPowers[decimals];
   number = negative ? -size : size;
   return true;
 }
 
-// Keys are short: looking at their letters one by one is done before a call would have begun.
-std::size_t ColonIn(std::string_view line) {
-  std::size_t at = 0;
-  while (at < line.size() && line[at] != ':') ++at;
-  return at;
-}
-
 std::string_view ValueOf(std::string_view line) {
-  const std::size_t colon = ColonIn(line);
-  return colon + 2 > line.size() ? std::string_view{} : line.substr(colon + 2);
+  const auto colon = line.find(':');
+  return colon == std::string_view::npos || colon + 2 > line.size() ? std::string_view{} : line.substr(colon + 2);
 }
 
 // Of a number out of a float's range: too near to 0 rather than too far from it.
@@ -114,8 +105,7 @@ bool Serializer::NextLine(std::string_view& line) {
 LineKind Serializer::ReadLine(std::string_view& key, std::string_view& value) {
   std::string_view line;
   if (!NextLine(line)) return LineKind::kEndOfFile;
-  const std::size_t colon = ColonIn(line);
-  const std::string_view beforeColon = line.substr(0, colon);
+  const std::string_view beforeColon = line.substr(0, line.find(':'));
   if (OpensBlock(line)) {
     key = beforeColon;
     if (beforeColon != "Component") return LineKind::kBlockOpen;
@@ -127,7 +117,7 @@ LineKind Serializer::ReadLine(std::string_view& key, std::string_view& value) {
   }
   if (ClosesBlock(line)) return LineKind::kBlockClose;
   key = beforeColon;
-  value = line.substr(std::min(colon + 2, line.size()));
+  value = ValueOf(line);
   return LineKind::kKeyValue;
 }
 
