@@ -37,6 +37,23 @@ Vec3 WayOf(int key) {
   }
 }
 
+// What the game hears although the bars are shown: the key that opens the menu, modifiers, which the editor asks the
+// input for too, and the function keys that the bars have no use for.
+bool IsOfGame(int key) {
+  switch (key) {
+    case SDLK_ESCAPE:
+    case SDLK_LSHIFT:
+    case SDLK_RSHIFT:
+    case SDLK_LCTRL:
+    case SDLK_RCTRL:
+    case SDLK_LALT:
+    case SDLK_RALT:
+      return true;
+    default:
+      return (key >= SDLK_F1 && key <= SDLK_F12) || (key >= SDLK_F13 && key <= SDLK_F24);
+  }
+}
+
 // What is not done again and again while the key is held.
 bool ActsOnce(int key, bool ctrl) {
   switch (key) {
@@ -111,7 +128,7 @@ bool Editor::HandlePress(const SDL_MouseButtonEvent& event) {
                           static_cast<float>(event.y));
 }
 
-// Menus keep their keys. Else no letter gets past the bars: it would fly player 1 or start a match.
+// Menus keep their keys. Else no key gets past the bars that flies player 1, starts a match or leaves a screen.
 bool Editor::HandleKey(int key) {
   if (HandleWindowKey(key)) return true;
   if (IsPausedByGame()) return false;
@@ -124,7 +141,7 @@ bool Editor::HandleKey(int key) {
     carried_.clear();
     return true;
   }
-  return HandleArrow(key) || (key >= SDLK_a && key <= SDLK_z);
+  return HandleArrow(key) || !IsOfGame(key);
 }
 
 bool Editor::HandleWindowKey(int key) {
