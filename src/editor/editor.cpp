@@ -259,6 +259,7 @@ const Editor::ObjectRange* Editor::FindObjectOf(const TweakBar& bar, const Tweak
 // value.
 void Editor::ApplyEdit(const TweakBar& bar, const TweakBar::Entry& entry, const FieldValue& value, bool done) {
   asked_.clear();
+  if ((&bar == &common_ || &bar == &properties_) && stageHand_.IsChanging()) stageHand_.Stop(history_);
   if (&bar == &common_) return ApplyCommonEdit(entry, value, done);
   const FieldValue before = GetValue(entry.field);
   SetValue(entry.field, value);
@@ -296,9 +297,10 @@ void Editor::Say(const std::function<std::string()>& action) {
   Do([&] { Print("%s\n", action().c_str()); });
 }
 
-// What is pulled at is let go of first, so that it is a step of its own before this one.
+// What is pulled at is let go of first, so that it is a step of its own before this one, which nothing joins later.
 void Editor::Do(const std::function<void()>& action) {
   stageHand_.Stop(history_);
+  history_.CloseStep();
   Heard().clear();
   SetPrintListener(Hear);
   askedNow_ = false;

@@ -363,7 +363,47 @@ TEST_F(EditorManyTest, AnActInMidDragLeavesTwoSteps) {
   EXPECT_EQ(PositionOf(thing), (Vec3{dragged, 0, 0}));
   Press("Undo");
   EXPECT_EQ(PositionOf(thing), Vec3{});
+  Mouse(kMiddleX, kMiddleY);
+  Button(true);
+  Run();
+  Mouse(kMiddleX + 3 * kUnit, kMiddleY);
+  Set("position", "1 -4 0");
+  Mouse(kMiddleX + 6 * kUnit, kMiddleY);
+  Button(false);
+  EXPECT_EQ(PositionOf(thing), (Vec3{1, -4, 0}));
+  for (int i = 0; i < 2; ++i) Press("Undo");
+  EXPECT_EQ(PositionOf(thing), Vec3{});
   Tap(SDLK_F1);
   Tap(SDLK_F1);
   EXPECT_EQ(editor.GetPace(), Freeze::Pace::kFrozen) << "the card of keys is looked at in peace";
+}
+
+TEST_F(EditorManyTest, AnActInMidPullIsNoPartOfIt) {
+  GameObject& thing = Select(AddStill("thing", {}));
+  const auto pull = [&](const char* value) {
+    EXPECT_EQ(editor.SetAt("GaleEditor/thing/RigidBody/damping", value, false), "");
+  };
+  const float damping = BodyOf(thing).damping;
+  pull("0.5");
+  Press("Mirror across");
+  Press("Undo");
+  pull("0.25");
+  Press("Undo");
+  EXPECT_EQ(BodyOf(thing).damping, 0.5f);
+  Press("Undo");
+  EXPECT_EQ(BodyOf(thing).damping, damping);
+}
+
+TEST_F(EditorManyTest, KeysOfTheSceneWaitForTheMenuToClose) {
+  GameObject& thing = Select(AddStill("thing", {}));
+  Set("position", "1 0 0");
+  Tap(SDLK_F1);
+  OpenPauseMenu();
+  const std::size_t objects = Objects().GetObjects().size();
+  Hold(SDLK_LCTRL);
+  for (const int key : {SDLK_d, SDLK_z, SDLK_x}) Tap(key);
+  LetGo(SDLK_LCTRL);
+  EXPECT_EQ(Objects().GetObjects().size(), objects);
+  EXPECT_EQ(PositionOf(thing), (Vec3{1, 0, 0}));
+  CloseTopMenu();
 }
