@@ -83,6 +83,7 @@ void Editor::StartTry() {
   try_.scrubbed = try_.pulled = false;
   try_.seen = try_.kept = history_.GetState();
   history_.SetValueListener([this](const ValueChange& change) { try_.trial.Hear(change); });
+  copies_.LeaveScene();
   carried_.clear();
   faults_.clear();  // they name objects of the level
   SetShown(false);
@@ -97,7 +98,7 @@ void Editor::EndTry() {
   freeze_ = std::exchange(try_.freeze, {});
   loadedIds_ = std::exchange(try_.loadedIds, {});
   stageHand_.Stop(history_);
-  copies_.ForgetOthers();
+  copies_.ReturnToScene([this](std::uint32_t id) { return try_.trial.ToLevel(id); });
   int lost = 0;
   const std::vector<ValueAct> edits = try_.trial.ForLevel(std::exchange(try_.edits, {}), lost);
   for (const ValueAct& act : edits) history_.Repeat(act);

@@ -3,6 +3,8 @@
 #include "core/transform.h"
 #include "editor/editor_scene.h"
 #include "physics/box_collider.h"
+#include "physics/generator_host.h"
+#include "physics/spring.h"
 #include "tools/simulate/digest.h"
 
 class EditorTryTest : public EditorTest {
@@ -128,4 +130,44 @@ TEST_F(EditorTryTest, ALevelWithAMatchOfItsOwnGetsTheEditsOfItsObjectsAlone) {
   EXPECT_EQ(PositionOf(*Find("block")), (Vec3{5, -3, 0}));
   EXPECT_EQ(PositionOf(*Find("crate")), (Vec3{-6, 4, 0}));
   EXPECT_EQ(editor.GetStatus().back(), "1 edits of the try were of objects that are not the level's");
+}
+
+// IDs begin anew in a try. What hangs on an object of the level hangs on it again, on another one on nothing.
+TEST_F(EditorTryTest, CopiesOfATryHangOnWhatTheLevelHas) {
+  GameObject& block = *Find("block");
+  auto& own = GalePhysics::AdoptGenerator(std::make_unique<GalePhysics::Spring>(block, 2.0f, 1.0f));
+  BodyOf(*Find("crate")).AddGenerator(&own);
+  const auto baseOf = [&](GameObject& object) -> std::int32_t& {
+    return static_cast<GalePhysics::Spring&>(*BodyOf(object).generators.at(0)).baseId;
+  };
+  const auto idOf = [](const GameObject& object) { return static_cast<std::int32_t>(object.id); };
+  const auto copyCrate = [&] {
+    SetSelection({Find("crate")->id});
+    Press("Copy");
+  };
+  copyCrate();
+  Toggle();
+  Run(5);
+  Toggle();
+  Press("Paste");
+  EXPECT_EQ(baseOf(Last()), idOf(block)) << "copied in the level";
+  Press("Undo");
+  Toggle();
+  Run(5);
+  ASSERT_EQ(baseOf(*Find("crate")), idOf(*Find("block")));
+  EXPECT_NE(idOf(*Find("block")), idOf(block));
+  copyCrate();
+  Toggle();
+  Press("Paste");
+  EXPECT_EQ(baseOf(Last()), idOf(block));
+  ExpectStatus("pasted crate");
+  Press("Undo");
+  Toggle();
+  Run(5);
+  baseOf(*Find("crate")) = idOf(*Find("Player1"));
+  copyCrate();
+  Toggle();
+  Press("Paste");
+  EXPECT_FALSE(static_cast<GalePhysics::Spring&>(*BodyOf(Last()).generators.at(0)).HasBase());
+  ExpectStatus("pasted crate without 1 link to what is not in this level");
 }

@@ -1,7 +1,6 @@
 #include "editor/acts/copies.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "core/file_cache.h"
 #include "core/object_manager.h"
@@ -92,10 +91,17 @@ ObjectPointers Copyable() {
 
 Copies::Copied Copies::Take(const ObjectPointers& objects) {
   Copied copied;
+  const auto linkTo = [&](const std::optional<std::uint32_t>& id) -> std::optional<Link> {
+    if (!id) return std::nullopt;
+    const auto found =
+        std::find_if(objects.begin(), objects.end(), [&](const GameObject* object) { return object->id == *id; });
+    if (found == objects.end()) return Link{*id, std::nullopt};
+    return Link{*id, static_cast<std::size_t>(found - objects.begin())};
+  };
   for (GameObject* object : objects) {
-    Copied::One one{object->id, {}, LeaderOf(*object), TakeUnsavedParts(*object)};
+    Copied::One one{{}, linkTo(LeaderOf(*object)), TakeUnsavedParts(*object)};
     if (const auto* body = object->Get<RigidBody>())
-      for (const ForceGenerator* generator : body->generators) one.targets.push_back(TargetOf(*generator));
+      for (const ForceGenerator* generator : body->generators) one.targets.push_back(linkTo(TargetOf(*generator)));
     copied.objects.push_back(std::move(one));
   }
   const WithoutBases bare;
@@ -128,15 +134,19 @@ std::string SceneText(const std::string& lastName) {
   return TextOfLevel(objects);
 }
 
-void Copies::ForgetOthers() {
-  const auto forget = [this](std::optional<std::uint32_t>& id) {
-    const bool copied =
-        std::any_of(last_.objects.begin(), last_.objects.end(), [&](const Copied::One& one) { return id == one.id; });
-    if (!copied) id.reset();
+// The ID 0 stands for the cursor or for nobody, in every scene.
+void Copies::ReturnToScene(const std::function<std::uint32_t(std::uint32_t)>& idHere) {
+  if (ofSceneAside_) return;
+  const auto translate = [&](std::optional<Link>& link) {
+    if (!link || link->copied || link->id == 0) return;
+    link->id = idHere(link->id);
+    if (link->id != 0) return;
+    link.reset();
+    ++last_.lost;
   };
   for (Copied::One& one : last_.objects) {
-    forget(one.leader);
-    for (auto& target : one.targets) forget(target);
+    translate(one.leader);
+    for (auto& target : one.targets) translate(target);
   }
 }
 
@@ -144,6 +154,7 @@ std::string Copies::Copy() {
   const ObjectPointers objects = Copyable();
   if (objects.empty()) return "nothing is selected";
   last_ = Take(objects);
+  ofSceneAside_ = false;
   GetPlatform().SetClipboard(last_.text);
   return "copied " + Told(objects);
 }
@@ -191,7 +202,11 @@ std::string Copies::Paste(History& history, const std::optional<Vec3>& at, const
   const bool good = LintLevelText("clipboard", text, found);
   if (!good && own == nullptr) return "lint finds faults in the clipboard's text, nothing is pasted";
   const ObjectPointers made = Put(history, "the pasting of ", text, own, at, shift);
-  return made.empty() ? "the clipboard's text makes no object" : "pasted " + Told(made);
+  if (made.empty()) return "the clipboard's text makes no object";
+  std::string told = "pasted " + Told(made);
+  if (own == nullptr || own->lost == 0) return told;
+  return told + " without " + std::to_string(own->lost) + (own->lost == 1 ? " link" : " links") +
+         " to what is not in this level";
 }
 
 ObjectPointers Copies::Put(History& history, const std::string& what, const std::string& text, const Copied* copied,
@@ -214,10 +229,10 @@ ObjectPointers Copies::Put(History& history, const std::string& what, const std:
 
 // References inside the copied set follow their copies, others keep their target.
 void Copies::Mend(const Copied& copied, const ObjectPointers& made) {
-  std::unordered_map<std::uint32_t, std::uint32_t> copyOf;
   const std::size_t count = std::min(copied.objects.size(), made.size());
-  for (std::size_t i = 0; i < count; ++i) copyOf[copied.objects[i].id] = made[i]->id;
-  const auto follow = [&](std::uint32_t id) { return copyOf.contains(id) ? copyOf[id] : id; };
+  const auto follow = [&](const Link& link) {
+    return link.copied && *link.copied < count ? made[*link.copied]->id : link.id;
+  };
   for (std::size_t i = 0; i < count; ++i) {
     const Copied::One& one = copied.objects[i];
     PutUnsavedParts(one.parts, *made[i]);

@@ -2,7 +2,9 @@
 // text cannot say, because no file does, is remembered beside it for as long as the clipboard holds that text.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,8 +30,11 @@ class Copies {
   /// Text from elsewhere in which lint finds a fault is refused; `found` gets the lines.
   std::string Paste(History& history, const std::optional<Vec3>& at, const Vec3& shift,
                     std::vector<std::string>& found);
-  /// What was not copied along counts for nobody any more: its IDs are of a scene that goes.
-  void ForgetOthers();
+  /// The scene is put aside for another one; what was copied from it stays as it is.
+  void LeaveScene() { ofSceneAside_ = true; }
+  /// It stands again. What was copied from the other one since refers to what `idHere` names for an ID of there; where
+  /// that is 0, to nothing, as the pasting says.
+  void ReturnToScene(const std::function<std::uint32_t(std::uint32_t)>& idHere);
   /// The selected objects again, moved by `shift`, past the clipboard.
   static std::string Duplicate(History& history, const Vec3& shift);
   /// The same where a mirror in the middle of the stage shows them. Both are selected then, so that the other axis
@@ -41,15 +46,20 @@ class Copies {
  private:
   friend std::string TextOfLevel(const std::vector<GameObject*>& objects);
 
+  // Whom a copied object refers to.
+  struct Link {
+    std::uint32_t id;
+    std::optional<std::size_t> copied;  // which of the copied objects that is, if it is one
+  };
   struct Copied {
     std::string text;
     struct One {
-      std::uint32_t id;
-      std::vector<std::optional<std::uint32_t>> targets;  // of its generators
-      std::optional<std::uint32_t> leader;
+      std::vector<std::optional<Link>> targets;  // of its generators
+      std::optional<Link> leader;
       UnsavedParts parts;
     };
     std::vector<One> objects;
+    int lost = 0;  // links to what is not in this scene
   };
 
   static Copied Take(const std::vector<GameObject*>& objects);
@@ -58,4 +68,5 @@ class Copies {
   static void Mend(const Copied& copied, const std::vector<GameObject*>& made);
 
   Copied last_;
+  bool ofSceneAside_ = false;
 };

@@ -54,6 +54,8 @@ class Trial {
   /// In a frame that is run again, at the end of its events.
   void EndReplayedEvents();
 
+  /// The level's object that one of the match was made of; 0 for none. Known beyond the end of the try.
+  std::uint32_t ToLevel(std::uint32_t id) const;
   /// Those of the acts that are of objects which the level has, for these. How many were left out is added to `lost`.
   std::vector<ValueAct> ForLevel(std::vector<ValueAct> acts, int& lost) const;
   /// What `take` makes of the level that stands aside with these acts done, which it has not afterwards.
@@ -69,7 +71,6 @@ class Trial {
     Input::Pointer pointer;
   };
 
-  std::uint32_t ToLevel(std::uint32_t id) const;
   void BuildScene();
   void DestroyScene();
   void BeginReplay();
