@@ -1,24 +1,13 @@
 #include "editor/hints.h"
 
-#include <algorithm>
 #include <cctype>
-#include <iterator>
 #include <vector>
 
-#include "lint/key_table.h"
+#include "editor/bars/field_schema.h"
 
 namespace {
 
 using Entry = TweakBar::Entry;
-
-struct GroupName {
-  std::string_view shown;
-  std::string_view inFiles;
-};
-// Groups that are not called as in files.
-constexpr GroupName kGroups[] = {{"Spring Generator", "spring"},       {"Gravity Generator", "gravity"},
-                                 {"Wobbly Generator", "wobblypuller"}, {"BasicParticleEmitter", "bpe"},
-                                 {"BossHealth", "bosshealth"},         {"ColorChanger", "color-changer"}};
 
 struct OwnHint {
   std::string_view path;
@@ -57,35 +46,15 @@ std::string HintOf(const FieldSchema& field) {
   return numbers.empty() ? hint : hint + " (" + numbers + ")";
 }
 
-const BlockSchema* SchemaOf(std::string_view group) {
-  for (const GroupName& name : kGroups)
-    if (name.shown == group) group = name.inFiles;
-  const BlockSchema* schema = FindComponentSchema(group);
-  return schema == nullptr ? FindScriptSchema(group) : schema;
-}
-
-// A label of the description may name several fields: "x size, y size, z size".
-bool IsCalled(std::string_view labels, std::string_view name) {
-  while (!labels.empty()) {
-    const std::size_t end = std::min(labels.find(", "), labels.size());
-    if (labels.substr(0, end) == name) return true;
-    labels.remove_prefix(std::min(end + 2, labels.size()));
-  }
-  return false;
-}
-
 // A vector that is set for several objects stands as three numbers, "position x" and so on.
 std::string_view WithoutPart(std::string_view name) {
   return name.ends_with(" x") || name.ends_with(" y") || name.ends_with(" z") ? name.substr(0, name.size() - 2) : name;
 }
 
-std::string FindHint(const Entry& entry, const std::vector<const BlockSchema*>& around) {
-  for (auto schema = around.rbegin(); schema != around.rend(); ++schema) {
-    if (*schema == nullptr) continue;
-    for (const FieldSchema& field : (*schema)->fields)
-      if (IsCalled(field.label, entry.name) || IsCalled(field.label, WithoutPart(entry.name))) return HintOf(field);
-    break;
-  }
+std::string FindHint(const Entry& entry, const BlockSchema* block) {
+  const FieldSchema* field = block == nullptr ? nullptr : FindFieldSchema(*block, entry.name);
+  if (block != nullptr && field == nullptr) field = FindFieldSchema(*block, WithoutPart(entry.name));
+  if (field != nullptr) return HintOf(*field);
   for (const OwnHint& own : kOwn)
     if (entry.path.ends_with(own.path)) return std::string(own.hint);
   return {};
@@ -94,22 +63,10 @@ std::string FindHint(const Entry& entry, const std::vector<const BlockSchema*>& 
 }  // namespace
 
 void AddHints(TweakBar& bar) {
-  std::vector<const BlockSchema*> around;
-  for (std::size_t i = 0; i < bar.GetEntries().size(); ++i) {
+  const std::vector<const BlockSchema*> blocks = BlocksOf(bar);
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
     Entry& entry = bar.GetEntry(i);
-    switch (entry.kind) {
-      case Entry::Kind::kGroup:
-        around.push_back(SchemaOf(entry.name));
-        if (around.back() != nullptr) entry.hint = around.back()->meaning;
-        break;
-      case Entry::Kind::kEndGroup:
-        around.pop_back();
-        break;
-      case Entry::Kind::kVariable:
-        if (entry.hint.empty()) entry.hint = FindHint(entry, around);
-        break;
-      default:
-        break;
-    }
+    if (entry.kind == Entry::Kind::kGroup && blocks[i] != nullptr) entry.hint = blocks[i]->meaning;
+    if (entry.kind == Entry::Kind::kVariable && entry.hint.empty()) entry.hint = FindHint(entry, blocks[i]);
   }
 }

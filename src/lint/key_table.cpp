@@ -10,6 +10,7 @@
 namespace {
 
 using enum FieldType;
+using enum Mirrored;
 
 constexpr Range kAny = {};
 constexpr Range kShare = {.low = 0.0f, .high = 1.0f};
@@ -38,8 +39,8 @@ constexpr FieldSchema kTransform[] = {
     {"", "graphicsScale", kVec3, "size of the picture, which is 1 x 1 by itself; physics ignores it", "world units",
      kAny, "graphics scale"}};
 constexpr FieldSchema kRigidBody[] = {
-    {"", "velocity", kVec3, "of the start", "units/s", kAny, "velocity"},
-    {"", "acceleration", kVec3, "applied all the time", "units/s^2", kAny, "acceleration"},
+    {"", "velocity", kVec3, "of the start", "units/s", kAny, "velocity", kWay},
+    {"", "acceleration", kVec3, "applied all the time", "units/s^2", kAny, "acceleration", kWay},
     {"", "forceTotal", kVec3, "what generators have gathered; zeros", "", kAny, "force total"},
     {"inverseMass",
      "inverseMass",
@@ -49,7 +50,7 @@ constexpr FieldSchema kRigidBody[] = {
      {.low = 0.0f, .rule = "negative-mass", .why = "read as 0"}},
     {"damping", "damping", kFloat, "both velocities are multiplied by it; 1 never slows down, 0 is best avoided",
      "a sub-step", kShare},
-    {"", "angular velocity", kVec3, "about each axis; use z only", "radians/s", kAny, "angular velocity"},
+    {"", "angular velocity", kVec3, "about each axis; use z only", "radians/s", kAny, "angular velocity", kSpin},
     {"", "", kVec3, "zeros", "", kAny, "torque total"},
     {"", "", kMatrix33, "in the body's own frame; the identity does for most things", "", kAny, "inverse inertia"},
     {"", "", kMatrix33, "made anew in every sub-step", "", kAny, "inverse inertia in the world"},
@@ -135,7 +136,7 @@ constexpr FieldSchema kSpawner[] = {
      "s of real time",
      {.low = 0.0f, .aboveLow = true, .rule = "spawn-rate", .why = "or it spawns in every frame"}},
     {"YRange", "YRange", kFloat, "up and down from the object", "world units", kNotNegative},
-    {"", "spawnvelocity", kVec3, "of what is sent; to the left it is mirrored", "units/s", kAny, "velocity"}};
+    {"", "spawnvelocity", kVec3, "of what is sent; to the left it is mirrored", "units/s", kAny, "velocity", kWay}};
 constexpr FieldSchema kEmitter[] = {
     {"textureName", "TextureName", kString, "file name in `Texture/`; the emitter does not load it"},
     {"particleCount", "MaxParticles", kInt, "most particles alive at a time", "", kParticles}};
@@ -145,12 +146,12 @@ constexpr FieldSchema kBasicEmitter[] = {
     {"minLifespan", "minLifespan", kFloat, "least life of a particle", "s", kNotNegative},
     {"maxLifeSpan", "maxLifeSpan", kFloat, "greatest life", "s", kNotNegative},
     {"", "startingPositionMin", kFlatVec3, "lower corner of the box around the object in which they start",
-     "world units", kAny, "startingPositionMin"},
-    {"", "startingPositionMax", kFlatVec3, "its upper corner", "world units", kAny, "startingPositionMax"},
-    {"", "minVelocity", kFlatVec3, "least velocity", "units/s", kAny, "minVelocity"},
-    {"", "maxVelocity", kFlatVec3, "greatest velocity", "units/s", kAny, "maxVelocity"},
-    {"", "minAcceleration", kFlatVec3, "least acceleration", "units/s^2", kAny, "minAcceleration"},
-    {"", "maxAcceleration", kFlatVec3, "greatest acceleration", "units/s^2", kAny, "maxAcceleration"},
+     "world units", kAny, "startingPositionMin", kLeast},
+    {"", "startingPositionMax", kFlatVec3, "its upper corner", "world units", kAny, "startingPositionMax", kMost},
+    {"", "minVelocity", kFlatVec3, "least velocity", "units/s", kAny, "minVelocity", kLeast},
+    {"", "maxVelocity", kFlatVec3, "greatest velocity", "units/s", kAny, "maxVelocity", kMost},
+    {"", "minAcceleration", kFlatVec3, "least acceleration", "units/s^2", kAny, "minAcceleration", kLeast},
+    {"", "maxAcceleration", kFlatVec3, "greatest acceleration", "units/s^2", kAny, "maxAcceleration", kMost},
     {"", "minScale", kFlatVec3, "least size; only x counts", "world units", kAny, "minScale"},
     {"", "maxScale", kFlatVec3, "greatest size; only x counts", "world units", kAny, "maxScale"},
     {"spawnIntervalMin", "spawnIntervalMin", kFloat, "least time between two", "s", kNotNegative},
@@ -168,7 +169,7 @@ constexpr FieldSchema kForceCurrency[] = {
     {"ChargeRules", "", kBool, "true: a charge is paid out whole; false: launches spend a budget"}};
 constexpr FieldSchema kGravity[] = {
     {"My ID", "", kGeneratorId, "number by which bodies of this file name it"},
-    {"", "Gravity", kVec3, "of every body that lists it", "units/s^2", kAny, "acceleration"}};
+    {"", "Gravity", kVec3, "of every body that lists it", "units/s^2", kAny, "acceleration", kWay}};
 constexpr FieldSchema kSpring[] = {
     {"My ID", "", kGeneratorId, "number by which bodies of this file name it"},
     {"spring constant", "springConstant_", kFloat, "pull for each unit of stretch", "force/unit", kNotNegative},

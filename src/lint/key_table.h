@@ -27,6 +27,15 @@ enum class FieldType {
   kObjectiveList,  ///< likewise
 };
 
+/// What a mirror makes of a vector.
+enum class Mirrored {
+  kSame,
+  kWay,    ///< a direction, or a place beside the object: its part across the mirror turns round
+  kSpin,   ///< turning about each axis: its two other parts do
+  kLeast,  ///< the lower end of a range of ways, before the field of its upper end: they change places as well
+  kMost,
+};
+
 /// What the numbers of a field may be, both ends included unless said otherwise.
 struct Range {
   float low = std::numeric_limits<float>::lowest();
@@ -47,6 +56,7 @@ struct FieldSchema {
   std::string_view unit = {};
   Range range = {};
   std::string_view name = {};  ///< of a value whose lines have no key of its own
+  Mirrored mirrored = Mirrored::kSame;
 };
 
 struct BlockSchema {

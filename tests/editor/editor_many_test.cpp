@@ -12,8 +12,10 @@
 #include "folders.h"
 #include "graphics/renderer.h"
 #include "input/input.h"
+#include "lint/key_table.h"
 #include "physics/box_collider.h"
 #include "physics/generator_host.h"
+#include "physics/gravity_generator.h"
 #include "physics/spring.h"
 #include "screens/menus.h"
 #include "tools/simulate/digest.h"
@@ -406,4 +408,52 @@ TEST_F(EditorManyTest, KeysOfTheSceneWaitForTheMenuToClose) {
   EXPECT_EQ(Objects().GetObjects().size(), objects);
   EXPECT_EQ(PositionOf(thing), (Vec3{1, 0, 0}));
   CloseTopMenu();
+}
+
+// Its ways, the corners of its ranges and its spin, but not the pull that hangs on others too.
+TEST_F(EditorManyTest, AMirrorTurnsTheWaysThatScriptsHold) {
+  for (const auto blocks : {ComponentSchemas(), ScriptSchemas()})
+    for (const BlockSchema& block : blocks)
+      for (const FieldSchema& field : block.fields) {
+        const bool vector = field.type == FieldType::kVec3 || field.type == FieldType::kFlatVec3;
+        if (!vector || field.label.empty() || field.unit.find("/s") == field.unit.npos) continue;
+        EXPECT_NE(field.mirrored, Mirrored::kSame) << field.label;
+      }
+  AddWithScript("crates", "spawner");
+  Last().Get<ScriptBox>()->AddScript("bpe");
+  Select(Last());
+  Set("spawnvelocity", "2 3 0");
+  Set("minVelocity", "1 -1 0");
+  Set("maxVelocity", "2 5 0");
+  const auto all = [&] {
+    return editor.Get("spawnvelocity") + ", " + editor.Get("minVelocity") + " to " + editor.Get("maxVelocity");
+  };
+  const std::string before = Saved("scene");
+  Press("Copies across");
+  EXPECT_EQ(all(), "-2 3 0, -2 -1 0 to -1 5 0");
+  Press("Undo");
+  EXPECT_EQ(Saved("scene"), before);
+  Press("Redo");
+  SetSelection({Last().id});
+  EXPECT_EQ(all(), "-2 3 0, -2 -1 0 to -1 5 0");
+}
+
+TEST_F(EditorManyTest, AMirrorTurnsASharedPullOnceAndOnlyWithAllThatItPulls) {
+  auto& pull = GalePhysics::AdoptGenerator(std::make_unique<GalePhysics::GravityGenerator>(Vec3{0, -2, 0}));
+  GameObject& one = world.AddBox("one", {-3, 0, 0}, {.velocity = {1, 2, 0}, .angularVelocity = {0, 0, 3}});
+  GameObject& two = world.AddBox("two", {3, 0, 0});
+  for (GameObject* object : {&one, &two}) BodyOf(*object).AddGenerator(&pull);
+  Press("Freeze");
+  SetSelection({one.id});
+  Press("Mirror upright");
+  EXPECT_EQ(BodyOf(one).velocity, (Vec3{1, -2, 0}));
+  EXPECT_EQ(BodyOf(one).angularVelocity, (Vec3{0, 0, -3}));
+  EXPECT_EQ(pull.gravity, (Vec3{0, -2, 0}));
+  SetSelection({one.id, two.id});
+  Press("Mirror upright");
+  EXPECT_EQ(pull.gravity, (Vec3{0, 2, 0}));
+  for (int i = 0; i < 2; ++i) Press("Undo");
+  EXPECT_EQ(pull.gravity, (Vec3{0, -2, 0}));
+  EXPECT_EQ(BodyOf(one).velocity, (Vec3{1, 2, 0}));
+  EXPECT_EQ(BodyOf(one).angularVelocity, (Vec3{0, 0, 3}));
 }

@@ -5,6 +5,7 @@
 
 #include "core/transform.h"
 #include "editor/acts/history.h"
+#include "editor/acts/mirror_fields.h"
 #include "editor/acts/object_shape.h"
 
 namespace Arrange {
@@ -77,11 +78,12 @@ std::string Mirror(History& history, Axis axis, const std::optional<Vec3>& about
   const Objects objects = SelectedObjects();
   const Vec3 own = objects.size() == 1 ? objects.front()->GetTransform().position : BoundsOfAll(objects).Middle();
   const Vec3 middle = about.value_or(own);
+  float Vec3::*side = axis == Axis::kAcross ? &Vec3::x : &Vec3::y;
+  const History::Group group(history, "the mirroring of " + Told(objects));
+  MirrorFields(history, objects, side);
   return Reshape(history, "the mirroring", [&](const GameObject&, Form& form) {
-    float Vec3::*side = axis == Axis::kAcross ? &Vec3::x : &Vec3::y;
     form.position.*side = 2.0f * middle.*side - form.position.*side;
     form.graphicsScale.*side = -(form.graphicsScale.*side);
-    form.velocity.*side = -(form.velocity.*side);
     Quaternion& q = form.orientation;
     q = axis == Axis::kAcross ? Quaternion{q.r, q.i, -q.j, -q.k} : Quaternion{q.r, -q.i, q.j, -q.k};
   });
