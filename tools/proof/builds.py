@@ -3,8 +3,9 @@
 
 Usage: tools/proof/builds.py [--only NAME,...]
 
-Builds the tool by GCC and Clang, for debugging, optimised, optimised at link time, and with the sanitizers, each in build/proof/NAME, and plays a flight by keys and pads and a whole match of pilots. The
-browser's build, which is of 32 bits, is another kind of machine: it is played in Node if build-web is there.
+Builds the tool by GCC and Clang, for debugging, optimised, optimised at link time, and with the sanitizers, each in
+build/proof/NAME, and plays a flight by keys and pads and a whole match of pilots. The browser's build, which is of 32 bits,
+is another kind of machine: it is played in Node if build-web is there.
 """
 import argparse
 import re
