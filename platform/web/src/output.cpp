@@ -3,26 +3,9 @@
 
 #include <AL/alc.h>
 
-#include <utility>
-
 namespace Studio {
 
 void Output::SilenceLibraries() {}
-
-Output::Output(ALCdevice* device, ALCcontext* context, bool loopback)
-    : device_(device), context_(context), loopback_(loopback) {}
-
-Output::Output(Output&& other) noexcept
-    : device_(std::exchange(other.device_, nullptr)),
-      context_(std::exchange(other.context_, nullptr)),
-      loopback_(other.loopback_) {}
-
-Output::~Output() {
-  if (device_ == nullptr) return;
-  if (alcGetCurrentContext() == context_) alcMakeContextCurrent(nullptr);
-  alcDestroyContext(context_);
-  alcCloseDevice(device_);
-}
 
 std::unique_ptr<Output> Output::OpenDevice() {
   constexpr ALCint kAttributes[] = {ALC_FREQUENCY, kOutputRate, 0};

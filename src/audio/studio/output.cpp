@@ -6,7 +6,6 @@
 #include <alsa/asoundlib.h>
 
 #include <cstdlib>
-#include <utility>
 
 namespace Studio {
 
@@ -44,21 +43,6 @@ void Output::SilenceLibraries() {
   constexpr int kKeepTheUsersOwn = 0;
   ::setenv("ALSOFT_LOGLEVEL", kNothing, kKeepTheUsersOwn);
   snd_lib_error_set_handler(IgnoreMessage);
-}
-
-Output::Output(ALCdevice* device, ALCcontext* context, bool loopback)
-    : device_(device), context_(context), loopback_(loopback) {}
-
-Output::Output(Output&& other) noexcept
-    : device_(std::exchange(other.device_, nullptr)),
-      context_(std::exchange(other.context_, nullptr)),
-      loopback_(other.loopback_) {}
-
-Output::~Output() {
-  if (device_ == nullptr) return;
-  if (alcGetCurrentContext() == context_) alcMakeContextCurrent(nullptr);
-  alcDestroyContext(context_);
-  alcCloseDevice(device_);
 }
 
 std::unique_ptr<Output> Output::OpenDevice() {

@@ -1,7 +1,6 @@
 #include "editor/acts/history.h"
 
 #include <algorithm>
-#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -53,34 +52,29 @@ void History::Record(Step step) {
   Close(std::move(act));
 }
 
+History::Edit* History::FindEdit(std::vector<Step>& steps, const Edit& wanted) {
+  for (Step& step : steps)
+    if (Edit* edit = std::get_if<Edit>(&step); edit != nullptr && edit->id == wanted.id && edit->path == wanted.path)
+      return edit;
+  return nullptr;
+}
+
 // The last act takes in edits of the very variables that it edits while it is open. Those that the edits before left as
 // they were come in anew.
-bool History::Join(const Act& act) {
+bool History::Join(Act& act) {
   if (done_.empty() || !done_.back().open) return false;
+  const auto isEdit = [](const Step& step) { return std::holds_alternative<Edit>(step); };
   std::vector<Step>& last = done_.back().steps;
-  std::vector<Edit*> met;
+  if (!std::all_of(act.steps.begin(), act.steps.end(), isEdit)) return false;
+  for (const Step& step : last)
+    if (!isEdit(step) || FindEdit(act.steps, std::get<Edit>(step)) == nullptr) return false;
   for (const Step& step : act.steps) {
-    const Edit* has = std::get_if<Edit>(&step);
-    if (has == nullptr) return false;
-    const auto same = [has](const Step& other) {
-      const Edit* had = std::get_if<Edit>(&other);
-      return had != nullptr && had->id == has->id && had->path == has->path;
-    };
-    const auto found = std::find_if(last.begin(), last.end(), same);
-    met.push_back(found == last.end() ? nullptr : std::get_if<Edit>(&*found));
-  }
-  if (static_cast<std::size_t>(std::count_if(met.begin(), met.end(), [](Edit* edit) { return edit != nullptr; })) !=
-      last.size())
-    return false;
-  std::vector<Step> fresh;
-  for (std::size_t i = 0; i < met.size(); ++i) {
-    const Edit& has = std::get<Edit>(act.steps[i]);
-    if (met[i] != nullptr)
-      met[i]->after = has.after;
+    const auto& has = std::get<Edit>(step);
+    if (Edit* had = FindEdit(last, has))
+      had->after = has.after;
     else if (!(has.before == has.after))
-      fresh.push_back(has);
+      last.push_back(has);
   }
-  std::move(fresh.begin(), fresh.end(), std::back_inserter(last));
   done_.back().open = act.open;
   done_.back().serial = ++lastSerial_;
   return true;

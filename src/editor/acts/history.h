@@ -129,7 +129,8 @@ class History {
   void End();
   void Record(Step step);
   void Close(Act act);
-  bool Join(const Act& act);
+  static Edit* FindEdit(std::vector<Step>& steps, const Edit& wanted);
+  bool Join(Act& act);
   OrderPointer PresentOrder(std::uint32_t without = 0);
   void Tell(const ValueChange& change) const {
     if (listener_) listener_(change);
