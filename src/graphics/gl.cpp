@@ -1,5 +1,6 @@
 #include "graphics/gl.h"
 
+#include <array>
 #include <cstdlib>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,13 @@ bool Change(T& standing, T value) {
   if (standing == value) return false;
   standing = value;
   return true;
+}
+
+std::array<float, 16> Transposed(const float* values) {
+  std::array<float, 16> turned;
+  for (std::size_t row = 0; row < 4; ++row)
+    for (std::size_t column = 0; column < 4; ++column) turned[4 * column + row] = values[4 * row + column];
+  return turned;
 }
 
 // The GL passes a buffer's byte offset as a pointer.
@@ -255,8 +263,15 @@ void Uniform4(GLint location, float x, float y, float z, float w) {
   if (hasContext) glUniform4f(location, x, y, z, w);
 }
 
+// Transposed here: told to do it, drivers go through the elements one by one instead of copying them.
 void UniformMatrix4(GLint location, bool transpose, const float* values) {
-  if (hasContext) glUniformMatrix4fv(location, 1, transpose ? GL_TRUE : GL_FALSE, values);
+  if (!hasContext) return;
+  if (!transpose) {
+    glUniformMatrix4fv(location, 1, GL_FALSE, values);
+    return;
+  }
+  const std::array<float, 16> columns = Transposed(values);
+  glUniformMatrix4fv(location, 1, GL_FALSE, columns.data());
 }
 
 GLuint GenVertexArray(std::initializer_list<GLuint*> buffers) {

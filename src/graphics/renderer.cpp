@@ -8,6 +8,13 @@
 #include "graphics/camera.h"
 #include "graphics/mesh_type.h"
 
+namespace {
+
+// A program of somebody else's may look anywhere in its picture.
+constexpr std::string_view kLooksInside = "default";
+
+}  // namespace
+
 Renderer& GetRenderer() {
   static Renderer& renderer = *new Renderer;
   return renderer;
@@ -45,6 +52,7 @@ void Renderer::CreateProgram(const std::string& name, const std::string& vertexF
   if (program.name != 0) {
     gl::DeleteProgram(GetShader(name).name);  // of an earlier start; 0 is none
     shaders_[name] = program;
+    shaders_[name].looksInside = name == kLooksInside;
   }
   inScene_ = nullptr;
 }
@@ -85,9 +93,10 @@ void Renderer::FinishNewTextures() {
   newTextures_.clear();
 }
 
-Texture Renderer::FindTexture(const std::string& name) const {
+const Texture& Renderer::FindTexture(const std::string& name) const {
+  static const Texture none;
   const auto found = textures_.find(name);
-  return found == textures_.end() ? Texture{} : found->second;
+  return found == textures_.end() ? none : found->second;
 }
 
 void Renderer::FitWindow() {

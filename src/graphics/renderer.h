@@ -88,7 +88,7 @@ class Renderer {
   void DeleteSceneTarget();
   /// The program of that name; one without a GL name when there is none.
   ShaderProgram& GetShader(const std::string& name);
-  Texture FindTexture(const std::string& name) const;
+  const Texture& FindTexture(const std::string& name) const;
   /// The smaller levels of new textures, and the small ones among them onto the sheet.
   void FinishNewTextures();
   /// Binds the sprite's picture and sends its window: on the sheet, where the program is one that looks nowhere else.

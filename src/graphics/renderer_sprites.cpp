@@ -12,7 +12,7 @@ void Renderer::DrawSprite(const GameObject& object) {
   if (type != MeshType::kQuad && type != MeshType::kCircle && type != MeshType::kFullScreen) return;
   ShaderProgram* program = UseInScene(type == MeshType::kFullScreen ? kFullScreenShader : sprite->shaderName);
   if (program == nullptr) return;
-  const Texture texture = FindTexture(sprite->texturePath);
+  const Texture& texture = FindTexture(sprite->texturePath);
   // Blending an opaque picture gives the picture and costs a reading of what is behind it, the whole view for the
   // background.
   if (texture.opaque && sprite->a == 1.0f) gl::SetEnabled(GL_BLEND, false);
@@ -31,11 +31,9 @@ void Renderer::DrawSprite(const GameObject& object) {
     gl::DrawIndexedTriangles(kQuadIndices);
 }
 
-// A program of somebody else's may look anywhere in its picture.
 void Renderer::ShowPicture(ShaderProgram& program, const Sprite& sprite, const Texture& texture) {
-  static const std::string kLooksInside = "default";
   const PictureSheet::Window window = {sprite.row, sprite.columns, sprite.startFrame, sprite.endFrame};
-  const bool onSheet = sprite.shaderName == kLooksInside && sheet_.Shows(texture, window);
+  const bool onSheet = program.looksInside && sheet_.Shows(texture, window);
   gl::BindTexture(onSheet ? sheet_.GetTexture() : texture.name);
   program.SendTextureWindow(onSheet ? PictureSheet::Within(texture, window) : window);
 }

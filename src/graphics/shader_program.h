@@ -17,8 +17,9 @@ struct ShaderProgram {
   void SendColour(const Vec4& rgba);
   void SendTextureWindow(const Vec4& window);
 
-  GLuint name = 0;      ///< 0: nothing is drawn with it
-  bool linked = false;  ///< one that did not link cannot be used
+  GLuint name = 0;           ///< 0: nothing is drawn with it
+  bool linked = false;       ///< one that did not link cannot be used
+  bool looksInside = false;  ///< at nothing but its picture, so that this may stand among others in one texture
   GLint proj = -1;
   GLint view = -1;
   GLint model = -1;
