@@ -11,6 +11,8 @@
 #include "physics/math/matrix34.h"
 #include "physics/math/quaternion.h"
 
+struct TextLine;
+
 enum class LineKind { kBlockOpen, kComponentOpen, kKeyValue, kBlockClose, kEndOfFile };
 
 class Serializer {
@@ -92,7 +94,7 @@ class Serializer {
 
   void Line(std::string_view key, std::string_view value);
   void Indent();
-  bool NextLine(std::string_view& line);
+  bool NextLine(TextLine& line);
   bool NextValue(std::string_view& value);
   void SkipLine();
   bool StartReading(const std::string& name, std::string_view text);

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "core/file_cache.h"
+#include "core/line_scan.h"
 #include "core/print.h"
 #include "core/serializer.h"
 
@@ -46,9 +47,8 @@ bool ReadPlainNumber(std::string_view text, float& number) {
   return true;
 }
 
-std::string_view ValueOf(std::string_view line) {
-  const auto colon = line.find(':');
-  return colon == std::string_view::npos || colon + 2 > line.size() ? std::string_view{} : line.substr(colon + 2);
+std::string_view ValueOf(const TextLine& line) {
+  return line.colon + 2 > line.text.size() ? std::string_view{} : line.text.substr(line.colon + 2);
 }
 
 // Of a number out of a float's range: too near to 0 rather than too far from it.
@@ -81,20 +81,15 @@ bool Serializer::StartReading(const std::string& name, std::string_view text) {
   return true;
 }
 
-bool Serializer::NextLine(std::string_view& line) {
+bool Serializer::NextLine(TextLine& line) {
   while (position_ < end_) {
-    const char* start = position_;
-    const auto* lineEnd = static_cast<const char*>(std::memchr(start, '\n', static_cast<std::size_t>(end_ - start)));
-    if (lineEnd == nullptr) lineEnd = end_;
-    position_ = lineEnd < end_ ? lineEnd + 1 : end_;
+    line = ScanLine(position_, end_, position_);
     ++lineNumber_;
-    if (lineEnd > start && lineEnd[-1] == '\r') --lineEnd;
-    while (start < lineEnd && *start == '\t') ++start;
-    if (start == lineEnd) continue;
-    line = {start, static_cast<std::size_t>(lineEnd - start)};
-    if (OpensBlock(line))
+    if (!line.text.empty() && line.text.back() == '\r') line.text.remove_suffix(1);
+    if (line.text.empty()) continue;
+    if (OpensBlock(line.text))
       ++depth_;
-    else if (ClosesBlock(line))
+    else if (ClosesBlock(line.text))
       --depth_;
     return true;
   }
@@ -103,9 +98,10 @@ bool Serializer::NextLine(std::string_view& line) {
 }
 
 LineKind Serializer::ReadLine(std::string_view& key, std::string_view& value) {
-  std::string_view line;
-  if (!NextLine(line)) return LineKind::kEndOfFile;
-  const std::string_view beforeColon = line.substr(0, line.find(':'));
+  TextLine read;
+  if (!NextLine(read)) return LineKind::kEndOfFile;
+  const std::string_view line = read.text;
+  const std::string_view beforeColon = line.substr(0, read.colon);
   if (OpensBlock(line)) {
     key = beforeColon;
     if (beforeColon != "Component") return LineKind::kBlockOpen;
@@ -117,19 +113,19 @@ LineKind Serializer::ReadLine(std::string_view& key, std::string_view& value) {
   }
   if (ClosesBlock(line)) return LineKind::kBlockClose;
   key = beforeColon;
-  value = ValueOf(line);
+  value = ValueOf(read);
   return LineKind::kKeyValue;
 }
 
 bool Serializer::NextValue(std::string_view& value) {
-  std::string_view line;
-  if (!NextLine(line) || OpensBlock(line) || ClosesBlock(line)) return false;
+  TextLine line;
+  if (!NextLine(line) || OpensBlock(line.text) || ClosesBlock(line.text)) return false;
   value = ValueOf(line);
   return true;
 }
 
 void Serializer::SkipLine() {
-  std::string_view line;
+  TextLine line;
   NextLine(line);
 }
 
@@ -229,7 +225,7 @@ Matrix34 Serializer::ReadMatrix34() {
 }
 
 void Serializer::SkipToDepth(int depth) {
-  std::string_view line;
+  TextLine line;
   while (depth_ > depth && NextLine(line)) {
   }
 }

@@ -111,6 +111,24 @@ TEST_F(SerializerTest, TellsLinesApart) {
   EXPECT_EQ(reader.ReadInt(), 5);
 }
 
+// A reader may see many characters at once, across a line's end and up to the text's.
+TEST_F(SerializerTest, LinesOfEveryLengthAndIndentationAreReadAlike) {
+  for (std::size_t tabs : {0u, 1u, 7u, 31u, 40u})
+    for (std::size_t length = 1; length < 70; ++length)
+      for (const char* end : {"", "\n", "\r\n", "\n: :\n\tx: y"}) {
+        const std::string key(length, 'k');
+        Read(std::string(tabs, '\t') + key + "\n" + std::string(tabs, '\t') + key + ": a:b" + end);
+        std::string_view readKey;
+        std::string_view value;
+        EXPECT_EQ(reader.ReadLine(readKey, value), LineKind::kKeyValue);
+        EXPECT_EQ(readKey, key);
+        EXPECT_EQ(value, "") << "the colon is another line's";
+        EXPECT_EQ(reader.ReadLine(readKey, value), LineKind::kKeyValue);
+        EXPECT_EQ(readKey, key);
+        EXPECT_EQ(value, "a:b");
+      }
+}
+
 TEST_F(SerializerTest, AFailedSaveKeepsTheOldFile) {
   EXPECT_FALSE(writer.OpenForWrite("no/such/folder/out"));
   writer.WriteInt("a", 1);
