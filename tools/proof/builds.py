@@ -23,17 +23,23 @@ BUILDS = {
     "asan": ("Clang, address and undefined-behaviour sanitizers", ["--preset", "asan"]),
     "tsan": ("GCC, thread sanitizer", ["--preset", "tsan"]),
 }
-RUNS = {"flight": ["--frames", "3000", "--input", "tests/e2e/flight.input"], "match": ["--pilots", "--until-end"]}
+FLIGHT = "tests/e2e/flight.input"
+RUNS = {"flight": ["--frames", "3000", "--input", FLIGHT], "match": ["--pilots", "--until-end"]}
+BROWSER_RUNS = {"flight": ["build-web", FLIGHT, "3000"], "match": ["build-web", "", "0"]}
 
 
-def digests(*program):
+def digests(runs, *program):
     """By name, of both runs; None where one did not end well."""
     found = {}
-    for name, arguments in RUNS.items():
-        ended = rows.run(*program, "simulate", "--match", "--digest", *arguments, seconds=1800, cwd=rows.ROOT)
+    for name, arguments in runs.items():
+        ended = rows.run(*program, *arguments, seconds=1800, cwd=rows.ROOT)
         digest = re.search(r"^digest ([0-9A-F]{16})$", ended.stdout, re.MULTILINE)
         found[name] = digest.group(1) if digest and ended.returncode == 0 else None
     return found
+
+
+def tool_digests(tool):
+    return digests(RUNS, tool, "simulate", "--match", "--digest")
 
 
 def make(name):
@@ -52,17 +58,17 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--only", default=",".join([*BUILDS, "browser"]))
     options = parser.parse_args()
-    expected = digests(rows.TOOL)
+    expected = tool_digests(rows.TOOL)
     well = all(expected.values())
     for name in options.only.split(","):
         if name == "browser":
             if not (rows.ROOT / "build-web").exists():
                 print("there is no build-web: the browser's build is left out")
                 continue
-            what, found = "the browser's, 32 bits, in Node", digests("node", rows.ROOT / "tests/web/simulate.js")
+            what, found = "the browser's, 32 bits, in Node", digests(BROWSER_RUNS, "node", "tests/web/simulate.js")
         else:
             tool = make(name)
-            what, found = BUILDS[name][0], digests(tool) if tool else dict.fromkeys(RUNS)
+            what, found = BUILDS[name][0], tool_digests(tool) if tool else dict.fromkeys(RUNS)
         equal = found == expected
         well &= equal
         rows.write(6, what, "a flight of 3,000 frames and a match of pilots", ("equal: " if equal else "DIFFER: ")
