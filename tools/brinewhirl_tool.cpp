@@ -68,7 +68,7 @@ void AddPlayers(CLI::App& command, RunOptions& options) {
         if (const std::string error = ParseBotKinds(text, options.bots); !error.empty())
           throw CLI::ValidationError("--bots", error);
       },
-      "Who flies the four pads: hop, near, lead or none, as in lead,near,near,near, or one for all (docs/bots.md)");
+      "Who flies the four pads: hop, near, lead or none, as in lead,near,near,near, or one for all (page bots.md)");
   command.add_option_function<std::string>(
       "--mouse",
       [&options](const std::string& text) {
@@ -95,7 +95,7 @@ RunGroups AddRun(CLI::App& command, RunOptions& options) {
   howLong->add_flag("--until-end", options.untilEnd, "Until the win screen waits for a button");
   command.add_flag("--pilots", options.pilots, "The computer flies player 1 too");
   command.add_option("--input", options.inputFile,
-                     "Scripted input, one event a line, or a recording (docs/input-files.md)");
+                     "Scripted input, one event a line, or a recording (page input-files.md)");
   command.add_flag("--digest", options.digest, "Print a hash of the final state");
   AddPlayers(command, options);
   return {what, howLong, level, boot};

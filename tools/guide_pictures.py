@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Makes the pictures of docs/making-levels.md: does what the page says, on the bars of the real program without a window,
 and cuts out what each step is about. Needs build/brinewhirl-tool and python3-pil."""
 

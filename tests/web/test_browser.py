@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """test_browser.py PAGE TOOL: the game in a real browser, from a static folder as build-web/ is one, beside what the tool
 makes of the same runs. Pictures are left in build/shots/, times are printed."""
 
