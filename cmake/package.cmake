@@ -30,9 +30,9 @@ function(add_manual program section help name)
   add_custom_command(
     OUTPUT ${page}.gz
     COMMAND ${HELP2MAN} --no-info --section ${section} --help-option=${help} --name ${name} --output ${page}
-            $<TARGET_FILE:${program}>
+            --include ${PACKAGING}/see_also.h2m $<TARGET_FILE:${program}>
     COMMAND gzip -9nf ${page}
-    DEPENDS ${program} ${PACKAGING}/manual_form.py
+    DEPENDS ${program} ${PACKAGING}/manual_form.py ${PACKAGING}/see_also.h2m
     COMMENT "Writing the manual page ${program}(${section})"
     VERBATIM)
   install(FILES ${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section})
@@ -69,11 +69,11 @@ add_custom_command(
 list(APPEND PACKAGE_PARTS ${METAINFO} ${DEBIAN_CHANGELOG}.gz)
 install(FILES ${METAINFO} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${PACKAGING}/${APP_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-set(PAGES playing making-levels level-format format-reference input-files bots)
+set(PAGES playing making-levels level-format format-reference input-files bots balance)
 list(TRANSFORM PAGES PREPEND docs/)
 list(TRANSFORM PAGES APPEND .md)
 install(FILES ${DEBIAN_CHANGELOG}.gz ${PACKAGING}/copyright ${PAGES} DESTINATION ${CMAKE_INSTALL_DOCDIR})
-file(GLOB GUIDE_PICTURES CONFIGURE_DEPENDS docs/images/guide-*.png)
+file(GLOB GUIDE_PICTURES CONFIGURE_DEPENDS docs/images/guide-*.png docs/images/balance-*.png)
 install(FILES ${GUIDE_PICTURES} DESTINATION ${CMAKE_INSTALL_DOCDIR}/images)
 install(FILES ${PACKAGING}/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME brinewhirl)
 

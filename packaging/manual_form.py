@@ -5,7 +5,7 @@ import re
 import sys
 
 GROUP = re.compile(r"\[Option Group: (.*)\]")
-NOISE = re.compile(r":INT in \[[^]]*\]| (?:Excludes|Needs): .*")
+NOISE = re.compile(r":INT in \[[^]]*\]| TEXT(?= \.\.\. REQUIRED| REQUIRED)| REQUIRED| (?:Excludes|Needs): .*")
 DROPPED = ("Options:", "Positionals:", "Subcommands:", "[At most 1 of the following options are allowed]", "")
 NAME_WIDTH = 28  # of the column before an option's text
 TEXT_INDENT = 30  # what is indented by so much is the text of an option alone, whose name was too long for its column

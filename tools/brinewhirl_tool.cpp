@@ -197,11 +197,14 @@ void AddRecord(CLI::App& app, RecordOptions& options, int& result) {
 }
 
 void AddWatch(CLI::App& app, WatchOptions& options, int& result) {
-  CLI::App* command = app.add_subcommand("watch", "Play a recording back in the window");
+  CLI::App* command = app.add_subcommand(
+      "watch",
+      "Play a recording back in the window. Space pauses, + and - double and halve the speed, the arrow keys jump ten "
+      "seconds, Escape ends");
   command->add_option("FILE", options.inputFile, "The recording")->required();
   command->add_option("--from", options.from, "The first frame that is shown")->check(CLI::Range(0, kMostInputFrames));
+  command->add_flag("--paused", options.paused, "Stand at the first frame that is shown");
   command->add_option("--data", options.dataFolder, "A folder with the game's data (default: the tool's own)");
-  command->footer("Space pauses, + and - double and halve the speed, the arrow keys jump ten seconds, Escape ends.");
   command->callback([&] {
     options.dataFolder = DataFolder(options.dataFolder);
     options.inputFile = Absolute(options.inputFile);
@@ -219,7 +222,8 @@ struct BankOptions {
 };
 
 void AddBank(CLI::App& app, BankOptions& options, int& result) {
-  CLI::App* bank = app.add_subcommand("bank", "Make sound banks and look into them");
+  CLI::App* bank = app.add_subcommand(
+      "bank", "Make sound banks and look into them: bank build SPEC OUT, bank list FILE, bank extract FILE EVENT OUT");
   bank->require_subcommand(1);
   CLI::App* build = bank->add_subcommand("build", "Make a bank and its strings bank");
   build->add_option("SPEC", options.spec, "One event a line: path, music or sfx, Ogg Vorbis file")->required();
@@ -292,6 +296,13 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
+    const std::string name = argc > 1 ? argv[1] : "";
+    const bool isCommand =
+        !app.get_subcommands([&](const CLI::App* command) { return command->check_name(name); }).empty();
+    if (!name.empty() && name.front() != '-' && !isCommand) {
+      std::fprintf(stderr, "brinewhirl-tool: there is no command \"%s\", --help lists them\n", name.c_str());
+      return kWrongUsage;
+    }
     return app.exit(error) == 0 ? 0 : kWrongUsage;
   }
   return result;

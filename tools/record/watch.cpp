@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "graphics/renderer.h"
 #include "tools/record/game_window.h"
@@ -36,12 +37,13 @@ class ShownRun final : public WindowPlatform {
 
 class Viewer final : public RunObserver, private EventRouter {
  public:
-  Viewer(System& window, ShownRun& run, int from) : window_(window), run_(run), showFrom_(from) {}
+  Viewer(System& window, ShownRun& run, int from, bool paused)
+      : window_(window), run_(run), showFrom_(from), paused_(paused) {}
 
   void BeginFrame(int frame) override {
     frame_ = frame;
     HearWindow();
-    while (paused_ && IsRunning() && frame >= showFrom_) Wait();
+    while (paused_ && IsRunning() && frame > showFrom_) Wait();  // the frame that a jump leads to is drawn first
     const bool jumping = frame < showFrom_;
     if (jumping != jumping_) Audio::HoldOutput(jumping_ = jumping);
     run_.shown = !jumping && (speed_ <= 0 || frame % (1 << speed_) == 0);
@@ -60,6 +62,7 @@ class Viewer final : public RunObserver, private EventRouter {
 
   /// The frame to begin anew from; below 0: none.
   int GetNextFrom() const { return nextFrom_; }
+  bool IsPaused() const { return paused_; }
 
  private:
   bool IsRunning() const { return run_.running; }
@@ -124,17 +127,19 @@ class Viewer final : public RunObserver, private EventRouter {
   int showFrom_;
   int nextFrom_ = -1;
   int speed_ = 0;  // a power of two
-  bool paused_ = false;
+  bool paused_;
   bool jumping_ = false;
 };
 
 // The state of a run cannot be taken back, so an earlier frame is reached by a process that begins again.
-int BeginAgain(const WatchOptions& options, int from) {
+int BeginAgain(const WatchOptions& options, int from, bool paused) {
   LeaveOverlay();
   const std::string frame = std::to_string(from);
-  const char* data = options.dataFolder.empty() ? nullptr : "--data";
-  ::execl("/proc/self/exe", "brinewhirl-tool", "watch", options.inputFile.c_str(), "--from", frame.c_str(), data,
-          options.dataFolder.c_str(), nullptr);
+  std::vector<const char*> words = {"brinewhirl-tool", "watch", options.inputFile.c_str(), "--from", frame.c_str()};
+  if (paused) words.push_back("--paused");
+  if (!options.dataFolder.empty()) words.insert(words.end(), {"--data", options.dataFolder.c_str()});
+  words.push_back(nullptr);
+  ::execv("/proc/self/exe", const_cast<char* const*>(words.data()));
   return FailFile(options.inputFile, "cannot be begun again");
 }
 
@@ -148,6 +153,7 @@ int Watch(WatchOptions options) {
   if (const int result = EnterDataFolder(options, input); result != 0) return result;
   int result = 0;
   int nextFrom = -1;
+  bool paused = false;
   {
     GameWindow window;
     GameRun game(options, std::move(input), stdout, nullptr);
@@ -155,11 +161,12 @@ int Watch(WatchOptions options) {
     game.Start(Audio::Output::kDevice, &shown);
     const WindowRect rect = window.GetSystem().GetWindowRect();
     GetRenderer().FitPicture(rect.width, rect.height);
-    Viewer viewer(window.GetSystem(), shown, std::min(options.from, options.frames - 1));
+    Viewer viewer(window.GetSystem(), shown, std::min(options.from, options.frames - 1), options.paused);
     result = game.Go(viewer);
     game.PrintDigest();
     if (shown.running) viewer.StayAtTheEnd();
     nextFrom = viewer.GetNextFrom();
+    paused = viewer.IsPaused();
   }
-  return nextFrom < 0 ? result : BeginAgain(options, nextFrom);
+  return nextFrom < 0 ? result : BeginAgain(options, nextFrom, paused);
 }
