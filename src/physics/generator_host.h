@@ -3,7 +3,6 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "core/object_manager.h"
 #include "core/script_registry.h"
@@ -23,8 +22,6 @@ T& AdoptGenerator(std::unique_ptr<T> generator);
 ForceGenerator& AdoptForceGenerator(std::unique_ptr<ForceGenerator> generator);
 /// Takes a generator back from the host, which nobody may list any more; null when the host has it not.
 std::unique_ptr<ForceGenerator> TakeForceGenerator(ForceGenerator& generator);
-/// All that the host keeps, in order.
-std::vector<ForceGenerator*> ListGenerators();
 
 template <class T>
 T& AdoptGenerator(std::unique_ptr<T> generator) {
