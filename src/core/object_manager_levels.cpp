@@ -58,12 +58,10 @@ std::vector<GameObject*> ObjectManager::LoadLevel(const std::string& fileName) {
   std::vector<GameObject*> created;
   if (!MayLoad(fileName)) return created;
   Serializer reader;
-  if (reader.OpenForRead(fileName)) {
+  if (reader.OpenForRead(fileName))
     ReadDocument(reader, created);
-  } else {
+  else
     Print("CAN'T FIND YO LEVEL, YA DON GOOFED!\n");
-    Print("%s: nothing loaded\n", fileName.c_str());
-  }
   return created;
 }
 

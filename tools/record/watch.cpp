@@ -46,7 +46,7 @@ class Viewer final : public RunObserver, private EventRouter {
     while (paused_ && IsRunning() && frame > showFrom_) Wait();  // the frame that a jump leads to is drawn first
     const bool jumping = frame < showFrom_;
     if (jumping != jumping_) Audio::HoldOutput(jumping_ = jumping);
-    run_.shown = !jumping && (speed_ <= 0 || frame % (1 << speed_) == 0);
+    run_.shown = !jumping && (speed_ <= 0 || frame == showFrom_ || frame % (1 << speed_) == 0);
     GetRenderer().SetDrawing(run_.shown);
   }
 

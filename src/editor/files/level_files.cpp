@@ -92,7 +92,7 @@ std::vector<std::uint32_t> LoadLevelFile(const std::string& name, float& duratio
   std::vector<std::uint32_t> ids;
   for (const GameObject* object : created) ids.push_back(object->id);
   if (created.empty()) {
-    if (IsFileCached(name)) Print("%s is an empty level: the stage is empty now\n", name.c_str());
+    Print(IsFileCached(name) ? "%s is an empty level: the stage is empty now\n" : "%s: nothing loaded\n", name.c_str());
     return ids;
   }
   Print("loaded %zu objects from %s\n", created.size(), name.c_str());
