@@ -263,7 +263,7 @@ void Uniform4(GLint location, float x, float y, float z, float w) {
   if (hasContext) glUniform4f(location, x, y, z, w);
 }
 
-// Transposed here: told to do it, drivers go through the elements one by one instead of copying them.
+// Transposed here: told to do it, Mesa goes through the elements one by one instead of copying them.
 void UniformMatrix4(GLint location, bool transpose, const float* values) {
   if (!hasContext) return;
   if (!transpose) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-// A program of somebody else's may look anywhere in its picture.
+// The only program that is known to look at nothing but its sprite's window; one of a level's own may look anywhere.
 constexpr std::string_view kLooksInside = "default";
 
 }  // namespace

@@ -3,24 +3,52 @@
  *   FAULT=alloc|open|thread|gl|sound   which calls
  *   FAULT_AT=N                         counted from 1; without it they are only counted
  *   FAULT_LOG=FILE                     where their number goes when the program ends by itself
+ *
+ * A crash is told with the file that holds the instruction, and by its signal all the same.
  */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
 #include <pthread.h>
+#include <signal.h>
 #include <stdarg.h>
 #include <stdatomic.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <ucontext.h>
+#include <unistd.h>
 
 static const char* chosen = "";
 static long fail_at = 0;
 static atomic_long calls;
 static atomic_int sound_error;
 
+static void* PlaceOf(const ucontext_t* context) {
+#if defined(__x86_64__)
+  return (void*)context->uc_mcontext.gregs[REG_RIP];
+#elif defined(__aarch64__)
+  return (void*)context->uc_mcontext.pc;
+#else
+  (void)context;
+  return NULL;
+#endif
+}
+
+static void TellWhere(int number, siginfo_t* information, void* context) {
+  (void)information;
+  Dl_info found = {0};
+  const char* name = dladdr(PlaceOf(context), &found) != 0 && found.dli_fname != NULL ? found.dli_fname : "?";
+  const char* slash = strrchr(name, '/');
+  dprintf(STDERR_FILENO, "\ncrashed in %s\n", slash == NULL ? name : slash + 1);
+  signal(number, SIG_DFL);
+  raise(number);
+}
+
 __attribute__((constructor)) static void Begin(void) {
+  struct sigaction action = {.sa_sigaction = TellWhere, .sa_flags = SA_SIGINFO};
+  sigaction(SIGSEGV, &action, NULL);
   const char* at = getenv("FAULT_AT");
   fail_at = at == NULL ? 0 : atol(at);
   if (getenv("FAULT") != NULL) chosen = getenv("FAULT");

@@ -53,8 +53,8 @@ def twice(count):
     equal = first[0] is not None and first[0] == second[0]
     rows.write(2, f"{count:,} matches in one process, twice", f"2 x {count:,}, seed 10",
                f"digests {'equal' if equal else 'DIFFER'}: {first[0]}; memory {early:.1f} MB after the "
-               f"{min(10, count)}th, {late:.1f} MB after the last, of which {kept:.1f} MB are the {generators:,} generators "
-               f"that are kept by design; without them {others / early:.3f} of the tenth")
+               f"{min(10, count)}th, {late:.1f} MB after the last, of which some {kept:.1f} MB, by the sizes of their parts, are "
+               f"the {generators:,} generators that are kept by design; without them {others / early:.3f} of the tenth")
     return equal and first[1] == 0 and second[1] == 0 and others <= 1.02 * early
 
 
