@@ -296,7 +296,6 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return app.exit(error);  // a help or a version was asked for
     const std::string name = argc > 1 ? argv[1] : "";
     const bool isCommand =
         !app.get_subcommands([&](const CLI::App* command) { return command->check_name(name); }).empty();
@@ -304,8 +303,7 @@ int main(int argc, char** argv) {
       std::fprintf(stderr, "brinewhirl-tool: there is no command \"%s\", --help lists them\n", name.c_str());
       return kWrongUsage;
     }
-    app.exit(error);
-    return kWrongUsage;
+    return app.exit(error) == 0 ? 0 : kWrongUsage;
   }
   return result;
 }

@@ -17,13 +17,14 @@ struct TextLine {
 
 namespace line_scan {
 
-/// Of any length, character by character.
+/// Of any length.
 inline TextLine ScanLong(const char* start, const char* end, const char*& next) {
   const void* found = std::memchr(start, '\n', static_cast<std::size_t>(end - start));
   const char* lineEnd = found == nullptr ? end : static_cast<const char*>(found);
   const char* text = std::find_if(start, lineEnd, [](char c) { return c != '\t'; });
   next = lineEnd == end ? end : lineEnd + 1;
-  return {{text, lineEnd}, static_cast<std::size_t>(std::find(text, lineEnd, ':') - text)};
+  return {std::string_view(text, static_cast<std::size_t>(lineEnd - text)),
+          static_cast<std::size_t>(std::find(text, lineEnd, ':') - text)};
 }
 
 #ifdef __SSE2__
@@ -54,7 +55,8 @@ inline TextLine ScanLine(const char* start, const char* end, const char*& next) 
     // A colon behind the line's end is beyond the line's size as well.
     const int colon = std::countr_zero(FindEach(start, ':'));
     next = start + size + 1;
-    return {{start + tabs, start + size}, static_cast<std::size_t>(colon - tabs)};
+    return {std::string_view(start + tabs, static_cast<std::size_t>(size - tabs)),
+            static_cast<std::size_t>(colon - tabs)};
   }
 #endif
   return ScanLong(start, end, next);

@@ -220,7 +220,10 @@ void Editor::LoadArchetype(const std::string& name, const Vec3& place) {
   const std::size_t before = Objects().GetObjects().size();
   const GameObject* object = load();
   watch_.Accept(name);
-  if (object == nullptr) return;
+  if (object == nullptr) {
+    Print("%s: nothing loaded\n", name.c_str());
+    return;
+  }
   if (Objects().GetObjects().size() == before + 1)
     history_.RecordCreation(*object, load);
   else

@@ -131,7 +131,7 @@ TEST_F(MatchClockTest, ReadsWhatItCannotPlay) {
     const char* message;
     int sections = 1;
   } cases[] = {
-      {Segments({{"nowhere", 5.0f}}), objectives, "the piece \"nowhere\" makes no object"},
+      {Segments({{"nowhere", 5.0f}}), objectives, "CAN'T FIND YO LEVEL, YA DON GOOFED!"},
       {Segments({{"level1", 0.1f}, {"level1", 5.0f}}), objectives, "the piece \"level1\" brings itself"},
       {"number of segments: 1000000000\n" + kSegmentsEnd, objectives, "level1: line 7: says 1000000000 segments, 0"},
       {"number of segments: -1\nlevelName_: nowhere\nduration_: 5\nrotationAngle_: 0\ndistance_: 0\n" + kSegmentsEnd,

@@ -4,11 +4,12 @@
  *   FAULT_AT=N                         counted from 1; without it they are only counted
  *   FAULT_LOG=FILE                     where their number goes when the program ends by itself
  *
- * A crash is told with the file that holds the instruction, and by its signal all the same.
+ * A crash is told with the file whose code it happened in, and by its signal all the same.
  */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <pthread.h>
 #include <signal.h>
@@ -17,7 +18,6 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-#include <ucontext.h>
 #include <unistd.h>
 
 static const char* chosen = "";
@@ -25,21 +25,20 @@ static long fail_at = 0;
 static atomic_long calls;
 static atomic_int sound_error;
 
-static void* PlaceOf(const ucontext_t* context) {
-#if defined(__x86_64__)
-  return (void*)context->uc_mcontext.gregs[REG_RIP];
-#elif defined(__aarch64__)
-  return (void*)context->uc_mcontext.pc;
-#else
-  (void)context;
-  return NULL;
-#endif
-}
-
-static void TellWhere(int number, siginfo_t* information, void* context) {
-  (void)information;
-  Dl_info found = {0};
-  const char* name = dladdr(PlaceOf(context), &found) != 0 && found.dli_fname != NULL ? found.dli_fname : "?";
+/* The innermost that is neither this file nor the C library, which crashes for what others hand to it. */
+static void TellWhere(int number) {
+  void* places[32];
+  const int depth = backtrace(places, 32);
+  const char* name = "?";
+  Dl_info mine = {0};
+  dladdr(&calls, &mine);
+  for (int i = 0; i < depth; ++i) {
+    Dl_info found = {0};
+    const int known = dladdr(places[i], &found) != 0;
+    if (known && (found.dli_fbase == mine.dli_fbase || strstr(found.dli_fname, "/libc.") != NULL)) continue;
+    if (known) name = found.dli_fname;
+    break;
+  }
   const char* slash = strrchr(name, '/');
   dprintf(STDERR_FILENO, "\ncrashed in %s\n", slash == NULL ? name : slash + 1);
   signal(number, SIG_DFL);
@@ -47,8 +46,11 @@ static void TellWhere(int number, siginfo_t* information, void* context) {
 }
 
 __attribute__((constructor)) static void Begin(void) {
-  struct sigaction action = {.sa_sigaction = TellWhere, .sa_flags = SA_SIGINFO};
-  sigaction(SIGSEGV, &action, NULL);
+  void* place;
+  backtrace(&place, 1); /* loads what it needs, which allocates */
+  signal(SIGSEGV, TellWhere);
+  signal(SIGBUS, TellWhere);
+  signal(SIGFPE, TellWhere);
   const char* at = getenv("FAULT_AT");
   fail_at = at == NULL ? 0 : atol(at);
   if (getenv("FAULT") != NULL) chosen = getenv("FAULT");

@@ -12,6 +12,7 @@ import argparse
 import collections
 import pathlib
 import random
+import signal
 import sys
 import tempfile
 
@@ -19,7 +20,7 @@ import rows
 
 RUN = ["simulate", "--boot", "--frames", "4500", "--wav", "WAV"]
 DRAWN = ["film", "--match", "--pilots", "--times", "--to", "30", "--size", "160x90", "--coarse"]
-KINDS = {"alloc": (RUN, "allocations"), "open": (RUN, "files opened"), "thread": (RUN, "threads"),
+KINDS = {"alloc": (RUN, "allocations by malloc and new"), "open": (RUN, "files opened"), "thread": (RUN, "threads"),
          "sound": (RUN, "sound devices, sources and buffers"), "gl": (DRAWN, "GL objects, while it is drawn"),
          "open-gl": (DRAWN, "files opened, while it is drawn")}
 
@@ -46,15 +47,19 @@ def play(library, kind, at=None):
         return ended, int(log.read_text()) if log.exists() else 0
 
 
-def outcome(code, line):
-    """One of "went on", "ended with a line", the library that crashed, and "crashed or hung"."""
+def outcome(kind, code, line):
+    """What became of a run. A crash in a library, but that of C++, is told apart where an allocation failed alone: any
+    other call's failure is one that our own code has to see."""
     if code == 0:
         return "went on"
-    if line and (code in (1, 2, 127) or "bad_alloc" in line):
+    if line and code in (1, 2, 127):
         return "ended with a line"
-    place = line.removeprefix("crashed in ") if line.startswith("crashed in lib") else ""
-    # Our own code would crash in the C library too, with what it hands over.
-    return place if place and not place.startswith(("libc.", "libstdc++.")) else "crashed or hung"
+    if kind == "alloc" and code == -signal.SIGABRT and "std::bad_alloc" in line:
+        return "ended before main by the C++ runtime, with its line"
+    place = line.removeprefix("crashed in ")
+    if kind == "alloc" and line.startswith("crashed in lib") and not place.startswith("libstdc++."):
+        return f"crashed inside {place}"
+    return "crashed or hung"
 
 
 def main():
@@ -79,13 +84,13 @@ def main():
             run = [ended.returncode, lines[-1][:160] if lines else ""]
             of_kind["runs"][str(at)] = run
             state.save()
-            if outcome(*run) == "crashed or hung":
+            if outcome(kind, *run) == "crashed or hung":
                 print(kind, at, ended.returncode, lines[-3:], flush=True)
         runs = of_kind["runs"]
         ends = collections.Counter({"went on": 0, "ended with a line": 0, "crashed or hung": 0})
-        ends.update(outcome(*run) for run in runs.values())
+        ends.update(outcome(kind, *run) for run in runs.values())
         bad += ends["crashed or hung"]
-        told = ", ".join(f"{count} {end if ' ' in end else f'crashed inside {end}'}" for end, count in ends.items())
+        told = ", ".join(f"{count} {end}" for end, count in ends.items())
         how = f"each of {calls:,}" if len(runs) >= calls else f"{len(runs)} of {calls:,}, the first and at random, seed {options.seed}"
         rows.write(5, KINDS[kind][1], how, told)
     return 1 if bad else 0

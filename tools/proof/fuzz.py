@@ -58,6 +58,10 @@ def go_on(target, goal, seconds, state):
     return done
 
 
+def seeds(count):
+    return "seed 1" if count == 1 else f"seeds 1 to {count}"
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--runs", type=int, default=2_000_000)
@@ -74,9 +78,9 @@ def main():
         goal = options.played if target == "recording" else options.runs
         done = go_on(target, goal, options.seconds, state)
         faults += done["faults"]
-        short = "" if done["runs"] >= goal else f" of {goal:,}, the rest by the same script"
-        rows.write(1, TARGETS[target][1], f"{done['runs']:,} runs{short}, seeds 1 to {len(done['seeds'])}",
-                   f"{done['faults']} faults; at most {done['peak']} MB with the sanitizers' own")
+        short = "" if done["runs"] >= goal else f" of {goal:,} so far"
+        rows.write(1, TARGETS[target][1], f"{done['runs']:,} runs{short}, {seeds(len(done['seeds']))}",
+                   f"{done['faults']} fault{'' if done['faults'] == 1 else 's'}; at most {done['peak']} MB with the sanitizers' own")
     return 1 if faults else 0
 
 

@@ -186,7 +186,7 @@ def main():
     bad = sum(not kill["good"] for kill in kills)
     most = max((kill["lost"] for kill in kills), default=0.0)
     rows.write(4, "the editor's unsaved work", f"{len(kills)} of {wanted.count} kills at random moments, seed {wanted.seed}",
-               f"{bad} lost more than two minutes of changes or their offer; at most {most:.1f} s lost, "
+               f"{bad} lost more than two minutes and six seconds of changes, or their offer; at most {most:.1f} s lost, "
                f"{sum(kill['offered'] for kill in kills)} with a copy that was offered and loaded")
     return 1 if bad else 0
 

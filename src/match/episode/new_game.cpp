@@ -5,7 +5,6 @@
 #include "audio/audio.h"
 #include "audio/sound_ids.h"
 #include "core/object_manager.h"
-#include "core/print.h"
 #include "core/run_log.h"
 #include "core/scene_state.h"
 #include "core/script_box.h"
@@ -54,7 +53,6 @@ std::vector<std::uint32_t> StartGame(const std::string& level) {
   SetupMatch();
   std::vector<std::uint32_t> ids;
   for (const GameObject* object : Objects().LoadLevel(level)) ids.push_back(object->id);
-  if (ids.empty()) Print("the level \"%s\" makes no object\n", level.c_str());
   SetBackgroundPicture("background.png");
   return ids;
 }

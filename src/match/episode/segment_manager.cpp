@@ -86,7 +86,6 @@ void SegmentManager::BeginSegment() {
   reading.push_back(segment.levelName);
   const std::vector<GameObject*> piece = Objects().LoadLevel(segment.levelName);
   reading.pop_back();
-  if (piece.empty()) Print("the piece \"%s\" makes no object\n", segment.levelName.c_str());
   pieceIds_.clear();
   for (const GameObject* object : piece) pieceIds_.push_back(object->id);
   for (const GameObject* object : piece)
