@@ -2,7 +2,7 @@
 // Particles: the picture, tinted. A picture four times as wide as high is a strip of the four players' bodies: what is
 // new is the body, what fades is the tail of its flight, a drop that shrinks.
 in vec2 uv;
-in vec4 tint;
+flat in vec4 tint;
 uniform sampler2D picture;
 out vec4 colour;
 

@@ -1,5 +1,6 @@
 #version 330
-// Particles: one instance a particle, placed in the world.
+// Particles: one instance a particle, placed in the world. The tint goes on as it is, like that of sprites and text: a
+// software driver prepares the triangles of all three by one program then.
 layout(location = 0) in vec3 position;
 layout(location = 1) in vec2 texCoord;
 layout(location = 2) in vec3 instancePosition;
@@ -10,7 +11,7 @@ uniform mat4 proj;
 uniform mat4 view;
 
 out vec2 uv;
-out vec4 tint;
+flat out vec4 tint;
 
 void main() {
   uv = texCoord;
