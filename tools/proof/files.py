@@ -18,7 +18,7 @@ import tempfile
 import rows
 
 BUILD = rows.ROOT / "build"
-PICTURES = ("rp.png", "particlebubble.png", "floor_of_crateyard.png")
+PICTURES = ("rp.png", "particlebubble.png", "floor_crateyard.png")
 CUTS = 10
 STATES = ["missing", "empty", *(f"cut {place}" for place in range(1, CUTS + 1)), "another kind", "a folder", "unreadable"]
 NOBODY = 65534
